@@ -1,0 +1,36 @@
+# Flags that every target shares; nothing else sets flags.
+
+option(BRANTIWELL_WERROR "Treat warnings as errors" OFF)
+option(BRANTIWELL_SANITIZE "Address and undefined behaviour sanitizers" OFF)
+option(BRANTIWELL_BENCH "Build the benchmarks" OFF)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+add_library(bw_options INTERFACE)
+target_include_directories(bw_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(
+  bw_options
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wshadow
+            -Wconversion
+            -Wsign-conversion
+            -Wold-style-cast
+            # Tables name only the cells that differ; the others have their defaults.
+            -Wno-missing-field-initializers
+            $<$<BOOL:${BRANTIWELL_WERROR}>:-Werror>)
+# Optimised for debugging even in dev: a million rows are read in the tests too.
+target_compile_options(bw_options INTERFACE $<$<CONFIG:Debug>:-Og>)
+if(BRANTIWELL_SANITIZE)
+  target_compile_options(bw_options INTERFACE -fsanitize=address,undefined
+                                              -fno-sanitize-recover=undefined)
+  target_link_options(bw_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+find_program(BRANTIWELL_MOLD mold)
+if(BRANTIWELL_MOLD)
+  target_link_options(bw_options INTERFACE -fuse-ld=mold)
+endif()

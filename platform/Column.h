@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/TextDictionary.h"
+#include "platform/Value.h"
+
+namespace bw {
+
+// One column of a row store. Every value is kept as one whole number, its raw value: the integer
+// itself, the day of a date, the second of a time, day * 86400 + second of both, the dictionary's
+// number of a text. Blocks of rows are packed to 1, 2, 4 or 8 bytes a value, by their range.
+class Column {
+ public:
+  static constexpr std::int64_t kNull = std::numeric_limits<std::int64_t>::min();
+
+  Column(std::string name, FieldType type) : name_(std::move(name)), declared_(type) {}
+
+  const std::string& name() const noexcept { return name_; }
+  FieldType declared() const noexcept { return declared_; }
+  // The declared type; of an untyped column integer or text, by its first value.
+  FieldType type() const noexcept { return type_; }
+  bool isText() const noexcept { return type_ == FieldType::text; }
+  std::size_t size() const noexcept { return sealed_ * kBlockRows + open_.size(); }
+
+  // Appends what the engine delivers. A text in a date or time column must have the database's
+  // form; if it has not, it is kept as no value.
+  void appendNull() { append(kNull); }
+  void appendInteger(std::int64_t number);
+  void appendText(std::string_view text);
+
+  Value value(std::size_t row) const;
+  bool isNull(std::size_t row) const noexcept { return raw(row) == kNull; }
+  std::int64_t raw(std::size_t row) const noexcept;
+  std::string_view textOfRaw(std::int64_t raw) const { return dictionary_.text(raw); }
+
+  // Stores a value that fits the column's type already (see convertedTo).
+  void set(std::size_t row, const Value& value);
+
+  // Calls f(row, raw) for every row in order; faster than asking row by row.
+  template <class F>
+  void forEachRaw(F f) const {
+    std::size_t row = 0;
+    for (const Block& block : blocks_)
+      for (std::size_t i = 0; i < kBlockRows; ++i) f(row++, block.raw(i));
+    for (const std::int64_t raw : open_) f(row++, raw);
+  }
+
+  // Keys that order like the values, without regard to the case of texts; Null is the lowest.
+  // Ranks stay valid until the column grows or changes.
+  std::int64_t rank(std::int64_t raw) const;
+  void prepareRanks() const { if (isText()) dictionary_.prepareRanks(); }
+
+  const TextDictionary& dictionary() const noexcept { return dictionary_; }
+  std::size_t bytes() const noexcept;
+
+ private:
+  static constexpr std::size_t kBlockRows = 1U << 14U;
+
+  // Values less `base`, one code above the range standing for Null.
+  struct Block {
+    std::int64_t base = 0;
+    std::uint8_t width = 0;
+    std::vector<std::uint8_t> bytes;
+    std::int64_t raw(std::size_t index) const noexcept;
+    void pack(const std::vector<std::int64_t>& values);
+  };
+
+  void append(std::int64_t raw) {
+    open_.push_back(raw);
+    if (open_.size() == kBlockRows) seal();
+  }
+  void seal();
+  std::int64_t rawOf(const Value& value);
+  void becomeText();
+
+  std::string name_;
+  FieldType declared_;
+  FieldType type_ = declared_;
+  std::vector<Block> blocks_;
+  std::size_t sealed_ = 0;
+  std::vector<std::int64_t> open_;
+  TextDictionary dictionary_;
+};
+
+}  // namespace bw

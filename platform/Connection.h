@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/Engine.h"
+#include "platform/RecordSet.h"
+
+namespace bw {
+
+// The one road to a database. Statements are the program's own texts; they are rewritten here.
+// A failing statement raises RuntimeError (number `database`) and leaves the transaction alive:
+// what was done before it stands, what comes after it runs.
+class Connection {
+ public:
+  Connection() = default;  // closed
+  explicit Connection(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {}
+
+  std::string ConnectionString;
+
+  // Opens what ConnectionString names: its data source, its workgroup file, its account.
+  // Raises error `database` when one of them is missing or refused.
+  void Open();
+  bool isOpen() const noexcept { return engine_ != nullptr; }
+
+  // Transactions nest. Commit and Rollback end the innermost level only; what an inner commit
+  // kept is undone by an outer rollback. Without an open transaction they raise `noTransaction`.
+  int BeginTrans();  // returns the new level, from 1
+  void CommitTrans();
+  void RollbackTrans();
+  int transactionLevel() const noexcept { return level_; }
+
+  // Returns the number of rows that the statement matched.
+  std::int64_t Execute(std::string_view statement);
+  RecordSetRef Read(std::string_view statement, LockType lock = LockType::optimistic);
+
+  // Hears every statement as the program wrote it, before it runs; also BEGIN, COMMIT, ROLLBACK.
+  std::function<void(std::string_view)> tap;
+
+ private:
+  Engine& engine();
+  void control(const std::string& word, const std::string& statement);
+  void endLevel(const char* word, const std::string& outer, const std::string& inner);
+
+  std::unique_ptr<Engine> engine_;
+  int level_ = 0;
+};
+
+}  // namespace bw

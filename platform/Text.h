@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace bw {
+
+// Text is UTF-8. Positions count code points from 1; an ill-formed byte counts as one.
+
+std::size_t length(std::string_view text) noexcept;  // code points
+
+// Beyond the end there is what there is; a negative length raises 5, as does Mid from below 1.
+std::string Left(std::string_view text, std::ptrdiff_t count);
+std::string Right(std::string_view text, std::ptrdiff_t count);
+std::string Mid(std::string_view text, std::ptrdiff_t from);
+std::string Mid(std::string_view text, std::ptrdiff_t from, std::ptrdiff_t count);
+
+// Position of the first occurrence, 0 when absent. Case matters. An empty part is found at 1.
+std::size_t InStr(std::string_view text, std::string_view part) noexcept;
+
+std::string_view Trim(std::string_view text) noexcept;  // blanks only
+
+// Unicode case folding. Two texts are the same without regard to case when their foldings are
+// equal; foldings ordered by bytes are in code point order.
+std::string fold(std::string_view text);
+
+// One order for sorting, filtering and searching: by folding. Negative, 0 or positive.
+int compareText(std::string_view a, std::string_view b);
+
+// Names in the program's own tables (columns, settings, operations): ASCII letters without case.
+bool sameName(std::string_view a, std::string_view b) noexcept;
+
+// Windows-1252; a character outside it becomes "?".
+std::string toWindows1252(std::string_view text);
+
+// One string of all arguments: texts as they are, integers in decimal.
+namespace detail {
+inline void append(std::string& out, std::string_view piece) { out += piece; }
+inline void append(std::string& out, char piece) = delete;
+inline void append(std::string& out, long long number) { out += std::to_string(number); }
+inline void append(std::string& out, long number) { out += std::to_string(number); }
+inline void append(std::string& out, int number) { out += std::to_string(number); }
+}  // namespace detail
+
+template <class... Pieces>
+std::string concat(const Pieces&... pieces) {
+  std::string out;
+  (detail::append(out, pieces), ...);
+  return out;
+}
+
+}  // namespace bw
