@@ -32,11 +32,14 @@ class Column {
   void appendNull() { append(kNull); }
   void appendInteger(std::int64_t number);
   void appendText(std::string_view text);
+  void finish();  // gives back what was reserved for further rows
 
   Value value(std::size_t row) const;
   bool isNull(std::size_t row) const noexcept { return raw(row) == kNull; }
   std::int64_t raw(std::size_t row) const noexcept;
   std::string_view textOfRaw(std::int64_t raw) const { return dictionary_.text(raw); }
+
+  static DateTime momentOfRaw(std::int64_t raw) noexcept;
 
   // Stores a value that fits the column's type already (see convertedTo).
   void set(std::size_t row, const Value& value);
@@ -53,7 +56,9 @@ class Column {
   // Keys that order like the values, without regard to the case of texts; Null is the lowest.
   // Ranks stay valid until the column grows or changes.
   std::int64_t rank(std::int64_t raw) const;
-  void prepareRanks() const { if (isText()) dictionary_.prepareRanks(); }
+  void prepareRanks() const {
+    if (isText()) dictionary_.prepareRanks();
+  }
 
   const TextDictionary& dictionary() const noexcept { return dictionary_; }
   std::size_t bytes() const noexcept;

@@ -27,7 +27,7 @@ class Connection {
   bool isOpen() const noexcept { return engine_ != nullptr; }
 
   // Transactions nest. Commit and Rollback end the innermost level only; what an inner commit
-  // kept is undone by an outer rollback. Without an open transaction they raise `noTransaction`.
+  // kept is undone by an outer rollback. An outermost commit that fails rolls back. Without an open transaction they raise `noTransaction`.
   int BeginTrans();  // returns the new level, from 1
   void CommitTrans();
   void RollbackTrans();
@@ -42,8 +42,8 @@ class Connection {
 
  private:
   Engine& engine();
-  void control(const std::string& word, const std::string& statement);
-  void endLevel(const char* word, const std::string& outer, const std::string& inner);
+  void control(const std::string& statement);
+  void requireLevel() const;
 
   std::unique_ptr<Engine> engine_;
   int level_ = 0;

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "platform/Criteria.h"
+#include "platform/RowFilter.h"
+#include "platform/RowSort.h"
 #include "platform/RowStore.h"
 #include "platform/RuntimeError.h"
 
@@ -18,10 +20,11 @@ enum class LockType { readOnly, optimistic };
 // A field by name, without regard to case, or by index from 0. Unknown: 3265.
 class FieldRef {
  public:
-  FieldRef(std::string_view name) : name_(name) {}              // NOLINT(google-explicit-constructor)
-  FieldRef(const char* name) : name_(name) {}                   // NOLINT(google-explicit-constructor)
-  FieldRef(const std::string& name) : name_(name) {}            // NOLINT(google-explicit-constructor)
-  FieldRef(std::size_t index) : index_(index), byIndex_(true) {}  // NOLINT(google-explicit-constructor)
+  FieldRef(std::string_view name) : name_(name) {}    // NOLINT(google-explicit-constructor)
+  FieldRef(const char* name) : name_(name) {}         // NOLINT(google-explicit-constructor)
+  FieldRef(const std::string& name) : name_(name) {}  // NOLINT(google-explicit-constructor)
+  FieldRef(std::size_t index)
+      : index_(index), byIndex_(true) {}  // NOLINT(google-explicit-constructor)
 
   std::size_t in(const RowStore& store) const;
 
@@ -60,11 +63,11 @@ class RecordSet {
 
   Value value(FieldRef field) const;
   bool isNull(FieldRef field) const;
-  std::string text(FieldRef field) const;          // default text; Null raises 94
-  std::string textOrEmpty(FieldRef field) const;   // default text; "" for Null
-  std::int32_t integer(FieldRef field) const;      // Null raises 94, text is converted
-  std::int16_t code(FieldRef field) const;         // the same in 16 bits
-  Date date(FieldRef field) const;                 // Null raises 94
+  std::string text(FieldRef field) const;         // default text; Null raises 94
+  std::string textOrEmpty(FieldRef field) const;  // default text; "" for Null
+  std::int32_t integer(FieldRef field) const;     // Null raises 94, text is converted
+  std::int16_t code(FieldRef field) const;        // the same in 16 bits
+  Date date(FieldRef field) const;                // Null raises 94
   TimeOfDay time(FieldRef field) const;
 
   // Opens an edit on the current row, or goes on with it. Read-only: 3251.
@@ -100,18 +103,13 @@ class RecordSet {
   enum class At : std::uint8_t { row, bof, eof, deleted, outside };
   struct Place {
     At at = At::eof;
-    std::size_t index = 0;   // in the view: of the row, or of the row that followed it
-    std::uint32_t row = 0;   // of the store; for `row` and `outside`
+    std::size_t index = 0;  // in the view: of the row, or of the row that followed it
+    std::uint32_t row = 0;  // of the store; for `row` and `outside`
   };
   struct Edit {
     bool isNew = false;
     std::vector<std::pair<std::size_t, Value>> values;
   };
-  struct BoundSort {
-    std::size_t column;
-    bool descending;
-  };
-
   const RowStore& store() const;
   RowStore& store();
   void requireCurrent() const;
@@ -119,11 +117,8 @@ class RecordSet {
   void standAt(std::size_t index);
   void completeEdit();
   void settle(std::uint32_t row);
-  void removeFromView(std::size_t index);
-  void rebuildView();
-  bool passes(std::uint32_t row) const;
-  bool before(std::uint32_t a, std::uint32_t b) const;
-  std::optional<std::size_t> positionInView(std::uint32_t row) const;
+  void removeFromView();
+  void order(const std::vector<BoundSort>& keys);
   Value stored(std::size_t column) const;
 
   std::shared_ptr<RowStore> store_;
@@ -134,7 +129,7 @@ class RecordSet {
   std::optional<Edit> edit_;
   std::string filterText_;
   std::string sortText_;
-  Criteria filter_;
+  std::optional<RowFilter> filter_;  // unset: every row passes
   std::vector<BoundSort> sort_;
 };
 

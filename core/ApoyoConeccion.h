@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Connection.h"
+
+namespace bw {
+
+// Opens the one session, on DatabasePath and the workgroup file beside it. False when it was open
+// already (`message` is left as it is), and false with `message` filled when it failed. The
+// message shows the whole connection string; that is wanted.
+bool ConnectDatabase(std::string& message);
+
+// A new connection in `connection`, with that connection string.
+bool SessionCreate(Connection& connection, const std::string& connectionString);
+
+// Opens it; false when that failed, the reason is not told.
+bool SessionOpen(Connection& connection);
+
+}  // namespace bw

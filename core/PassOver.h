@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/RuntimeError.h"
+
+namespace bw {
+
+// Runs one statement whose errors are to be passed over, where the program says so.
+template <class Statement>
+void passOver(Statement statement) {
+  try {
+    statement();
+  } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch): that is what it is for
+  }
+}
+
+}  // namespace bw

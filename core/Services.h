@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "platform/Moment.h"
+
+namespace bw {
+
+// What the program asks of its surroundings. The program fills these in at its start, tests put
+// their own in their place.
+struct Services {
+  // Shows a text with an OK button.
+  std::function<void(const std::string& text)> message;
+  // Asks with OK and Cancel; true for OK.
+  std::function<bool(const std::string& text)> confirm;
+  // Local time, whole seconds.
+  std::function<DateTime()> now;
+  // Opens a document in the viewer and does not wait. Raises error 53 when there is no viewer.
+  std::function<void(const std::filesystem::path& document)> view;
+  // Where documents are written; made when it is not there.
+  std::function<std::filesystem::path()> documentFolder;
+  // The user's settings file.
+  std::function<std::filesystem::path()> settingsFile;
+};
+
+// Without a user interface messages go to the standard error stream and questions are answered
+// with Cancel.
+Services& services();
+
+// A message box with an OK button and the application's title.
+inline void MsgBox(const std::string& text) { services().message(text); }
+
+// Today and the present time, local.
+inline Date today() { return services().now().date; }
+inline TimeOfDay timeNow() { return services().now().time; }
+
+// Title of the program in boxes, and the application's name in settings.
+inline constexpr const char* kApplicationTitle = "Brantiwell";
+
+}  // namespace bw

@@ -1,0 +1,216 @@
+#include "platform/Column.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace bw {
+namespace {
+
+constexpr std::int64_t kSecondsOfDay = 86400;
+
+template <class Unsigned>
+Unsigned loadAs(const std::uint8_t* at) noexcept {
+  Unsigned number = 0;
+  std::memcpy(&number, at, sizeof number);
+  return number;
+}
+
+template <class Unsigned>
+void packAs(const std::vector<std::int64_t>& values, std::int64_t base,
+            std::vector<std::uint8_t>& bytes) {
+  bytes.resize(values.size() * sizeof(Unsigned));
+  std::uint8_t* at = bytes.data();
+  for (const std::int64_t value : values) {
+    const Unsigned code = value == Column::kNull
+                              ? std::numeric_limits<Unsigned>::max()
+                              : static_cast<Unsigned>(static_cast<std::uint64_t>(value) -
+                                                      static_cast<std::uint64_t>(base));
+    std::memcpy(at, &code, sizeof code);
+    at += sizeof code;
+  }
+}
+
+template <class Unsigned>
+std::int64_t unpack(const std::uint8_t* at, std::int64_t base) noexcept {
+  const auto code = loadAs<Unsigned>(at);
+  if (code == std::numeric_limits<Unsigned>::max()) return Column::kNull;
+  return static_cast<std::int64_t>(static_cast<std::uint64_t>(base) + code);
+}
+
+}  // namespace
+
+std::int64_t Column::Block::raw(std::size_t index) const noexcept {
+  const std::uint8_t* at = bytes.data() + index * width;
+  switch (width) {
+    case 1:
+      return unpack<std::uint8_t>(at, base);
+    case 2:
+      return unpack<std::uint16_t>(at, base);
+    case 4:
+      return unpack<std::uint32_t>(at, base);
+    default:
+      return unpack<std::uint64_t>(at, base);
+  }
+}
+
+void Column::Block::pack(const std::vector<std::int64_t>& values) {
+  std::int64_t lowest = std::numeric_limits<std::int64_t>::max();
+  std::int64_t highest = std::numeric_limits<std::int64_t>::min();
+  for (const std::int64_t value : values) {
+    if (value == kNull) continue;
+    lowest = std::min(lowest, value);
+    highest = std::max(highest, value);
+  }
+  base = lowest > highest ? 0 : lowest;
+  const std::uint64_t range =
+      lowest > highest ? 0
+                       : static_cast<std::uint64_t>(highest) - static_cast<std::uint64_t>(lowest);
+  if (range < 0xffU) {
+    width = 1;
+    packAs<std::uint8_t>(values, base, bytes);
+  } else if (range < 0xffffU) {
+    width = 2;
+    packAs<std::uint16_t>(values, base, bytes);
+  } else if (range < 0xffffffffU) {
+    width = 4;
+    packAs<std::uint32_t>(values, base, bytes);
+  } else {
+    width = 8;
+    packAs<std::uint64_t>(values, base, bytes);
+  }
+  bytes.shrink_to_fit();
+}
+
+void Column::seal() {
+  blocks_.emplace_back().pack(open_);
+  ++sealed_;
+  open_.clear();
+}
+
+void Column::finish() {
+  open_.shrink_to_fit();
+  blocks_.shrink_to_fit();
+}
+
+void Column::appendInteger(std::int64_t number) {
+  if (type_ == FieldType::untyped) type_ = FieldType::integer;
+  append(isText() ? dictionary_.number(std::to_string(number)) : number);
+}
+
+void Column::appendText(std::string_view text) {
+  switch (type_) {
+    case FieldType::date: {
+      const auto date = parseIsoDate(text);
+      return append(date ? date->day : kNull);
+    }
+    case FieldType::time: {
+      const auto time = parseIsoTime(text);
+      return append(time ? time->second : kNull);
+    }
+    case FieldType::dateTime: {
+      const auto moment = parseIsoDateTime(text);
+      return append(moment ? moment->date.day * kSecondsOfDay + moment->time.second : kNull);
+    }
+    case FieldType::untyped:
+      type_ = FieldType::text;
+      break;
+    case FieldType::text:
+      break;
+    case FieldType::smallint:
+    case FieldType::integer:
+      becomeText();
+      break;
+  }
+  append(dictionary_.number(text));
+}
+
+// An expression that gave numbers so far gives a text now.
+void Column::becomeText() {
+  std::vector<std::int64_t> raws;
+  raws.reserve(size());
+  forEachRaw([&](std::size_t, std::int64_t raw) { raws.push_back(raw); });
+  blocks_.clear();
+  open_.clear();
+  sealed_ = 0;
+  type_ = FieldType::text;
+  for (const std::int64_t raw : raws)
+    append(raw == kNull ? kNull : dictionary_.number(std::to_string(raw)));
+}
+
+std::int64_t Column::raw(std::size_t row) const noexcept {
+  const std::size_t block = row / kBlockRows;
+  const std::size_t index = row % kBlockRows;
+  return block < sealed_ ? blocks_[block].raw(index) : open_[index];
+}
+
+Value Column::value(std::size_t row) const {
+  const std::int64_t number = raw(row);
+  if (number == kNull) return {};
+  switch (type_) {
+    case FieldType::text:
+      return std::string(dictionary_.text(number));
+    case FieldType::date:
+      return Date{static_cast<std::int32_t>(number)};
+    case FieldType::time:
+      return TimeOfDay{static_cast<std::int32_t>(number)};
+    case FieldType::dateTime:
+      return momentOfRaw(number);
+    default:
+      return number;
+  }
+}
+
+DateTime Column::momentOfRaw(std::int64_t raw) noexcept {
+  std::int64_t day = raw / kSecondsOfDay;
+  std::int64_t second = raw % kSecondsOfDay;
+  if (second < 0) {
+    second += kSecondsOfDay;
+    --day;
+  }
+  return {Date{static_cast<std::int32_t>(day)}, TimeOfDay{static_cast<std::int32_t>(second)}};
+}
+
+std::int64_t Column::rawOf(const Value& value) {
+  if (bw::isNull(value)) return kNull;
+  switch (type_) {
+    case FieldType::text:
+      return dictionary_.number(std::get<std::string>(value));
+    case FieldType::date:
+      return std::get<Date>(value).day;
+    case FieldType::time:
+      return std::get<TimeOfDay>(value).second;
+    case FieldType::dateTime: {
+      const auto& moment = std::get<DateTime>(value);
+      return moment.date.day * kSecondsOfDay + moment.time.second;
+    }
+    default:
+      return std::get<std::int64_t>(value);
+  }
+}
+
+void Column::set(std::size_t row, const Value& value) {
+  if (type_ == FieldType::untyped && !bw::isNull(value))
+    type_ = std::holds_alternative<std::string>(value) ? FieldType::text : FieldType::integer;
+  const std::int64_t number = rawOf(value);
+  const std::size_t block = row / kBlockRows;
+  if (block >= sealed_) {
+    open_[row % kBlockRows] = number;
+    return;
+  }
+  std::vector<std::int64_t> values(kBlockRows);
+  for (std::size_t i = 0; i < kBlockRows; ++i) values[i] = blocks_[block].raw(i);
+  values[row % kBlockRows] = number;
+  blocks_[block].pack(values);
+}
+
+std::int64_t Column::rank(std::int64_t raw) const {
+  return raw == kNull || !isText() ? raw : dictionary_.rank(raw);
+}
+
+std::size_t Column::bytes() const noexcept {
+  std::size_t total = open_.capacity() * sizeof(std::int64_t) + dictionary_.bytes();
+  for (const Block& block : blocks_) total += sizeof(Block) + block.bytes.capacity();
+  return total;
+}
+
+}  // namespace bw

@@ -1,0 +1,58 @@
+#include "platform/Refusals.h"
+
+#include <array>
+#include <utility>
+
+namespace bw {
+namespace {
+
+using Row = std::pair<std::string_view, std::string_view>;
+
+// clang-format off
+constexpr std::array kChecks{
+    Row{"Size", " is too long: at most 255 characters can be stored."},
+    Row{"Range", " is out of range: the number is too large or too small to be stored."},
+    Row{"Date", " is not a date that can be stored."},
+    Row{"Time", " is not a time that can be stored."},
+    Row{"Stamp", " is not a date and time that can be stored."},
+};
+// clang-format on
+
+std::string checkSentence(std::string_view constraint) {
+  for (const auto& [ending, words] : kChecks)
+    if (constraint.ends_with(ending))
+      return std::string(constraint.substr(0, constraint.size() - ending.size())).append(words);
+  return "A value is not allowed here (" + std::string(constraint) + ").";
+}
+
+}  // namespace
+
+std::string refusalSentence(Refusal refusal, std::string_view detail) {
+  switch (refusal) {
+    case Refusal::duplicateKey:
+      return "There is a record with the same key already.";
+    case Refusal::missingParent:
+      return "The record refers to another record that does not exist (any more).";
+    case Refusal::inUse:
+      return "This record cannot be deleted or changed: other records use it.";
+    case Refusal::check:
+      return checkSentence(detail);
+    case Refusal::missingValue:
+      return "A value is missing: " + std::string(detail) + ".";
+    case Refusal::locked:
+      return "The database is locked by another station. Please try again in a moment.";
+    case Refusal::full:
+      return "The disk is full. Nothing was stored.";
+    case Refusal::readOnly:
+      return "The database cannot be written: its file or folder is read-only.";
+    case Refusal::damaged:
+      return "The database file is damaged or is no database.";
+    case Refusal::unreadable:
+      return "The database file cannot be read or written.";
+    case Refusal::notOpened:
+      return "The database file cannot be opened: " + std::string(detail);
+  }
+  return {};
+}
+
+}  // namespace bw

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace bw {
+
+// Why an engine refused, whichever engine it is.
+enum class Refusal {
+  duplicateKey,
+  missingParent,
+  inUse,
+  check,         // the detail is the constraint's name
+  missingValue,  // the detail is table and column
+  locked,
+  full,
+  readOnly,
+  damaged,
+  unreadable,
+  notOpened,
+};
+
+// The sentence for the user. Checks named <column>Size, <column>Range, <column>Date, <column>Time
+// and <column>Stamp are told in words.
+std::string refusalSentence(Refusal refusal, std::string_view detail = {});
+
+}  // namespace bw

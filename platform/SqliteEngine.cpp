@@ -1,0 +1,211 @@
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <system_error>
+
+#include "platform/Engine.h"
+#include "platform/Refusals.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+struct CloseDatabase {
+  void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
+};
+struct Finalize {
+  void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
+};
+using Database = std::unique_ptr<sqlite3, CloseDatabase>;
+using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+// What follows the last colon of the engine's text: the name of a constraint or of a column.
+std::string detailOf(std::string_view message) {
+  const std::size_t colon = message.rfind(": ");
+  return std::string(colon == std::string_view::npos ? message : message.substr(colon + 2));
+}
+
+std::string sentenceFor(int code, const char* message) {
+  switch (code) {
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_ROWID:
+      return refusalSentence(Refusal::duplicateKey);
+    case SQLITE_CONSTRAINT_CHECK:
+      return refusalSentence(Refusal::check, detailOf(message));
+    case SQLITE_CONSTRAINT_NOTNULL:
+      return refusalSentence(Refusal::missingValue, detailOf(message));
+    case SQLITE_CONSTRAINT_TRIGGER:
+      return message;  // the schema's own sentence
+    default:
+      break;
+  }
+  switch (code & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return refusalSentence(Refusal::locked);
+    case SQLITE_FULL:
+      return refusalSentence(Refusal::full);
+    case SQLITE_READONLY:
+      return refusalSentence(Refusal::readOnly);
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      return refusalSentence(Refusal::damaged);
+    case SQLITE_IOERR:
+      return refusalSentence(Refusal::unreadable);
+    case SQLITE_NOMEM:
+      return std::string(errorText(ErrorNumber::outOfMemory));
+    default:
+      return message;
+  }
+}
+
+FieldType typeOfDeclaration(const char* declaration) noexcept {
+  if (declaration == nullptr) return FieldType::untyped;
+  const std::string_view name = declaration;
+  if (sameName(name, "SMALLINT")) return FieldType::smallint;
+  if (sameName(name, "INTEGER")) return FieldType::integer;
+  if (sameName(name, "TEXT")) return FieldType::text;
+  if (sameName(name, "DATE")) return FieldType::date;
+  if (sameName(name, "TIME")) return FieldType::time;
+  if (sameName(name, "DATETIME")) return FieldType::dateTime;
+  return FieldType::untyped;
+}
+
+std::string_view textOfColumn(sqlite3_stmt* statement, int column) noexcept {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+  return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+}
+
+// bw_fold(text): its Unicode case folding, for the schema's queries.
+void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
+  if (sqlite3_value_type(arguments[0]) == SQLITE_NULL) return sqlite3_result_null(context);
+  try {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(arguments[0]));
+    const std::string folded =
+        fold({text, static_cast<std::size_t>(sqlite3_value_bytes(arguments[0]))});
+    sqlite3_result_text(context, folded.data(), static_cast<int>(folded.size()), SQLITE_TRANSIENT);
+  } catch (const std::exception&) {
+    sqlite3_result_error_nomem(context);
+  }
+}
+
+class SqliteEngine final : public Engine {
+ public:
+  explicit SqliteEngine(Database database) : database_(std::move(database)) {}
+
+  std::int64_t execute(const std::string& text) override {
+    const Statement statement = prepare(text);
+    while (step(statement)) {
+    }
+    return sqlite3_stmt_readonly(statement.get()) != 0 ? 0 : sqlite3_changes64(database_.get());
+  }
+
+  std::shared_ptr<RowStore> read(const std::string& text) override {
+    const Statement statement = prepare(text);
+    auto store = std::make_shared<RowStore>();
+    const int count = sqlite3_column_count(statement.get());
+    store->columns.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+      store->columns.emplace_back(sqlite3_column_name(statement.get(), i),
+                                  typeOfDeclaration(sqlite3_column_decltype(statement.get(), i)));
+    while (step(statement)) appendRow(statement.get(), store->columns);
+    for (Column& column : store->columns) column.finish();
+    return store;
+  }
+
+  bool inTransaction() const override { return sqlite3_get_autocommit(database_.get()) == 0; }
+
+  [[noreturn]] void refuse() const {
+    throw RuntimeError(ErrorNumber::database, sentenceFor(sqlite3_extended_errcode(database_.get()),
+                                                          sqlite3_errmsg(database_.get())));
+  }
+
+ private:
+  Statement prepare(const std::string& text) const {
+    sqlite3_stmt* prepared = nullptr;
+    const int status = sqlite3_prepare_v2(database_.get(), text.data(),
+                                          static_cast<int>(text.size()), &prepared, nullptr);
+    Statement statement(prepared);
+    if (status != SQLITE_OK) refuse();
+    if (!statement) throw RuntimeError(ErrorNumber::database, "The statement is empty.");
+    return statement;
+  }
+
+  bool step(const Statement& statement) const {
+    const int status = sqlite3_step(statement.get());
+    if (status == SQLITE_ROW) return true;
+    if (status != SQLITE_DONE) refuseStep(statement.get());
+    return false;
+  }
+
+  // A foreign key tells neither table nor direction; the statement's kind does.
+  [[noreturn]] void refuseStep(sqlite3_stmt* statement) const {
+    const int code = sqlite3_extended_errcode(database_.get());
+    const bool byRelation =
+        code == SQLITE_CONSTRAINT_FOREIGNKEY ||
+        (code == SQLITE_CONSTRAINT_TRIGGER &&
+         std::string_view(sqlite3_errmsg(database_.get())) == "FOREIGN KEY constraint failed");
+    if (!byRelation) refuse();
+    const bool deletes = sameName(std::string_view(sqlite3_sql(statement)).substr(0, 6), "DELETE");
+    throw RuntimeError(ErrorNumber::database,
+                       refusalSentence(deletes ? Refusal::inUse : Refusal::missingParent));
+  }
+
+  static void appendRow(sqlite3_stmt* statement, std::vector<Column>& columns) {
+    int i = 0;
+    for (Column& column : columns) {
+      switch (sqlite3_column_type(statement, i)) {
+        case SQLITE_INTEGER:
+          column.appendInteger(sqlite3_column_int64(statement, i));
+          break;
+        case SQLITE_NULL:
+          column.appendNull();
+          break;
+        default:
+          column.appendText(textOfColumn(statement, i));
+          break;
+      }
+      ++i;
+    }
+  }
+
+  Database database_;
+};
+
+void setUp(sqlite3* database, const SqliteOptions& options) {
+  sqlite3_extended_result_codes(database, 1);
+  sqlite3_busy_timeout(database, static_cast<int>(options.busyTimeout.count()));
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  sqlite3_create_function_v2(database, "bw_fold", 1,
+                             SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                             foldFunction, nullptr, nullptr, nullptr);
+}
+
+}  // namespace
+
+std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options) {
+  std::error_code ignored;
+  const bool inMemory = path == ":memory:";
+  if (!inMemory && !std::filesystem::is_regular_file(path, ignored))
+    throw RuntimeError(ErrorNumber::database,
+                       refusalSentence(Refusal::notOpened, "there is no file " + path));
+  sqlite3* opened = nullptr;
+  const int flags = inMemory ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READWRITE;
+  const int status = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  Database database(opened);
+  if (status != SQLITE_OK)
+    throw RuntimeError(ErrorNumber::database,
+                       refusalSentence(Refusal::notOpened, sqlite3_errmsg(opened)));
+  setUp(database.get(), options);
+  auto engine = std::make_unique<SqliteEngine>(std::move(database));
+  // A file of rubbish opens too; only reading tells.
+  engine->read("SELECT count(*) FROM sqlite_schema");
+  engine->execute("PRAGMA foreign_keys=ON");
+  engine->execute("PRAGMA synchronous=FULL");
+  return engine;
+}
+
+}  // namespace bw

@@ -1,0 +1,92 @@
+#include "platform/TextDictionary.h"
+
+#include <algorithm>
+#include <cstring>
+#include <numeric>
+
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+// Multiply and fold, eight bytes at a time: texts here are short and need no stronger mixing.
+std::uint64_t hashOf(std::string_view text) noexcept {
+  constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15U;
+  std::uint64_t hash = text.size() * kMultiplier;
+  const char* at = text.data();
+  std::size_t left = text.size();
+  const auto mix = [&](std::uint64_t word) {
+    hash = (hash ^ word) * kMultiplier;
+    hash ^= hash >> 32U;
+  };
+  while (left >= sizeof(std::uint64_t)) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    mix(word);
+    at += sizeof word;
+    left -= sizeof word;
+  }
+  std::uint64_t tail = 0;
+  std::memcpy(&tail, at, left);
+  mix(tail);
+  return hash;
+}
+
+}  // namespace
+
+std::size_t TextDictionary::slotOf(std::string_view wanted, std::uint64_t hash) const noexcept {
+  const std::size_t mask = slots_.size() - 1;
+  const auto stored = static_cast<std::uint32_t>(hash >> 32U);
+  for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
+    const Slot& candidate = slots_[slot];
+    if (candidate.number == kFree) return slot;
+    if (candidate.hash == stored && text(candidate.number) == wanted) return slot;
+  }
+}
+
+void TextDictionary::grow() {
+  slots_.assign(std::max<std::size_t>(16, slots_.size() * 2), Slot{});
+  for (std::size_t i = 0; i < size(); ++i) {
+    const std::string_view entry = text(static_cast<std::int64_t>(i));
+    const std::uint64_t hash = hashOf(entry);
+    slots_[slotOf(entry, hash)] = {static_cast<std::uint32_t>(hash >> 32U),
+                                   static_cast<std::uint32_t>(i)};
+  }
+}
+
+std::int64_t TextDictionary::number(std::string_view wanted) {
+  if (last_ >= 0 && text(last_) == wanted) return last_;
+  if ((size() + 1) * 2 > slots_.size()) grow();
+  const std::uint64_t hash = hashOf(wanted);
+  Slot& slot = slots_[slotOf(wanted, hash)];
+  if (slot.number == kFree) {
+    slot = {static_cast<std::uint32_t>(hash >> 32U), static_cast<std::uint32_t>(size())};
+    arena_ += wanted;
+    starts_.push_back(arena_.size());
+  }
+  last_ = slot.number;
+  return last_;
+}
+
+void TextDictionary::prepareRanks() const {
+  if (ranks_.size() == size()) return;
+  std::vector<std::string> folded(size());
+  for (std::size_t i = 0; i < size(); ++i) folded[i] = fold(text(static_cast<std::int64_t>(i)));
+  std::vector<std::uint32_t> order(size());
+  std::iota(order.begin(), order.end(), 0U);
+  std::sort(order.begin(), order.end(),
+            [&](std::uint32_t a, std::uint32_t b) { return folded[a] < folded[b]; });
+  ranks_.resize(size());
+  std::uint32_t rank = 0;
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    if (i > 0 && folded[order[i]] != folded[order[i - 1]]) ++rank;
+    ranks_[order[i]] = rank;
+  }
+}
+
+std::size_t TextDictionary::bytes() const noexcept {
+  return arena_.capacity() + starts_.capacity() * sizeof(std::size_t) +
+         slots_.capacity() * sizeof(Slot) + ranks_.capacity() * sizeof(std::uint32_t);
+}
+
+}  // namespace bw
