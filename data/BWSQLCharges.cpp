@@ -1,0 +1,170 @@
+#include "data/BWSQLCharges.h"
+
+#include "core/Services.h"
+#include "data/BWSQLPatients.h"
+#include "data/CodeList.h"
+#include "data/Literals.h"
+#include "data/Writing.h"
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+struct ChargeKey {
+  std::int16_t PatientId;
+  Date ChargeDate;
+  TimeOfDay ChargeTime;
+};
+
+std::string conditionOf(const ChargeKey& key) {
+  return concat("WHERE PatientId=", key.PatientId, "  AND ChargeDate=#", monthFirst(key.ChargeDate),
+                "# AND ChargeTime =#", clock24(key.ChargeTime), "#");
+}
+
+// What differs between the two kinds of detail rows. The delete of a procedure that is not there
+// speaks in words of its own.
+struct DetailKind {
+  const char* table;
+  const char* column;
+  const char* deletedNothing;
+};
+constexpr DetailKind kDiagnoses{"ChargeDiagnosis", "DiagnosisCode", kDeleteTouchedNothing};
+constexpr DetailKind kProcedures{"ChargeProcedures", "ProcedureCode",
+                                 "No records afected by the DELETE"};
+
+int insertDetailOf(const DetailKind& kind, const ChargeKey& key, std::int16_t code,
+                   std::string& message) {
+  return insertDetail(
+      concat("INSERT INTO ", kind.table, " (PatientId, ChargeDate, ChargeTime,  ", kind.column,
+             " ) VALUES (", key.PatientId, ", ", "#", monthFirst(key.ChargeDate), "#, ", "#",
+             clock24(key.ChargeTime), "#, ", code, ")"),
+      message);
+}
+
+int deleteDetailOf(const DetailKind& kind, const ChargeKey& key, std::int16_t code,
+                   std::string& message) {
+  return deleteDetail(
+      concat("DELETE FROM ", kind.table, " ", conditionOf(key), " AND ", kind.column, " = ", code),
+      kind.deletedNothing, message);
+}
+
+// Inserts the details of a new charge; false at the first that fails.
+bool insertDetailsOf(const DetailKind& kind, const ChargeKey& key, const std::string& codes,
+                     std::string& message) {
+  return forEachCode(
+      codes, [&](std::int16_t code) { return insertDetailOf(kind, key, code, message) == kDone; });
+}
+
+// Makes the stored details agree with the wanted ones.
+void reconcileDetailsOf(const DetailKind& kind, const ChargeKey& key, const RecordSetRef& stored,
+                        const std::string& codes, int& result, std::string& message) {
+  if (result != kDone) return;
+  Trap trap(result, message);
+  trap([&] {
+    const bool agree = reconcileDetails(
+        stored, kind.column, codes,
+        {.remove = [&](std::int16_t code) { return deleteDetailOf(kind, key, code, message); },
+         .insert = [&](std::int16_t code) { return insertDetailOf(kind, key, code, message); }});
+    if (!agree) result = kDetailFailed;
+  });
+}
+
+}  // namespace
+
+int ChargeInsert(std::int16_t PatientId, Date& ChargeDate, TimeOfDay& ChargeTime,
+                 Date ChargeRealDate, std::int32_t EMCode, std::int16_t DoctorCode,
+                 std::int16_t ReferDoctorCode, std::int16_t FacilityCode,
+                 const std::string& diagnoses, const std::string& procedures, std::int16_t Status,
+                 std::string& message) {
+  const DateTime now = services().now();
+  const ChargeKey key{PatientId, now.date, now.time};
+  int result = kDone;
+  Trap trap(result, message);
+  trap.begin();
+  trap.execute(
+      concat("INSERT INTO PatientCharges (PatientId, ChargeDate, ChargeTime, ChargeRealDate, "
+             "FacilityCode, EMCode, DoctorCode, ReferDoctorCode, Status) VALUES (",
+             PatientId, ", ", "#", monthFirst(key.ChargeDate), "#, ", "#", clock24(key.ChargeTime),
+             "#, ", "#", monthFirst(ChargeRealDate), "#, ", FacilityCode, ",", EMCode, ",",
+             DoctorCode, ",", ReferDoctorCode, ",", Status, ")"));
+  if (result == kDatabaseError) {
+    trap.rollback();
+    return result;
+  }
+  // The procedures are tried even when a diagnosis has failed.
+  if (!insertDetailsOf(kDiagnoses, key, diagnoses, message)) result = kNothingTouched;
+  if (!insertDetailsOf(kProcedures, key, procedures, message)) result = kNothingTouched;
+  if (result != kDone) {
+    trap.rollback();
+    return result;
+  }
+  trap.commit();
+  if (result == kDone) {
+    ChargeDate = key.ChargeDate;
+    ChargeTime = key.ChargeTime;
+  }
+  return result;
+}
+
+int ChargeUpdate(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime, Date ChargeRealDate,
+                 std::int32_t EMCode, std::int16_t DoctorCode, std::int16_t ReferDoctorCode,
+                 std::int16_t FacilityCode, const std::string& diagnoses,
+                 const std::string& procedures, std::int16_t Status, std::string& message) {
+  const ChargeKey key{PatientId, ChargeDate, ChargeTime};
+  const RecordSetRef storedDiagnoses = ChargeDiagnosisList(PatientId, ChargeDate, ChargeTime);
+  const RecordSetRef storedProcedures = ChargeProceduresList(PatientId, ChargeDate, ChargeTime);
+  int result = kDone;
+  Trap(result, message).begin();
+  reconcileDetailsOf(kDiagnoses, key, storedDiagnoses, diagnoses, result, message);
+  reconcileDetailsOf(kProcedures, key, storedProcedures, procedures, result, message);
+  finishChange(concat("UPDATE PatientCharges SET", " ChargeRealDate= #", yearFirst(ChargeRealDate),
+                      "#", ", FacilityCode = ", FacilityCode, ", EMCode = ", EMCode,
+                      ", DoctorCode = ", DoctorCode, ", ReferDoctorCode = ", ReferDoctorCode,
+                      ", Status = ", Status, " ", conditionOf(key)),
+               kUpdateTouchedNothing, result, message);
+  return result;
+}
+
+int ChargeDelete(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
+                 std::string& message) {
+  int result = kDone;
+  const std::int64_t records = Trap(result, message)
+                                   .execute("DELETE FROM PatientCharges " +
+                                            conditionOf({PatientId, ChargeDate, ChargeTime}));
+  if (records != 0) return kDone;
+  message = kDeleteTouchedNothing;
+  return kNothingTouched;
+}
+
+int ChargeDiagnosisInsert(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
+                          std::int16_t DiagnosisCode, std::string& message) {
+  return insertDetailOf(kDiagnoses, {PatientId, ChargeDate, ChargeTime}, DiagnosisCode, message);
+}
+
+int ChargeDiagnosisDelete(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
+                          std::int16_t DiagnosisCode, std::string& message) {
+  return deleteDetailOf(kDiagnoses, {PatientId, ChargeDate, ChargeTime}, DiagnosisCode, message);
+}
+
+int ChargeProcedureInsert(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
+                          std::int16_t ProcedureCode, std::string& message) {
+  return insertDetailOf(kProcedures, {PatientId, ChargeDate, ChargeTime}, ProcedureCode, message);
+}
+
+int ChargeProcedureDelete(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
+                          std::int16_t ProcedureCode, std::string& message) {
+  return deleteDetailOf(kProcedures, {PatientId, ChargeDate, ChargeTime}, ProcedureCode, message);
+}
+
+int ChargeSetPrintLot(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
+                      std::int32_t lot, std::int16_t Status, std::string& message) {
+  const std::string lotPart = lot < 0 ? "" : concat(" PrintLot = ", lot, ",");
+  int result = kDone;
+  Trap(result, message).begin();
+  finishChange(concat("UPDATE PatientCharges SET", lotPart, " [Status] = ", Status, " ",
+                      conditionOf({PatientId, ChargeDate, ChargeTime})),
+               kUpdateTouchedNothing, result, message);
+  return result;
+}
+
+}  // namespace bw

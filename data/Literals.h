@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Formats.h"
+
+namespace bw {
+
+// Texts that stand between number signs in statements.
+inline std::string monthFirst(Date date) { return Format(date, "mm/dd/yyyy"); }
+inline std::string yearFirst(Date date) { return Format(date, "yyyy/mm/dd"); }
+inline std::string clock24(TimeOfDay time) { return Format(time, "hh:MM:ss"); }
+inline std::string stamp(DateTime moment) { return Format(moment, "yyyy/mm/dd hh:MM:ss"); }
+
+}  // namespace bw

@@ -1,0 +1,56 @@
+#include "data/Writing.h"
+
+namespace bw {
+
+int insertRow(const std::string& statement, std::string& message) {
+  int ignored = 0;
+  return insertRecord(1, ignored, statement, message);
+}
+
+namespace {
+
+// Commits when rows were touched, else rolls back and says so.
+void endChange(std::int64_t records, const char* touchedNothing, int& result,
+               std::string& message) {
+  Trap trap(result, message);
+  if (result != kDone) return trap.rollback();
+  if (records != 0) return trap.commit();
+  result = kNothingTouched;
+  message = touchedNothing;
+  trap.rollback();
+}
+
+}  // namespace
+
+void finishChange(const std::string& statement, const char* touchedNothing, int& result,
+                  std::string& message) {
+  const std::int64_t records = result == kDone ? Trap(result, message).execute(statement) : 0;
+  endChange(records, touchedNothing, result, message);
+}
+
+int changeRecord(const std::string& statement, const char* touchedNothing, std::string& message) {
+  int result = kDone;
+  Trap trap(result, message);
+  trap.begin();
+  const std::int64_t records = trap.execute(statement);
+  endChange(records, touchedNothing, result, message);
+  return result;
+}
+
+int insertDetail(const std::string& statement, std::string& message) {
+  int result = kDone;
+  Trap(result, message).execute(statement);
+  return result;
+}
+
+int deleteDetail(const std::string& statement, const char* touchedNothing, std::string& message) {
+  int result = kDone;
+  const std::int64_t records = Trap(result, message).execute(statement);
+  if (result == kDone && records == 0) {
+    result = kNothingTouched;
+    message = touchedNothing;
+  }
+  return result;
+}
+
+}  // namespace bw

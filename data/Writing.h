@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/Principal.h"
+
+namespace bw {
+
+// Results of a writing routine. Nothing throws out of one: the caller shows the message.
+inline constexpr int kDone = 0;
+inline constexpr int kDatabaseError = 1;
+inline constexpr int kNothingTouched = 2;  // in inserts: a detail row failed
+inline constexpr int kDetailFailed = 3;    // in updates
+
+// Required texts, shown to the user as they stand.
+inline constexpr const char* kUpdateTouchedNothing = "U:IMPACTENT";
+inline constexpr const char* kDeleteTouchedNothing = "U:IMPELIENT";
+
+// The error trap of a writing routine: a step that fails sets the result to 1 and the message to
+// the error's text, the last one standing; the routine runs on to its own test of the result, so
+// that its transaction is always ended.
+class Trap {
+ public:
+  Trap(int& result, std::string& message) : result_(result), message_(message) {}
+
+  template <class Step>
+  void operator()(Step step) {
+    try {
+      step();
+    } catch (const RuntimeError& error) {
+      result_ = kDatabaseError;
+      message_ = error.text();
+    }
+  }
+
+  void begin() {
+    (*this)([] { DatabaseConnection.BeginTrans(); });
+  }
+  void commit() {
+    (*this)([] { DatabaseConnection.CommitTrans(); });
+  }
+  void rollback() {
+    (*this)([] { DatabaseConnection.RollbackTrans(); });
+  }
+  // Rows matched; 0 after an error.
+  std::int64_t execute(const std::string& statement) {
+    std::int64_t records = 0;
+    (*this)([&] { records = DatabaseConnection.Execute(statement); });
+    return records;
+  }
+
+ private:
+  int& result_;
+  std::string& message_;
+};
+
+// An insert in a transaction of its own: 0 or 1. `codeOut` gets the code when the statement ran,
+// also when the commit behind it fails. `code` 0 means that none could be allocated: 1, and the
+// message is left as it was.
+template <class Code>
+int insertRecord(Code code, Code& codeOut, const std::string& statement, std::string& message) {
+  if (code == 0) return kDatabaseError;
+  int result = kDone;
+  Trap trap(result, message);
+  trap.begin();
+  trap.execute(statement);
+  if (result == kDatabaseError) {
+    trap.rollback();
+    return result;
+  }
+  codeOut = code;
+  trap.commit();
+  return result;
+}
+
+// An insert without a code of its own, in a transaction: 0 or 1.
+int insertRow(const std::string& statement, std::string& message);
+
+// An update or delete in a transaction of its own: 0, 1, or 2 with that text when no row matched.
+int changeRecord(const std::string& statement, const char* touchedNothing, std::string& message);
+
+// The end of an update whose transaction is open: runs the statement unless `result` tells of a
+// failure before it, and commits or rolls back.
+void finishChange(const std::string& statement, const char* touchedNothing, int& result,
+                  std::string& message);
+
+// Detail rows, inside the caller's transaction: 0, 1, or 2 with that text when no row matched.
+int insertDetail(const std::string& statement, std::string& message);
+int deleteDetail(const std::string& statement, const char* touchedNothing, std::string& message);
+
+}  // namespace bw
