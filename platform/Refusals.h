@@ -18,6 +18,7 @@ enum class Refusal {
   damaged,
   unreadable,
   notOpened,
+  rolledBack,
 };
 
 // The sentence for the user. Checks named <column>Size, <column>Range, <column>Date, <column>Time
