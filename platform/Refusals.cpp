@@ -51,6 +51,8 @@ std::string refusalSentence(Refusal refusal, std::string_view detail) {
       return "The database file cannot be read or written.";
     case Refusal::notOpened:
       return "The database file cannot be opened: " + std::string(detail);
+    case Refusal::notCreated:
+      return "The database file cannot be made: " + std::string(detail);
   }
   return {};
 }
