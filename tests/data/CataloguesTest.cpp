@@ -36,6 +36,7 @@ struct Family {
   bool getWritable = false;   // the row can be written to
   bool getTells = false;      // a failure of the read is shown
 };
+void PrintTo(const Family& family, std::ostream* out) { *out << family.name; }
 
 // Calls with a 16 bit code what keeps it in 32.
 template <class Insert>
