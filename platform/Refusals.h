@@ -17,7 +17,8 @@ enum class Refusal {
   readOnly,
   damaged,
   unreadable,
-  notOpened,
+  notOpened,   // the detail is the reason
+  notCreated,  // the detail is the reason
   rolledBack,
 };
 

@@ -1,5 +1,8 @@
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
@@ -115,7 +118,26 @@ class SqliteEngine final : public Engine {
     return store;
   }
 
+  std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
+                                            const std::vector<std::string>& columns) override;
+
+  std::vector<std::string> findDamage() override {
+    std::vector<std::string> damage;
+    const std::shared_ptr<RowStore> lines = read("PRAGMA integrity_check");
+    for (std::size_t row = 0; row < lines->rowCount(); ++row) {
+      std::string line = textOrEmpty(lines->columns.front().value(row));
+      if (line != "ok" && !line.starts_with("CHECK constraint")) damage.push_back(std::move(line));
+    }
+    return damage;
+  }
+
   bool inTransaction() const override { return sqlite3_get_autocommit(database_.get()) == 0; }
+
+  // Steps an insert to its end, and leaves it ready for the next.
+  void insert(const Statement& statement) {
+    step(statement);
+    sqlite3_reset(statement.get());
+  }
 
   [[noreturn]] void refuse() const {
     throw RuntimeError(ErrorNumber::database, sentenceFor(sqlite3_extended_errcode(database_.get()),
@@ -174,6 +196,56 @@ class SqliteEngine final : public Engine {
   Database database_;
 };
 
+void bind(sqlite3_stmt* statement, int place, const Value& value) {
+  struct Binder {
+    sqlite3_stmt* statement;
+    int place;
+    int operator()(std::monostate) const { return sqlite3_bind_null(statement, place); }
+    int operator()(std::int64_t number) const {
+      return sqlite3_bind_int64(statement, place, number);
+    }
+    int operator()(const std::string& text) const {
+      return sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()),
+                               SQLITE_TRANSIENT);
+    }
+    int operator()(Date date) const { return (*this)(isoDate(date)); }
+    int operator()(TimeOfDay time) const { return (*this)(isoTime(time)); }
+    int operator()(DateTime moment) const { return (*this)(isoDateTime(moment)); }
+  };
+  if (std::visit(Binder{statement, place}, value) != SQLITE_OK)
+    throw RuntimeError(ErrorNumber::outOfMemory);
+}
+
+class SqliteBulkInsert final : public BulkInsert {
+ public:
+  SqliteBulkInsert(SqliteEngine& engine, Statement statement)
+      : engine_(engine), statement_(std::move(statement)) {}
+
+  void row(std::span<const Value> values) override {
+    // Also behind a refused row: a statement that has been stepped takes no values.
+    sqlite3_reset(statement_.get());
+    int place = 0;
+    for (const Value& value : values) bind(statement_.get(), ++place, value);
+    engine_.insert(statement_);
+  }
+
+ private:
+  SqliteEngine& engine_;
+  Statement statement_;
+};
+
+std::unique_ptr<BulkInsert> SqliteEngine::prepareInsert(const std::string& table,
+                                                        const std::vector<std::string>& columns) {
+  std::string names;
+  std::string places;
+  for (const std::string& column : columns) {
+    names += (names.empty() ? "[" : ", [") + column + "]";
+    places += places.empty() ? "?" : ", ?";
+  }
+  return std::make_unique<SqliteBulkInsert>(
+      *this, prepare("INSERT INTO [" + table + "] (" + names + ") VALUES (" + places + ")"));
+}
+
 void setUp(sqlite3* database, const SqliteOptions& options) {
   sqlite3_extended_result_codes(database, 1);
   sqlite3_busy_timeout(database, static_cast<int>(options.busyTimeout.count()));
@@ -208,6 +280,18 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
   engine->read("SELECT count(*) FROM sqlite_schema");
   engine->execute("PRAGMA foreign_keys=ON");
   engine->execute("PRAGMA synchronous=FULL");
+  return engine;
+}
+
+std::unique_ptr<Engine> createSqlite(const std::string& path, const SqliteOptions& options) {
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (file < 0)
+    throw RuntimeError(
+        ErrorNumber::database,
+        refusalSentence(Refusal::notCreated, std::generic_category().message(errno)));
+  close(file);
+  std::unique_ptr<Engine> engine = openSqlite(path, options);
+  engine->execute("PRAGMA journal_mode=WAL");
   return engine;
 }
 

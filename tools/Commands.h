@@ -1,0 +1,46 @@
+#pragma once
+
+#include <filesystem>
+#include <iosfwd>
+#include <stdexcept>
+#include <string>
+
+#include "platform/Moment.h"
+
+// The commands of brantiwell-database. Each says what it did on `out`, one line a fact, and returns
+// how it went. What stops it is raised: Refused, or RuntimeError when the database or a file cannot
+// be opened or written. Then nothing half-made is left.
+
+namespace bw {
+
+enum class Exit : int {
+  done = 0,
+  findings = 1,     // the check found something
+  refused = 2,      // arguments or data that cannot be accepted
+  unavailable = 3,  // the database cannot be opened or written
+};
+
+// The arguments or the data cannot be accepted; what() is a sentence for the user.
+class Refused : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// An empty database with its lookup rows, and its workgroup file beside it.
+Exit createDatabase(const std::filesystem::path& path, std::ostream& out);
+
+// The same with a fictional office in it, whose last charges are of `today`.
+Exit createPractice(const std::filesystem::path& path, Date today, std::ostream& out);
+
+// Loads a file a table (Table.tsv) into a database, all or nothing. Refused rows are listed on
+// `out`. `progress` hears how far it is; null for nobody.
+Exit loadTables(const std::filesystem::path& path, const std::filesystem::path& folder,
+                std::ostream& out, std::ostream* progress);
+
+// Looks for damage and for whatever the program would stumble over; lists it on `out`.
+Exit checkDatabase(const std::filesystem::path& path, std::ostream& out);
+
+// Makes the database the one that the program on this computer works with.
+Exit registerDatabase(const std::filesystem::path& path, std::ostream& out);
+
+}  // namespace bw

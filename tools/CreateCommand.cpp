@@ -1,0 +1,14 @@
+#include <ostream>
+
+#include "tools/Commands.h"
+#include "tools/NewDatabase.h"
+
+namespace bw {
+
+Exit createDatabase(const std::filesystem::path& path, std::ostream& out) {
+  makeDatabase(path, {});
+  out << "Made the empty database " << path.string() << ".\n";
+  return Exit::done;
+}
+
+}  // namespace bw

@@ -1,0 +1,334 @@
+#include "tools/PracticeOffice.h"
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "tools/PracticeCatalogue.h"
+
+namespace bw {
+namespace {
+
+using namespace practice;
+
+using Number = std::int64_t;
+
+constexpr Number kFirstPatient = 25000;
+constexpr Number kPatients = 60;
+constexpr Number kAdmitted = 12;  // the first patients
+constexpr Number kCharges = 400;
+constexpr Number kDays = 120;
+
+// Charges of so many days ago and more are posted, or archived.
+constexpr Number kPostedAfter = 20;
+constexpr Number kArchivedAfter = 90;
+
+enum Status : Number { kReady = 0, kPosted = 1, kArchivedByHand = 2, kArchivedByRun = 3 };
+
+constexpr Number kInpatient = 1;
+constexpr Number kOutpatient = 2;
+constexpr Number kConsult = 1;
+constexpr Number kVisit = 2;
+
+// Rows of one table; a call a row.
+class Rows {
+ public:
+  Rows(Engine& engine, const std::string& table, const std::vector<std::string>& columns)
+      : insert_(engine.prepareInsert(table, columns)) {}
+
+  template <class... Cells>
+  void operator()(const Cells&... cells) {
+    const std::vector<Value> values{cell(cells)...};
+    insert_->row(values);
+  }
+
+ private:
+  template <class Cell>
+  static Value cell(const Cell& content) {
+    if constexpr (std::is_convertible_v<Cell, std::string_view>)
+      return std::string(std::string_view(content));
+    else
+      return content;
+  }
+
+  std::unique_ptr<BulkInsert> insert_;
+};
+
+Date daysBefore(Date date, Number days) { return {date.day - static_cast<std::int32_t>(days)}; }
+
+Number lotOf(Date date) {
+  const Civil c = civil(date);
+  return ((c.year * Number{100} + c.month) * 100 + c.day) * 10 + 1;
+}
+
+// A biller's code; every ninth record has none yet.
+std::string billing(std::string_view prefix, Number code) {
+  return code % 9 == 0 ? std::string() : concat(prefix, 1000 + code);
+}
+
+class Office {
+ public:
+  Office(Engine& engine, Date today) : engine_(engine), today_(today) {}
+
+  void fill() {
+    fillInsurances();
+    fillDiagnoses();
+    fillProcedures();
+    fillHistoryItems();
+    fillConcepts();
+    fillFacilities();
+    fillDoctors();
+    fillPatients();
+    fillVisits();
+    fillCharges();
+  }
+
+ private:
+  struct Concept {
+    Number code, facilityType, chargeType;
+  };
+  struct Ward {
+    Number code, facility;
+  };
+
+  // 0 to bound - 1; the same on every computer.
+  Number any(std::size_t bound) { return static_cast<Number>(random_() % bound); }
+
+  void fillInsurances() {
+    Rows rows(engine_, "Insurance", {"InsuranceCode", "Description", "BillingInsuranceCode"});
+    for (Number code = 1; const std::string_view name : kInsurances) {
+      rows(code, name, code == static_cast<Number>(kInsurances.size()) ? "" : billing("IN", code));
+      ++code;
+    }
+  }
+
+  void fillDiagnoses() {
+    Rows groups(engine_, "DiagnosisFamily", {"DiagnosisFamilyCode", "DiagnosisFamilyDescription"});
+    Rows rows(engine_, "Diagnosis",
+              {"DiagnosisCode", "Description", "DiagnosisFamilyCode", "RealDiagnosisCode",
+               "BillingDiagnosisCode"});
+    Number family = 0;
+    for (const Group& group : kGroups) {
+      groups(++family, group.name);
+      for (const std::string_view name : group.diagnoses) {
+        ++diagnoses_;
+        rows(diagnoses_, name, family, concat("X", family, ".", diagnoses_),
+             billing("DG", diagnoses_));
+      }
+    }
+  }
+
+  void fillProcedures() {
+    Rows rows(engine_, "Procedures",
+              {"ProcedureCode", "Description", "RealProcedureCode", "BillingProcedureCode"});
+    for (Number code = 1; const std::string_view name : kProcedures) {
+      rows(code, name, concat("Y", 100 + code), billing("PR", code));
+      ++code;
+    }
+  }
+
+  void fillHistoryItems() {
+    Rows rows(engine_, "Sickness", {"SicknessCode", "Description", "SicknessTypeCode"});
+    for (const HistoryKind& kind : kHistory)
+      for (const std::string_view name : kind.items)
+        if (!name.empty()) {
+          historyTypes_.push_back(kind.type);
+          rows(static_cast<Number>(historyTypes_.size()), name, kind.type);
+        }
+  }
+
+  // Concepts for every facility type, charge type and attention type.
+  void fillConcepts() {
+    struct Kind {
+      Number chargeType, attention, sequence;
+      std::string_view words;
+    };
+    static constexpr std::array kKinds{
+        Kind{kInpatient, kVisit, 1, "inpatient, first visit"},
+        Kind{kInpatient, kVisit, 2, "inpatient, further visit"},
+        Kind{kInpatient, kVisit, 3, "inpatient, day of discharge"},
+        Kind{kInpatient, kConsult, 1, "inpatient, first consult"},
+        Kind{kInpatient, kConsult, 2, "inpatient, further consult"},
+        Kind{kOutpatient, kVisit, 1, "outpatient, first visit"},
+        Kind{kOutpatient, kVisit, 2, "outpatient, further visit"},
+        Kind{kOutpatient, kConsult, 1, "outpatient, first consult"},
+        Kind{kOutpatient, kConsult, 2, "outpatient, further consult"},
+    };
+    Rows rows(engine_, "EvaluationManagement",
+              {"EMCode", "Description", "FacilityTypeCode", "ChargeTypeCode", "AttentionTypeCode",
+               "BillingEMCode", "RealEMCode", "ShowOnFirst", "ShowOnNext", "IsDischarge"});
+    for (std::size_t place = 0; place < kPlaces.size(); ++place)
+      for (const Kind& kind : kKinds) {
+        const auto code = static_cast<Number>(concepts_.size() + 1);
+        const auto type = static_cast<Number>(place + 1);
+        rows(code, concat(kPlaces[place], " ", kind.words), type, kind.chargeType, kind.attention,
+             billing("EM", code), concat("Z", 200 + code), Number{kind.sequence == 1},
+             Number{kind.sequence != 1}, kind.sequence);
+        concepts_.push_back({code, type, kind.chargeType});
+      }
+  }
+
+  void fillFacilities() {
+    Rows rows(engine_, "Facility",
+              {"FacilityCode", "Description", "FacilityTypeCode", "BillingFacilityCode",
+               "BillingFacilityCodeOut"});
+    Rows wards(engine_, "FacilityWards", {"WardCode", "FacilityCode", "Description"});
+    Number code = 0;
+    for (const Facility& facility : kFacilities) {
+      ++code;
+      rows(code, facility.name, facility.type, code == 7 ? "" : billing("FI", code),
+           billing("FO", code));
+      for (const std::string_view ward : facility.wards)
+        if (!ward.empty()) {
+          wards_.push_back({static_cast<Number>(wards_.size() + 1), code});
+          wards(wards_.back().code, code, ward);
+        }
+    }
+  }
+
+  // Each doctor covers for the next; every third also for the one behind.
+  void fillDoctors() {
+    Rows rows(engine_, "Doctors", {"DoctorCode", "Description", "BillingDoctorCode"});
+    for (Number code = 1; const std::string_view name : kDoctors) {
+      rows(code, name, billing("DR", code));
+      ++code;
+    }
+    Rows pairs(engine_, "DoctorCoveringDoctors", {"DoctorCode", "CoveringDoctorCode"});
+    const auto count = static_cast<Number>(kDoctors.size());
+    for (Number doctor = 1; doctor < count; ++doctor) {
+      pairs(doctor, doctor + 1);
+      if (doctor % 3 == 0 && doctor + 2 <= count) pairs(doctor, doctor + 2);
+    }
+  }
+
+  static std::string nameOf(Number patient) {
+    const auto place = static_cast<std::size_t>(patient);
+    return concat(kFamilyNames[place % kFamilyNames.size()], ", ",
+                  kFirstNames[place % kFirstNames.size()]);
+  }
+
+  // The last three are doubles of others: by name and date of birth, by name in another case, by
+  // account.
+  void fillPatients() {
+    Rows rows(engine_, "Patient",
+              {"PatientId", "Names", "DateOfBirth", "AccountNumber", "InsuranceCode",
+               "InFacilityCode", "InWardCode", "InDoctorCode"});
+    Rows history(engine_, "PatientHistory", {"PatientId", "SicknessCode", "SicknessTypeCode"});
+    const Date oldest = *makeDate(1921, 3, 14);
+    for (Number i = 0; i < kPatients; ++i) {
+      std::string name = nameOf(i);
+      std::string account = i % 17 == 5 ? std::string() : std::to_string(40000 + 37 * i);
+      Date born = daysBefore(oldest, -(i * 611 + any(600)));
+      if (i == kPatients - 3) std::tie(name, born) = std::pair{nameOf(3), bornAs_[3]};
+      if (i == kPatients - 2) name = "TANGLEWOOD, " + nameOf(19).substr(12);
+      if (i == kPatients - 1) account = std::to_string(40000 + 37 * 10);
+      bornAs_.push_back(born);
+      const Ward ward =
+          i < kAdmitted ? wards_[static_cast<std::size_t>(i) % wards_.size()] : Ward{};
+      rows(kFirstPatient + i, name, born, account, 1 + any(kInsurances.size()), ward.facility,
+           ward.code, i < kAdmitted ? 1 + i % 6 : 0);
+      fillHistory(history, kFirstPatient + i);
+    }
+  }
+
+  void fillHistory(Rows& rows, Number patient) {
+    std::size_t item = static_cast<std::size_t>(any(5));
+    for (Number count = any(5); count > 0; --count, item += 4)
+      rows(patient, static_cast<Number>(item + 1), historyTypes_[item]);
+  }
+
+  // The attending doctor and up to two others visit an admitted patient.
+  void fillVisits() {
+    Rows rows(engine_, "PatientDoctors",
+              {"PatientId", "DoctorCode", "AttentionTypeCode", "Frequency"});
+    for (Number i = 0; i < kAdmitted; ++i) {
+      rows(kFirstPatient + i, 1 + i % 6, kVisit, Number{1});
+      for (Number other = 0; other < i % 3; ++other)
+        rows(kFirstPatient + i, 7 + (i + other) % 5, kConsult, 2 + other);
+    }
+  }
+
+  const Concept& anyConcept(Number facilityType, Number chargeType) {
+    for (;;) {
+      const Concept& concept_ = concepts_[static_cast<std::size_t>(any(concepts_.size()))];
+      if (concept_.facilityType == facilityType && concept_.chargeType == chargeType)
+        return concept_;
+    }
+  }
+
+  static Number statusOf(Number daysAgo, Number charge) {
+    if (daysAgo < kPostedAfter) return kReady;
+    if (daysAgo < kArchivedAfter) return kPosted;
+    return charge % 8 == 0 ? kArchivedByHand : kArchivedByRun;
+  }
+
+  void fillCharges() {
+    Rows rows(engine_, "PatientCharges",
+              {"PatientId", "ChargeDate", "ChargeTime", "ChargeRealDate", "FacilityCode", "EMCode",
+               "DoctorCode", "ReferDoctorCode", "Status", "PrintLot"});
+    Rows diagnoses(engine_, "ChargeDiagnosis",
+                   {"PatientId", "ChargeDate", "ChargeTime", "DiagnosisCode"});
+    Rows procedures(engine_, "ChargeProcedures",
+                    {"PatientId", "ChargeDate", "ChargeTime", "ProcedureCode"});
+    const Value noLot;
+    const Value lot = lotOf(daysBefore(today_, kPostedAfter));
+    for (Number i = 0; i < kCharges; ++i) {
+      const Number daysAgo = kDays - 1 - i * kDays / kCharges;
+      const Number place = any(kPatients);
+      const bool inpatient = place < kAdmitted;
+      const Number facility = inpatient
+                                  ? wards_[static_cast<std::size_t>(place) % wards_.size()].facility
+                                  : 1 + any(kFacilities.size());
+      const Number type = kFacilities[static_cast<std::size_t>(facility - 1)].type;
+      const Number status = statusOf(daysAgo, i);
+      const Number patient = kFirstPatient + place;
+      const Date care = daysBefore(today_, daysAgo);
+      // Written down the same day or up to two days later, each at a moment of its own.
+      const Date entered = daysBefore(care, -std::min(daysAgo, any(3)));
+      const TimeOfDay time{static_cast<std::int32_t>(8 * 3600 + i * 397 % (9 * 3600))};
+      rows(patient, entered, time, care, facility,
+           anyConcept(type, inpatient ? kInpatient : kOutpatient).code, 1 + any(kDoctors.size()),
+           1 + any(kDoctors.size()), status, status == kPosted ? lot : noLot);
+      fillDetails(diagnoses, 1 + any(3), static_cast<std::size_t>(diagnoses_), patient, entered,
+                  time);
+      fillDetails(procedures, any(3), kProcedures.size(), patient, entered, time);
+    }
+  }
+
+  // Different codes, from 1 to `codes`.
+  void fillDetails(Rows& rows, Number count, std::size_t codes, Number patient, Date date,
+                   TimeOfDay time) {
+    for (Number code = any(codes); count > 0; --count, code += 7)
+      rows(patient, date, time, 1 + code % static_cast<Number>(codes));
+  }
+
+  Engine& engine_;
+  Date today_;
+  std::mt19937 random_{20030615};
+  Number diagnoses_ = 0;
+  std::vector<Number> historyTypes_;  // by SicknessCode - 1
+  std::vector<Concept> concepts_;
+  std::vector<Ward> wards_;
+  std::vector<Date> bornAs_;
+};
+
+}  // namespace
+
+void fillPractice(Engine& engine, Date today) {
+  engine.execute("BEGIN");
+  try {
+    Office(engine, today).fill();
+    engine.execute("COMMIT");
+  } catch (const RuntimeError&) {
+    if (engine.inTransaction()) engine.execute("ROLLBACK");
+    throw;
+  }
+}
+
+}  // namespace bw

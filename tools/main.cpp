@@ -1,0 +1,89 @@
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iostream>
+
+#include "platform/Clock.h"
+#include "platform/RuntimeError.h"
+#include "tools/Commands.h"
+
+namespace {
+
+constexpr const char* kAbout =
+    "Creates, fills and checks the database of a Brantiwell office.\n"
+    "A database is two files: the database itself (brantiwell.db) and beside it the workgroup\n"
+    "file (brantiwell.dw), without which the program does not open it. Move and copy both.";
+
+constexpr const char* kFooter =
+    "Examples:\n"
+    "  brantiwell-database create /srv/office/brantiwell.db\n"
+    "  brantiwell-database load /srv/office/brantiwell.db exported/\n"
+    "  brantiwell-database check /srv/office/brantiwell.db\n"
+    "  sudo brantiwell-database register /srv/office/brantiwell.db\n"
+    "  brantiwell-database practice ~/practice.db\n"
+    "\n"
+    "Exit codes: 0 done, 1 the check found something, 2 bad arguments or refused data,\n"
+    "3 the database or a file cannot be opened or written.";
+
+constexpr const char* kCreateHelp =
+    "Make an empty database with its lookup rows.\n"
+    "Refuses a path at which there is a file. Files are readable by their owner alone.";
+constexpr const char* kPracticeHelp =
+    "Make a database with a fictional office to try the program on.";
+constexpr const char* kLoadHelp =
+    "Load rows from text files, all or nothing.\n"
+    "FOLDER holds a file a table, named Patient.tsv: UTF-8, a first line of column names, then a\n"
+    "line a row, the cells parted by tabs, without quotes. Dates 2021-03-09, times 14:05:59. An\n"
+    "empty cell is the empty text or no value. The column `checked` may be left out. Lookup rows\n"
+    "take the place of rows with the same number; other rows must be new. Every refused row is\n"
+    "named by file, line and column, and then nothing is loaded.";
+constexpr const char* kCheckHelp =
+    "Look for damage, missing tables, columns and queries, values that cannot be, and rows that\n"
+    "name others which do not exist. Changes nothing.";
+constexpr const char* kRegisterHelp =
+    "Make it the database that the program on this computer works with.\n"
+    "Writes the machine setting `Database` to \"Fenmoor Systems/Brantiwell PC.ini\" in the first\n"
+    "folder of $XDG_CONFIG_DIRS, by default /etc/xdg, for which you may need sudo.";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace bw;
+  CLI::App app(kAbout, "brantiwell-database");
+  app.footer(kFooter);
+  app.require_subcommand(1);
+  std::filesystem::path path;
+  std::filesystem::path folder;
+  Exit result = Exit::done;
+  const auto command = [&](const char* name, const char* help, auto run) {
+    CLI::App* added = app.add_subcommand(name, help);
+    added->add_option("PATH", path, "The database file")->required();
+    added->callback([&result, run] { result = run(); });
+    return added;
+  };
+  command("create", kCreateHelp, [&] { return createDatabase(path, std::cout); });
+  command("load", kLoadHelp,
+          [&] {
+            return loadTables(path, folder, std::cout,
+                              isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
+          })
+      ->add_option("FOLDER", folder, "The folder with the text files")
+      ->required();
+  command("check", kCheckHelp, [&] { return checkDatabase(path, std::cout); });
+  command("register", kRegisterHelp, [&] { return registerDatabase(path, std::cout); });
+  command("practice", kPracticeHelp,
+          [&] { return createPractice(path, systemNow().date, std::cout); });
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : static_cast<int>(Exit::refused);
+  } catch (const Refused& refusal) {
+    std::cerr << refusal.what() << '\n';
+    result = Exit::refused;
+  } catch (const std::exception& error) {  // RuntimeError, and what the file system raises
+    std::cerr << error.what() << '\n';
+    result = Exit::unavailable;
+  }
+  return static_cast<int>(result);
+}
