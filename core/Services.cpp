@@ -30,8 +30,7 @@ Services& services() {
       .now = systemNow,
       .view = [](const std::filesystem::path&) { throw RuntimeError(ErrorNumber::fileNotFound); },
       .documentFolder = [] { return userFolder("XDG_DATA_HOME", ".local/share") / "brantiwell"; },
-      .settingsFile =
-          [] { return userFolder("XDG_CONFIG_HOME", ".config") / "brantiwell" / "settings.ini"; }};
+      .settingsFolder = [] { return userFolder("XDG_CONFIG_HOME", ".config") / "brantiwell"; }};
   return instance;
 }
 

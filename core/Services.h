@@ -21,8 +21,8 @@ struct Services {
   std::function<void(const std::filesystem::path& document)> view;
   // Where documents are written; made when it is not there.
   std::function<std::filesystem::path()> documentFolder;
-  // The user's settings file.
-  std::function<std::filesystem::path()> settingsFile;
+  // Where the user's settings are kept, a file an application.
+  std::function<std::filesystem::path()> settingsFolder;
 };
 
 // Without a user interface messages go to the standard error stream and questions are answered

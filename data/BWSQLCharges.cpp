@@ -2,7 +2,6 @@
 
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
-#include "data/CodeList.h"
 #include "data/Literals.h"
 #include "data/Writing.h"
 #include "platform/Text.h"
@@ -48,25 +47,20 @@ int deleteDetailOf(const DetailKind& kind, const ChargeKey& key, std::int16_t co
       kind.deletedNothing, message);
 }
 
-// Inserts the details of a new charge; false at the first that fails.
-bool insertDetailsOf(const DetailKind& kind, const ChargeKey& key, const std::string& codes,
-                     std::string& message) {
-  return forEachCode(
-      codes, [&](std::int16_t code) { return insertDetailOf(kind, key, code, message) == kDone; });
+void insertDetailsOf(const DetailKind& kind, const ChargeKey& key, const std::string& codes,
+                     int& result, std::string& message) {
+  insertDetails(
+      codes, [&](std::int16_t code) { return insertDetailOf(kind, key, code, message); }, result,
+      message);
 }
 
-// Makes the stored details agree with the wanted ones.
-void reconcileDetailsOf(const DetailKind& kind, const ChargeKey& key, const RecordSetRef& stored,
-                        const std::string& codes, int& result, std::string& message) {
-  if (result != kDone) return;
-  Trap trap(result, message);
-  trap([&] {
-    const bool agree = reconcileDetails(
-        stored, kind.column, codes,
-        {.remove = [&](std::int16_t code) { return deleteDetailOf(kind, key, code, message); },
-         .insert = [&](std::int16_t code) { return insertDetailOf(kind, key, code, message); }});
-    if (!agree) result = kDetailFailed;
-  });
+void updateDetailsOf(const DetailKind& kind, const ChargeKey& key, const RecordSetRef& stored,
+                     const std::string& codes, int& result, std::string& message) {
+  updateDetails(
+      stored, kind.column, codes,
+      {.remove = [&](std::int16_t code) { return deleteDetailOf(kind, key, code, message); },
+       .insert = [&](std::int16_t code) { return insertDetailOf(kind, key, code, message); }},
+      result, message);
 }
 
 }  // namespace
@@ -78,32 +72,22 @@ int ChargeInsert(std::int16_t PatientId, Date& ChargeDate, TimeOfDay& ChargeTime
                  std::string& message) {
   const DateTime now = services().now();
   const ChargeKey key{PatientId, now.date, now.time};
-  int result = kDone;
-  Trap trap(result, message);
-  trap.begin();
-  trap.execute(
+  return insertInTransaction(
       concat("INSERT INTO PatientCharges (PatientId, ChargeDate, ChargeTime, ChargeRealDate, "
              "FacilityCode, EMCode, DoctorCode, ReferDoctorCode, Status) VALUES (",
              PatientId, ", ", "#", monthFirst(key.ChargeDate), "#, ", "#", clock24(key.ChargeTime),
              "#, ", "#", monthFirst(ChargeRealDate), "#, ", FacilityCode, ",", EMCode, ",",
-             DoctorCode, ",", ReferDoctorCode, ",", Status, ")"));
-  if (result == kDatabaseError) {
-    trap.rollback();
-    return result;
-  }
-  // The procedures are tried even when a diagnosis has failed.
-  if (!insertDetailsOf(kDiagnoses, key, diagnoses, message)) result = kNothingTouched;
-  if (!insertDetailsOf(kProcedures, key, procedures, message)) result = kNothingTouched;
-  if (result != kDone) {
-    trap.rollback();
-    return result;
-  }
-  trap.commit();
-  if (result == kDone) {
-    ChargeDate = key.ChargeDate;
-    ChargeTime = key.ChargeTime;
-  }
-  return result;
+             DoctorCode, ",", ReferDoctorCode, ",", Status, ")"),
+      [&](int& result) {
+        // The procedures are tried even when a diagnosis has failed.
+        insertDetailsOf(kDiagnoses, key, diagnoses, result, message);
+        insertDetailsOf(kProcedures, key, procedures, result, message);
+      },
+      [&] {
+        ChargeDate = key.ChargeDate;
+        ChargeTime = key.ChargeTime;
+      },
+      message);
 }
 
 int ChargeUpdate(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime, Date ChargeRealDate,
@@ -115,8 +99,8 @@ int ChargeUpdate(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime, 
   const RecordSetRef storedProcedures = ChargeProceduresList(PatientId, ChargeDate, ChargeTime);
   int result = kDone;
   Trap(result, message).begin();
-  reconcileDetailsOf(kDiagnoses, key, storedDiagnoses, diagnoses, result, message);
-  reconcileDetailsOf(kProcedures, key, storedProcedures, procedures, result, message);
+  updateDetailsOf(kDiagnoses, key, storedDiagnoses, diagnoses, result, message);
+  updateDetailsOf(kProcedures, key, storedProcedures, procedures, result, message);
   finishChange(concat("UPDATE PatientCharges SET", " ChargeRealDate= #", yearFirst(ChargeRealDate),
                       "#", ", FacilityCode = ", FacilityCode, ", EMCode = ", EMCode,
                       ", DoctorCode = ", DoctorCode, ", ReferDoctorCode = ", ReferDoctorCode,

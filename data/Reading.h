@@ -22,6 +22,11 @@ inline RecordSetRef getRecord(const std::string& statement) {
   return readRecords(statement, LockType::readOnly, OnError::silent);
 }
 
+// The result of a List: it can be written to.
+inline RecordSetRef listRecords(const std::string& statement, OnError onError) {
+  return readRecords(statement, LockType::optimistic, onError);
+}
+
 // The next free code: the highest that the statement finds (it delivers the highest first) and
 // one more, in 16 bits; `first` when it finds none; 0 when it failed, which is told in a message.
 std::int16_t nextCode(const std::string& statement, const char* column, std::int16_t first = 1,

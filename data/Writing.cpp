@@ -2,9 +2,25 @@
 
 namespace bw {
 
+int insertInTransaction(const std::string& statement, const std::function<void(int&)>& details,
+                        const std::function<void()>& stored, std::string& message) {
+  int result = kDone;
+  Trap trap(result, message);
+  trap.begin();
+  trap.execute(statement);
+  if (result == kDone) details(result);
+  if (result != kDone) {
+    trap.rollback();
+    return result;
+  }
+  stored();
+  trap.commit();
+  return result;
+}
+
 int insertRow(const std::string& statement, std::string& message) {
-  int ignored = 0;
-  return insertRecord(1, ignored, statement, message);
+  return insertInTransaction(
+      statement, noDetails, [] {}, message);
 }
 
 namespace {
@@ -51,6 +67,24 @@ int deleteDetail(const std::string& statement, const char* touchedNothing, std::
     message = touchedNothing;
   }
   return result;
+}
+
+void insertDetails(const std::string& codes, const std::function<int(std::int16_t)>& insert,
+                   int& result, std::string& message) {
+  Trap trap(result, message);
+  trap([&] {
+    const bool all = forEachCode(codes, [&](std::int16_t code) { return insert(code) == kDone; });
+    if (!all) result = kNothingTouched;
+  });
+}
+
+void updateDetails(const RecordSetRef& stored, const char* column, const std::string& wanted,
+                   const DetailCalls& calls, int& result, std::string& message) {
+  if (result != kDone) return;
+  Trap trap(result, message);
+  trap([&] {
+    if (!reconcileDetails(stored, column, wanted, calls)) result = kDetailFailed;
+  });
 }
 
 }  // namespace bw

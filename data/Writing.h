@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "core/Principal.h"
+#include "data/CodeList.h"
 
 namespace bw {
 
@@ -55,23 +57,22 @@ class Trap {
   std::string& message_;
 };
 
-// An insert in a transaction of its own: 0 or 1. `codeOut` gets the code when the statement ran,
-// also when the commit behind it fails. `code` 0 means that none could be allocated: 1, and the
-// message is left as it was.
+// An insert in a transaction of its own: 0, 1, or what `details` sets its argument to, which it is
+// called with once the statement ran. `stored` is called before the commit: what it hands to the
+// caller is there also when the commit fails.
+int insertInTransaction(const std::string& statement, const std::function<void(int&)>& details,
+                        const std::function<void()>& stored, std::string& message);
+
+inline void noDetails(int&) {}
+
+// An insert that allocates a code and hands it out in `codeOut`. `code` 0 means that none could be
+// allocated: 1, and the message is left as it was.
 template <class Code>
-int insertRecord(Code code, Code& codeOut, const std::string& statement, std::string& message) {
+int insertRecord(Code code, Code& codeOut, const std::string& statement, std::string& message,
+                 const std::function<void(int&)>& details = noDetails) {
   if (code == 0) return kDatabaseError;
-  int result = kDone;
-  Trap trap(result, message);
-  trap.begin();
-  trap.execute(statement);
-  if (result == kDatabaseError) {
-    trap.rollback();
-    return result;
-  }
-  codeOut = code;
-  trap.commit();
-  return result;
+  return insertInTransaction(
+      statement, details, [&] { codeOut = code; }, message);
 }
 
 // An insert without a code of its own, in a transaction: 0 or 1.
@@ -88,5 +89,16 @@ void finishChange(const std::string& statement, const char* touchedNothing, int&
 // Detail rows, inside the caller's transaction: 0, 1, or 2 with that text when no row matched.
 int insertDetail(const std::string& statement, std::string& message);
 int deleteDetail(const std::string& statement, const char* touchedNothing, std::string& message);
+
+// Inserts the details of a new record. The first that fails ends the list and sets `result` to 2; a
+// list that cannot be read sets it to 1.
+void insertDetails(const std::string& codes, const std::function<int(std::int16_t)>& insert,
+                   int& result, std::string& message);
+
+// Makes the stored details of a record agree with the wanted ones (see reconcileDetails), unless
+// `result` tells of a failure before. A detail that fails sets it to 3; no `stored` at all, or a
+// list that cannot be read, sets it to 1.
+void updateDetails(const RecordSetRef& stored, const char* column, const std::string& wanted,
+                   const DetailCalls& calls, int& result, std::string& message);
 
 }  // namespace bw

@@ -8,11 +8,31 @@ namespace {
 
 constexpr std::int64_t kSecondsOfDay = 86400;
 
+FieldType typeOf(const Value& value) noexcept {
+  if (std::holds_alternative<std::string>(value)) return FieldType::text;
+  if (std::holds_alternative<Date>(value)) return FieldType::date;
+  if (std::holds_alternative<TimeOfDay>(value)) return FieldType::time;
+  if (std::holds_alternative<DateTime>(value)) return FieldType::dateTime;
+  return FieldType::integer;
+}
+
+bool isMoment(FieldType type) noexcept {
+  return type == FieldType::date || type == FieldType::time || type == FieldType::dateTime;
+}
+
 template <class Unsigned>
 Unsigned loadAs(const std::uint8_t* at) noexcept {
   Unsigned number = 0;
   std::memcpy(&number, at, sizeof number);
   return number;
+}
+
+// The code of a value in a block; the highest one stands for Null.
+template <class Unsigned>
+Unsigned codeOf(std::int64_t value, std::int64_t base) noexcept {
+  if (value == Column::kNull) return std::numeric_limits<Unsigned>::max();
+  return static_cast<Unsigned>(static_cast<std::uint64_t>(value) -
+                               static_cast<std::uint64_t>(base));
 }
 
 template <class Unsigned>
@@ -21,13 +41,21 @@ void packAs(const std::vector<std::int64_t>& values, std::int64_t base,
   bytes.resize(values.size() * sizeof(Unsigned));
   std::uint8_t* at = bytes.data();
   for (const std::int64_t value : values) {
-    const Unsigned code = value == Column::kNull
-                              ? std::numeric_limits<Unsigned>::max()
-                              : static_cast<Unsigned>(static_cast<std::uint64_t>(value) -
-                                                      static_cast<std::uint64_t>(base));
+    const auto code = codeOf<Unsigned>(value, base);
     std::memcpy(at, &code, sizeof code);
     at += sizeof code;
   }
+}
+
+template <class Unsigned>
+bool storeAs(std::uint8_t* at, std::int64_t value, std::int64_t base) noexcept {
+  const std::uint64_t distance =
+      static_cast<std::uint64_t>(value) - static_cast<std::uint64_t>(base);
+  if (value != Column::kNull && (value < base || distance >= std::numeric_limits<Unsigned>::max()))
+    return false;
+  const auto code = codeOf<Unsigned>(value, base);
+  std::memcpy(at, &code, sizeof code);
+  return true;
 }
 
 template <class Unsigned>
@@ -50,6 +78,20 @@ std::int64_t Column::Block::raw(std::size_t index) const noexcept {
       return unpack<std::uint32_t>(at, base);
     default:
       return unpack<std::uint64_t>(at, base);
+  }
+}
+
+bool Column::Block::store(std::size_t index, std::int64_t raw) noexcept {
+  std::uint8_t* at = bytes.data() + index * width;
+  switch (width) {
+    case 1:
+      return storeAs<std::uint8_t>(at, raw, base);
+    case 2:
+      return storeAs<std::uint16_t>(at, raw, base);
+    case 4:
+      return storeAs<std::uint32_t>(at, raw, base);
+    default:
+      return storeAs<std::uint64_t>(at, raw, base);
   }
 }
 
@@ -94,6 +136,7 @@ void Column::finish() {
 
 void Column::appendInteger(std::int64_t number) {
   if (type_ == FieldType::untyped) type_ = FieldType::integer;
+  if (isMoment(type_)) return append(kNull);
   append(isText() ? dictionary_.number(std::to_string(number)) : number);
 }
 
@@ -189,14 +232,14 @@ std::int64_t Column::rawOf(const Value& value) {
 }
 
 void Column::set(std::size_t row, const Value& value) {
-  if (type_ == FieldType::untyped && !bw::isNull(value))
-    type_ = std::holds_alternative<std::string>(value) ? FieldType::text : FieldType::integer;
+  if (type_ == FieldType::untyped && !bw::isNull(value)) type_ = typeOf(value);
   const std::int64_t number = rawOf(value);
   const std::size_t block = row / kBlockRows;
   if (block >= sealed_) {
     open_[row % kBlockRows] = number;
     return;
   }
+  if (blocks_[block].store(row % kBlockRows, number)) return;
   std::vector<std::int64_t> values(kBlockRows);
   for (std::size_t i = 0; i < kBlockRows; ++i) values[i] = blocks_[block].raw(i);
   values[row % kBlockRows] = number;

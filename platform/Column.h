@@ -27,8 +27,8 @@ class Column {
   bool isText() const noexcept { return type_ == FieldType::text; }
   std::size_t size() const noexcept { return sealed_ * kBlockRows + open_.size(); }
 
-  // Appends what the engine delivers. A text in a date or time column must have the database's
-  // form; if it has not, it is kept as no value.
+  // Appends what the engine delivers. What stands in a date or time column must be a text of the
+  // database's form; if it is not, it is kept as no value.
   void appendNull() { append(kNull); }
   void appendInteger(std::int64_t number);
   void appendText(std::string_view text);
@@ -73,6 +73,8 @@ class Column {
     std::vector<std::uint8_t> bytes;
     std::int64_t raw(std::size_t index) const noexcept;
     void pack(const std::vector<std::int64_t>& values);
+    // Overwrites one value; false when it does not fit the block's base and width.
+    bool store(std::size_t index, std::int64_t raw) noexcept;
   };
 
   void append(std::int64_t raw) {

@@ -1,5 +1,6 @@
 #include "platform/Connection.h"
 
+#include "platform/Refusals.h"
 #include "platform/Rewriter.h"
 #include "platform/Text.h"
 #include "platform/Workgroup.h"
@@ -39,6 +40,7 @@ Engine& Connection::engine() {
 
 void Connection::control(const std::string& statement) {
   if (tap) tap(statement);
+  requireAlive();
   engine().execute(statement);
 }
 
@@ -51,14 +53,9 @@ int Connection::BeginTrans() {
 
 void Connection::CommitTrans() {
   requireLevel();
-  if (level_ > 1) {
-    control(concat("RELEASE s", level_));
-    --level_;
-    return;
-  }
   try {
-    control("COMMIT");
-    level_ = 0;
+    control(level_ == 1 ? "COMMIT" : concat("RELEASE s", level_));
+    --level_;
   } catch (const RuntimeError&) {
     // Left open, it would swallow everything that is stored from now on.
     RollbackTrans();
@@ -83,8 +80,15 @@ void Connection::requireLevel() const {
   if (level_ == 0) throw RuntimeError(ErrorNumber::noTransaction);
 }
 
+// What runs behind a transaction that the engine has given up would be stored by itself.
+void Connection::requireAlive() {
+  if (level_ > 0 && !engine().inTransaction())
+    throw RuntimeError(ErrorNumber::database, refusalSentence(Refusal::rolledBack));
+}
+
 std::int64_t Connection::Execute(std::string_view statement) {
   if (tap) tap(statement);
+  requireAlive();
   return engine().execute(rewriteStatement(statement));
 }
 

@@ -27,7 +27,9 @@ class Connection {
   bool isOpen() const noexcept { return engine_ != nullptr; }
 
   // Transactions nest. Commit and Rollback end the innermost level only; what an inner commit
-  // kept is undone by an outer rollback. An outermost commit that fails rolls back. Without an open transaction they raise `noTransaction`.
+  // kept is undone by an outer rollback. A commit that fails rolls its level back. Without an open
+  // transaction they raise `noTransaction`. When the engine has rolled back by itself (a full
+  // disk), statements and commits fail until the last level is ended, and rollbacks succeed.
   int BeginTrans();  // returns the new level, from 1
   void CommitTrans();
   void RollbackTrans();
@@ -44,6 +46,7 @@ class Connection {
   Engine& engine();
   void control(const std::string& statement);
   void requireLevel() const;
+  void requireAlive();
 
   std::unique_ptr<Engine> engine_;
   int level_ = 0;

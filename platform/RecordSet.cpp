@@ -260,6 +260,9 @@ void RecordSet::setSort(std::string_view sort) {
   std::vector<BoundSort> keys;
   for (const SortKey& key : parseSort(sort))
     keys.push_back({store().indexOf(key.name), key.descending});
+  // Without a row of its own in the view, the place is in front of the row that follows.
+  const std::optional<std::uint32_t> mark =
+      place_.index < view_.size() ? std::optional(view_[place_.index]) : std::nullopt;
   if (isHeadOf(keys, sort_)) {
     // Rows that are equal in the new first key stand as the others want them already.
     sortStably(view_, store(), keys.front());
@@ -269,8 +272,7 @@ void RecordSet::setSort(std::string_view sort) {
   }
   sort_ = std::move(keys);
   sortText_ = sort;
-  if (place_.at != At::row) return;
-  const auto at = std::find(view_.begin(), view_.end(), place_.row);
+  const auto at = mark ? std::find(view_.begin(), view_.end(), *mark) : view_.end();
   place_.index = static_cast<std::size_t>(at - view_.begin());
 }
 

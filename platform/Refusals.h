@@ -19,6 +19,7 @@ enum class Refusal {
   unreadable,
   notOpened,   // the detail is the reason
   notCreated,  // the detail is the reason
+  rolledBack,
 };
 
 // The sentence for the user. Checks named <column>Size, <column>Range, <column>Date, <column>Time

@@ -271,6 +271,9 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
   if (status != SQLITE_OK)
     throw RuntimeError(ErrorNumber::database,
                        refusalSentence(Refusal::notOpened, sqlite3_errmsg(opened)));
+  // Without the right to write the engine opens it for reading alone and says nothing.
+  if (sqlite3_db_readonly(database.get(), "main") != 0)
+    throw RuntimeError(ErrorNumber::database, refusalSentence(Refusal::readOnly));
   setUp(database.get(), options);
   auto engine = std::make_unique<SqliteEngine>(std::move(database));
   // A file of rubbish opens too; only reading tells.

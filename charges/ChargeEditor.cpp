@@ -1,0 +1,319 @@
+#include "charges/ChargeEditor.h"
+
+#include "charges/frmEditCharge.h"
+#include "controls/QtText.h"
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Lists.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "data/BWSQLCharges.h"
+#include "data/BWSQLPatients.h"
+#include "data/CodeList.h"
+#include "data/Literals.h"
+#include "platform/Conversions.h"
+#include "platform/Text.h"
+
+// What the charge editor does; its window is built in ChargeEditorWindow.cpp.
+
+namespace bw {
+namespace {
+
+// Characters of a record of PickResult, and of the code in it.
+constexpr int kRecord = 45;
+constexpr int kCode = 5;
+
+constexpr std::int16_t kInpatient = 1;
+
+std::string chargeStatement(const char* view) {
+  return concat("Select * From ", view, " Where PatientId=", CurrentPatientId, " and ChargeDate=#",
+                monthFirst(CurrentChargeDate), "# and ChargeTime=#", clock24(CurrentChargeTime),
+                "#");
+}
+
+}  // namespace
+
+ChargeEditor::~ChargeEditor() {
+  for (RecordSetRef* rows : {&RsEMCodes, &RsFacilities, &RsChargeTypes, &RsRefDoctors, &RsDoctors,
+                             &diagnoses_.list.rows, &procedures_.list.rows})
+    rows->close();
+}
+
+bool ChargeEditor::isNew() const { return CurrentChargeDate == kNewCharge; }
+
+void ChargeEditor::load() {
+  NotLoaded = true;
+  if (!openCatalogues()) return;
+  CBChargeTypes->fillFrom(RsChargeTypes, "Description");
+  CBChargeTypes->setListIndex(0);
+  CBFacilities->fillFrom(RsFacilities, "Description");
+  CBFacilities->setListIndex(0);
+  CBRefDoctors->fillFrom(RsRefDoctors, "Description");
+  CBRefDoctors->setListIndex(0);
+  fillDoctors();
+  EditEMCode = 0;
+  if (isNew() ? loadNew() : loadStored()) NotLoaded = false;
+}
+
+bool ChargeEditor::open(RecordSetRef& rows, const char* statement, const char* emptyMessage) {
+  std::string message;
+  if (OpenRecordset(rows, statement, message) != 0) return MsgBox(message), false;
+  if (rows->RecordCount() == 0) return MsgBox(emptyMessage), false;
+  return true;
+}
+
+bool ChargeEditor::openCatalogues() {
+  return open(RsEMCodes, "select * from EvaluationManagement",
+              "You have to define Evaluation & Management Codes first!") &&
+         open(RsFacilities, "select * from facility", "You have to define Facilities first!") &&
+         open(RsChargeTypes, "select * from ChargeTypes",
+              "You have to define Charge types first!") &&
+         open(RsRefDoctors, "select * from Doctors", "You have to define Doctors first!");
+}
+
+bool ChargeEditor::openDetails(Details& details) {
+  std::string message;
+  if (OpenRecordset(details.list.rows, chargeStatement(details.view), message) == 0) return true;
+  MsgBox(message);
+  return false;
+}
+
+bool ChargeEditor::loadStored() {
+  Command5->hide();  // the patient of a stored charge stays
+  RecordSetRef charge;
+  std::string message;
+  if (OpenRecordset(charge, chargeStatement("ChargesDescriptive"), message) != 0)
+    return MsgBox(message), false;
+  if (charge->RecordCount() == 0)
+    return MsgBox("Record not found.  Please report this error!"), false;
+  for (Details* details : {&diagnoses_, &procedures_}) {
+    if (!openDetails(*details)) return false;
+    details->list.fill();
+  }
+  showStored(charge);
+  charge.close();
+  return true;
+}
+
+void ChargeEditor::showStored(const RecordSetRef& charge) {
+  EditEMCode = charge->integer("EMCode");
+  // The concept is searched among those of the first facility's type, as the filter stands now;
+  // if it is not among them the charge type stays as it was. The types have the codes 1, 2, 3...
+  if (RsEMCodes->RecordCount() > 0) {
+    RsEMCodes->MoveFirst();
+    RsEMCodes->Find(concat("EMCode=", EditEMCode));
+    if (!RsEMCodes->EOF_()) {
+      EditChargeTypeCode = RsEMCodes->code("ChargeTypeCode");
+      CBChargeTypes->setListIndex(EditChargeTypeCode - 1);
+    }
+  }
+  TxtPatient->setText(toQt(charge->textOrEmpty("Names")));
+  storedStatus_ = charge->code("Status");
+  CBStatus->setListIndex(storedStatus_ < CBStatus->count() ? storedStatus_ : -1);
+  DTDOC->setValue(charge->date("ChargeRealDate"));
+  CBFacilities->selectFound(RsFacilities,
+                            concat("FacilityCode = ", charge->integer("FacilityCode")));
+  CBDoctors->selectFound(RsDoctors, concat("DoctorCode = ", charge->integer("DoctorCode")));
+  CBRefDoctors->selectFound(RsRefDoctors,
+                            concat("DoctorCode = ", charge->integer("ReferDoctorCode")));
+}
+
+bool ChargeEditor::loadNew() {
+  if (!showPatientOfNew()) return false;
+  CurrentChargeTime = TimeOfDay{0};
+  DTDOC->setValue(today());
+  // A new charge opens on the first facility, also for an admitted patient: the admission decides
+  // the charge type alone.
+  if (CBFacilities->count() > 0) CBFacilities->setListIndex(0);
+  CBStatus->setListIndex(0);
+  return openDetails(diagnoses_) && openDetails(procedures_);
+}
+
+bool ChargeEditor::showPatientOfNew() {
+  if (CurrentPatientId == 0) {
+    TxtPatient->setText("Select a Patient");
+    return true;
+  }
+  RecordSetRef patient;
+  std::string message;
+  if (OpenRecordset(patient, concat("select * from Patient Where PatientId =", CurrentPatientId),
+                    message) != 0)
+    return MsgBox(message), false;
+  if (patient->RecordCount() == 0) return MsgBox("Error recovering patient information."), false;
+  TxtPatient->setText(toQt(patient->textOrEmpty("Names")));
+  if (patient->integer("InFacilityCode") > 0) {
+    CBChargeTypes->setListIndex(0);
+    CBFacilities->selectFound(RsFacilities,
+                              concat("FacilityCode = ", patient->integer("InFacilityCode")));
+  } else {
+    CBChargeTypes->setListIndex(1);
+  }
+  patient.close();
+  return true;
+}
+
+void ChargeEditor::facilitySelected() {
+  CBFacilities->moveToSelected(RsFacilities);
+  fillEMCodes();
+}
+
+void ChargeEditor::chargeTypeSelected() {
+  CBChargeTypes->moveToSelected(RsChargeTypes);
+  EditChargeTypeCode = RsChargeTypes->code("ChargeTypeCode");
+  fillEMCodes();
+  LblDoctorCaption->setText(toQt(RsChargeTypes->textOrEmpty("DoctorCaption") + ":"));
+  CBRefDoctors->setAccessibleName(LblDoctorCaption->text());
+  CBRefDoctors->setVisible(EditChargeTypeCode != kInpatient);
+  LblDoctorCaption->setVisible(EditChargeTypeCode != kInpatient);
+  fillDoctors();
+}
+
+void ChargeEditor::doctorSelected() {
+  CBDoctors->moveToSelected(RsDoctors);
+  takeAttentionType();
+  fillEMCodes();
+}
+
+// From the doctor on which RsDoctors stands.
+void ChargeEditor::takeAttentionType() {
+  const bool none = RsDoctors->isNull("AttentionTypeCode");
+  PickedAttentionTypeCode = none ? std::int16_t{0} : RsDoctors->code("AttentionTypeCode");
+  if (PickedAttentionTypeCode == 0) PickedAttentionTypeCode = 2;
+}
+
+// A new charge is offered the concepts of the facility's type, the patient's status and the
+// doctor's attention type; a stored one every concept of the facility's type.
+void ChargeEditor::fillEMCodes() {
+  std::string filter = concat("FacilityTypeCode=", RsFacilities->integer("FacilityTypeCode"));
+  if (isNew())
+    filter += concat(" and ChargeTypeCode=", RsChargeTypes->integer("ChargeTypeCode"),
+                     " and AttentionTypeCode=", PickedAttentionTypeCode);
+  RsEMCodes->setFilter(filter);
+  CBEMCodes->Clear();
+  if (RsEMCodes->RecordCount() == 0) return;
+  QStringList items;
+  int remembered = 0;
+  for (RsEMCodes->MoveFirst(); !RsEMCodes->EOF_(); RsEMCodes->MoveNext()) {
+    items.append(toQt(RsEMCodes->textOrEmpty("Description") + " (" +
+                      RsEMCodes->textOrEmpty("BillingEMCode") + ")"));
+    if (RsEMCodes->integer("EMCode") == EditEMCode)
+      remembered = static_cast<int>(RsEMCodes->AbsolutePosition()) - 1;
+  }
+  CBEMCodes->setItems(items);
+  CBEMCodes->setListIndex(remembered);
+}
+
+// A covering doctor stands in the list once more for each colleague whom he covers: under his own
+// code, with the colleague's attention type. That he was covering is not stored.
+void ChargeEditor::fillDoctors() {
+  std::string message;
+  if (OpenRecordset(RsDoctors, "select * from DoctorsDescriptive", message) != 0)
+    return MsgBox(message);
+  const RecordSetRef covering = readCoveringEntries();
+  RecordsetCopyAll(RsDoctors, covering);
+  CBDoctors->fillFrom(RsDoctors, "Names");
+  if (CBDoctors->count() == 0) return;
+  CBDoctors->setListIndex(0);
+  RsDoctors->MoveFirst();
+  takeAttentionType();
+  fillEMCodes();
+}
+
+RecordSetRef ChargeEditor::readCoveringEntries() const {
+  RecordSetRef entries;
+  std::string ignored;  // a list without covering entries is told by nothing
+  OpenRecordset(entries, "select * from PatientDoctorsDescriptive where PatientId=0", ignored);
+  if (RsDoctors->RecordCount() == 0) return entries;
+  for (RsDoctors->MoveFirst(); !RsDoctors->EOF_(); RsDoctors->MoveNext()) {
+    RecordSetRef RsCoverage;
+    OpenRecordset(
+        RsCoverage,
+        concat("select * from Coverage where DoctorCode=", RsDoctors->integer("DoctorCode")),
+        ignored);
+    for (; !RsCoverage->EOF_(); RsCoverage->MoveNext()) {
+      entries->AddNew();
+      entries->set("DoctorCode", RsCoverage->value("CoveringDoctorCode"));
+      entries->set("Names", RsCoverage->textOrEmpty("Names") + " (Covering " +
+                                RsDoctors->textOrEmpty("Names") + ")");
+      entries->set("AttentionTypeCode", RsDoctors->value("AttentionTypeCode"));
+      entries->Update();
+    }
+    RsCoverage.close();
+  }
+  return entries;
+}
+
+void ChargeEditor::pickPatient() {
+  PickFacilityCode =
+      EditChargeTypeCode == kInpatient ? RsFacilities->code("FacilityCode") : std::int16_t{0};
+  PickedPatientId = CurrentPatientId;
+  frmPickPatient().showModal();
+  if (PickedPatientId == 0 || PickedPatientId == CurrentPatientId) return;
+  RecordSetRef patient = PatientGet(PickedPatientId);
+  if (!patient || patient->RecordCount() == 0) return;
+  TxtPatient->setText(toQt(patient->textOrEmpty("Names")));
+  CurrentPatientId = PickedPatientId;
+  if (EditChargeTypeCode == kInpatient)
+    CBRefDoctors->selectFound(RsRefDoctors,
+                              concat("DoctorCode = ", patient->integer("InDoctorCode")));
+  fillDoctors();
+  patient.close();
+}
+
+void ChargeEditor::addDetails(Details& details) {
+  details.pick().showModal();
+  const std::string& picked = frmEditCharge().PickResult;
+  const auto records = static_cast<int>(Round(static_cast<double>(length(picked)) / kRecord, 0));
+  for (int i = 0; i < records; ++i) {
+    const std::string record = Mid(picked, i * kRecord + 1, kRecord);
+    details.list.add({{details.column, Value(Left(record, kCode))},
+                      {"Description", Value(std::string(Trim(Mid(record, kCode + 1))))}});
+    details.list.fill();
+  }
+}
+
+std::string ChargeEditor::codeListOf(Details& details) const {
+  std::string list = kNoCodes;
+  details.list.forEach([&](int state) {
+    if (state != pending::kRemoved) appendCode(list, details.list.rows->code(details.column));
+  });
+  return list;
+}
+
+void ChargeEditor::ok() {
+  for (const ComboBox* required : {CBFacilities, CBEMCodes, CBDoctors})
+    if (required->ListIndex() < 0) return;
+  std::string message;
+  if (store(message) != 0) return MsgBox(message);
+  RecordSaved = true;
+  unload();
+}
+
+int ChargeEditor::store(std::string& message) {
+  diagnoses_.list.rows->setFilter("");
+  procedures_.list.rows->setFilter("");
+  CBFacilities->moveToSelected(RsFacilities);
+  CBDoctors->moveToSelected(RsDoctors);
+  CBRefDoctors->moveToSelected(RsRefDoctors);
+  CBEMCodes->moveToSelected(RsEMCodes);
+  const auto status =
+      CBStatus->ListIndex() < 0 ? storedStatus_ : static_cast<std::int16_t>(CBStatus->ListIndex());
+  const auto write = [&](auto routine) {
+    return routine(CurrentPatientId, CurrentChargeDate, CurrentChargeTime, DTDOC->value(),
+                   RsEMCodes->integer("EMCode"), RsDoctors->code("DoctorCode"),
+                   RsRefDoctors->code("DoctorCode"), RsFacilities->code("FacilityCode"),
+                   codeListOf(diagnoses_), codeListOf(procedures_), status, message);
+  };
+  return isNew() ? write(ChargeInsert) : write(ChargeUpdate);
+}
+
+void ChargeEditor::cancel() {
+  RecordSaved = false;
+  unload();
+}
+
+EditChargeForm& frmEditCharge() {
+  static EditChargeForm form(showModal<ChargeEditor>);
+  return form;
+}
+
+}  // namespace bw

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "controls/Dialog.h"
+
+namespace bw {
+
+// The pick dialogs: the user chooses rows of a catalogue for the form that opened the dialog.
+
+// By ticks. The answer is one text of fixed-width records in the opener's PickResult: the code or
+// codes in five digits each, and forty characters of the description. Cancel leaves "".
+const Form& frmPickDiagnosis();
+const Form& frmPickProcedures();
+const Form& frmPickHistory();
+
+// By selection. The answer is in PickedPatientId, PickedDoctorCode (with PickedDoctorNames) or
+// PickedInsuranceCode, which also name the row to begin with; Cancel leaves 0.
+const Form& frmPickPatient();
+const Form& frmPickDoctor();
+const Form& frmPickInsurance();
+
+}  // namespace bw

@@ -1,0 +1,129 @@
+#include <QVBoxLayout>
+#include <vector>
+
+#include "charges/PickDialogs.h"
+#include "controls/ListView.h"
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Lists.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+struct SingleRow {
+  const char* name;
+  const char* caption;
+  std::string (*statement)();
+  std::vector<ListColumn> columns;
+  const char* key;
+  std::int16_t& picked;
+  const char* nothingSelected;
+  std::string* pickedNames = nullptr;
+};
+
+// Of a charge of type 1 the patients admitted to its facility, otherwise those who are not
+// admitted. The charges view does not set the type: its list goes by what the last charge editor
+// left there, which is wanted.
+std::string patientsOffered() {
+  if (EditChargeTypeCode == 1)
+    return concat("SELECT * FROM Patient where InFacilityCode=", PickFacilityCode,
+                  " ORDER BY [Names]");
+  return "SELECT * FROM Patient where InFacilityCode=0  ORDER BY [Names]";
+}
+
+const SingleRow kPatient{"frmPickPatient",
+                         "Patient selection",
+                         patientsOffered,
+                         {{"Names", "Names", 2500}, {"DateOfBirth", "DOB", 1440}},
+                         "PatientId",
+                         PickedPatientId,
+                         "Select a Patiente first"};
+const SingleRow kDoctor{"frmPickDoctor",
+                        "Doctor selection",
+                        [] { return std::string("SELECT * FROM Doctors"); },
+                        {{"Description", "Description", 3000}},
+                        "DoctorCode",
+                        PickedDoctorCode,
+                        "Select an Doctor first",
+                        &PickedDoctorNames};
+const SingleRow kInsurance{"frmPickInsurance",
+                           "Insurance selection",
+                           [] { return std::string("SELECT * FROM Insurance"); },
+                           {{"Description", "Description", 3000}},
+                           "InsuranceCode",
+                           PickedInsuranceCode,
+                           "Select an Insurance first"};
+
+class SingleDialog : public Dialog {
+ public:
+  SingleDialog(const SingleRow& row, QWidget* owner);
+  ~SingleDialog() override { RsPickList.close(); }
+  void load();
+
+ private:
+  void ok();
+  void cancel();
+
+  const SingleRow& row_;
+  RecordSetRef RsPickList;
+  ListView* ListView1;
+};
+
+SingleDialog::SingleDialog(const SingleRow& row, QWidget* owner)
+    : Dialog(row.name, row.caption, owner), row_(row),
+      ListView1(new ListView(row.columns, {}, this)) {
+  auto* column = new QVBoxLayout(this);
+  named(ListView1, "ListView1", row_.caption);
+  ListView1->onOpen = [this] { ok(); };
+  column->addWidget(ListView1);
+  column->addWidget(makeFoot(
+      {}, [this] { ok(); }, [this] { cancel(); }));
+  ListView1->setFocus();
+  resize(460, 480);
+}
+
+void SingleDialog::load() {
+  std::string message;
+  if (OpenRecordset(RsPickList, row_.statement(), message) != 0) return MsgBox(message);
+  if (RsPickList->RecordCount() == 0) return;
+  ListFill(*ListView1, RsPickList);
+  RsPickList->MoveFirst();
+  RsPickList->Find(concat(row_.key, " = ", row_.picked));
+  if (RsPickList->EOF_()) return;
+  const int item = ListView1->rowAt(RsPickList->AbsolutePosition());
+  ListView1->setSelected(item, true);
+  ListView1->ensureVisible(item);
+}
+
+void SingleDialog::ok() {
+  const auto selected = ListView1->selectedItem();
+  if (!selected) return MsgBox(row_.nothingSelected);
+  moveToRow(RsPickList, *ListView1, *selected);
+  row_.picked = RsPickList->code(row_.key);
+  if (row_.pickedNames != nullptr) *row_.pickedNames = RsPickList->textOrEmpty("Description");
+  unload();
+}
+
+void SingleDialog::cancel() {
+  row_.picked = 0;
+  unload();
+}
+
+template <const SingleRow& row>
+const Form& singleForm() {
+  struct Bound : SingleDialog {
+    explicit Bound(QWidget* owner) : SingleDialog(row, owner) {}
+  };
+  static const Form form(showModal<Bound>);
+  return form;
+}
+
+}  // namespace
+
+const Form& frmPickPatient() { return singleForm<kPatient>(); }
+const Form& frmPickDoctor() { return singleForm<kDoctor>(); }
+const Form& frmPickInsurance() { return singleForm<kInsurance>(); }
+
+}  // namespace bw

@@ -1,0 +1,186 @@
+#include <QVBoxLayout>
+#include <vector>
+
+#include "charges/PickDialogs.h"
+#include "charges/frmEditCharge.h"
+#include "controls/ComboBox.h"
+#include "controls/ListView.h"
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Lists.h"
+#include "core/Services.h"
+#include "data/BWSQLDiagnosis.h"
+#include "data/BWSQLSickness.h"
+#include "patients/frmEditPatient.h"
+#include "platform/Formats.h"
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+// The combo box that shows one group of the catalogue at a time.
+struct GroupRow {
+  const char* name;
+  const char* label;
+  RecordSetRef (*read)();
+  const char* shown;
+  const char* code;
+};
+
+struct TickRow {
+  const char* name;
+  const char* caption;
+  const char* statement;
+  std::vector<const char*> codes;  // five digits each in a record
+  std::string& (*answer)();
+  const GroupRow* groups = nullptr;
+};
+
+constexpr GroupRow kFamilies{"CBDiagnosisFamilies", "&Group:", DiagnosisFamilyList,
+                             "DiagnosisFamilyDescription", "DiagnosisFamilyCode"};
+constexpr GroupRow kSicknessTypes{"CBSicknessType", "&Type:", SicknessTypeList, "Description",
+                                  "SicknessTypeCode"};
+
+std::string& chargeAnswer() { return frmEditCharge().PickResult; }
+std::string& patientAnswer() { return frmEditPatient().PickResult; }
+
+const TickRow kDiagnosis{
+    "frmPickDiagnosis", "Diagnosis selection", "SELECT * FROM Diagnosis ORDER BY Description",
+    {"DiagnosisCode"},  chargeAnswer,          &kFamilies};
+const TickRow kProcedures{"frmPickProcedures",
+                          "Procedures selection",
+                          "SELECT * FROM Procedures",
+                          {"ProcedureCode"},
+                          chargeAnswer};
+const TickRow kHistory{"frmPickHistory",
+                       "History selection",
+                       "SELECT * FROM Sickness",
+                       {"SicknessCode", "SicknessTypeCode"},
+                       patientAnswer,
+                       &kSicknessTypes};
+
+class TickDialog : public Dialog {
+ public:
+  TickDialog(const TickRow& row, QWidget* owner);
+  ~TickDialog() override;
+  void load();
+
+ private:
+  void clearTicks();
+  void loadGroups();
+  void groupSelected();
+  void itemChecked(int item, bool checked);
+  void ok();
+  void cancel();
+
+  const TickRow& row_;
+  RecordSetRef RsPickList;
+  RecordSetRef RsPickGroups;
+  ComboBox* groups_ = nullptr;
+  ListView* ListView1;
+};
+
+TickDialog::TickDialog(const TickRow& row, QWidget* owner)
+    : Dialog(row.name, row.caption, owner), row_(row),
+      ListView1(new ListView({{"Description", "Description", 3500}}, {.checkBoxes = true}, this)) {
+  auto* column = new QVBoxLayout(this);
+  if (row_.groups != nullptr) {
+    auto* grid = new QGridLayout;
+    groups_ = new ComboBox(this);
+    groups_->onSelected = [this] { groupSelected(); };
+    addField(grid, 0, 0, row_.groups->label, groups_, row_.groups->name);
+    grid->setColumnStretch(1, 1);
+    column->addLayout(grid);
+  }
+  named(ListView1, "ListView1", row_.caption);
+  ListView1->stretchLastColumn();
+  ListView1->onItemCheck = [this](int item, bool checked) { itemChecked(item, checked); };
+  ListView1->onOpen = [this] { ok(); };
+  column->addWidget(ListView1);
+  column->addWidget(makeFoot(
+      {}, [this] { ok(); }, [this] { cancel(); }));
+  ListView1->setFocus();
+  resize(460, 480);
+}
+
+TickDialog::~TickDialog() {
+  RsPickList.close();
+  RsPickGroups.close();
+}
+
+void TickDialog::load() {
+  std::string message;
+  if (OpenRecordset(RsPickList, row_.statement, message) != 0) return MsgBox(message);
+  if (row_.groups == nullptr) ListFill(*ListView1, RsPickList);
+  clearTicks();
+  if (row_.groups != nullptr) loadGroups();
+}
+
+// No tick survives from the database.
+void TickDialog::clearTicks() {
+  for (std::ptrdiff_t position = 1; position <= RsPickList->RecordCount(); ++position) {
+    RsPickList->setAbsolutePosition(position);
+    if (!RsPickList->isNull("checked") && RsPickList->integer("checked") == 0) continue;
+    RsPickList->set("checked", 0);
+    RsPickList->Update();
+  }
+}
+
+void TickDialog::loadGroups() {
+  RsPickGroups = row_.groups->read();
+  groups_->Clear();
+  if (!RsPickGroups || RsPickGroups->RecordCount() == 0) return;
+  groups_->fillFrom(RsPickGroups, row_.groups->shown);
+  // The sickness type last used decides for the diagnoses' groups too: a number of another
+  // catalogue, which is wanted.
+  groups_->selectFound(RsPickGroups,
+                       concat(row_.groups->code, "=", frmEditPatient().LastSicknessTypeCode));
+}
+
+void TickDialog::groupSelected() {
+  groups_->moveToSelected(RsPickGroups);
+  RsPickList->setFilter(concat(row_.groups->code, "=", RsPickGroups->integer(row_.groups->code)));
+  ListFill(*ListView1, RsPickList);
+  // Nothing is to look chosen but the ticks.
+  if (const auto selected = ListView1->selectedItem()) ListView1->setSelected(*selected, false);
+}
+
+void TickDialog::itemChecked(int item, bool checked) {
+  moveToRow(RsPickList, *ListView1, item);
+  RsPickList->set("checked", checked ? 1 : 0);
+  RsPickList->Update();
+}
+
+void TickDialog::ok() {
+  std::string answer;
+  if (RsPickList) {
+    RsPickList->setFilter("checked=1");  // the ticks of all groups
+    for (; !RsPickList->EOF_(); RsPickList->MoveNext()) {
+      for (const char* code : row_.codes) answer += fixedCode(RsPickList->integer(code), 5);
+      answer += fixedText(RsPickList->textOrEmpty("Description"), 40);
+    }
+  }
+  row_.answer() = answer;
+  unload();
+}
+
+void TickDialog::cancel() {
+  row_.answer().clear();
+  unload();
+}
+
+template <const TickRow& row>
+const Form& tickForm() {
+  struct Bound : TickDialog {
+    explicit Bound(QWidget* owner) : TickDialog(row, owner) {}
+  };
+  static const Form form(showModal<Bound>);
+  return form;
+}
+
+}  // namespace
+
+const Form& frmPickDiagnosis() { return tickForm<kDiagnosis>(); }
+const Form& frmPickProcedures() { return tickForm<kProcedures>(); }
+const Form& frmPickHistory() { return tickForm<kHistory>(); }
+
+}  // namespace bw

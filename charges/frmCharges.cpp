@@ -1,0 +1,250 @@
+#include "charges/frmCharges.h"
+
+#include <QPointer>
+#include <QResizeEvent>
+
+#include "charges/PickDialogs.h"
+#include "charges/frmEditCharge.h"
+#include "controls/Dialog.h"
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Lists.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "core/Settings.h"
+#include "data/BWSQLCharges.h"
+#include "data/BWSQLDoctors.h"
+#include "data/BWSQLInsurances.h"
+#include "data/BWSQLPatients.h"
+#include "data/Literals.h"
+#include "platform/Conversions.h"
+#include "platform/Text.h"
+#include "shell/frmMain.h"
+
+namespace bw {
+namespace {
+
+constexpr const char* kSection = "Charges";
+
+// What a panel's search picks, and the column that says the same in every row while it filters.
+struct SearchRow {
+  PanelKind kind;
+  const char* column;
+  const char* clause;
+  const Form& (*pick)();
+  std::int16_t& picked;
+  std::int16_t& current;
+  RecordSetRef (*get)(std::int16_t);
+  const char* shown;
+};
+
+const SearchRow kSearches[] = {
+    {PanelKind::patient, "Names", "PatientId= ", frmPickPatient, PickedPatientId, CurrentPatientId,
+     PatientGet, "Names"},
+    {PanelKind::insurance, "Insurance", "InsuranceCode= ", frmPickInsurance, PickedInsuranceCode,
+     CurrentInsuranceCode, InsuranceGet, "Description"},
+    {PanelKind::doctor, "Doctor", "DoctorCode= ", frmPickDoctor, PickedDoctorCode,
+     CurrentDoctorCode, DoctorGet, "Description"},
+};
+
+const SearchRow* searchOf(PanelKind kind) {
+  for (const SearchRow& row : kSearches)
+    if (row.kind == kind) return &row;
+  return nullptr;
+}
+
+// Status 3, which the archive run sets, is in the first and in none of the others.
+std::string baseStatement(std::int16_t filter) {
+  constexpr const char* base = "SELECT * FROM ChargesDescriptive Where [status]";
+  switch (filter) {
+    case 0:
+      return concat(base, "<>2");
+    case 4:
+      return concat(base, "=0");
+    case 5:
+      return concat(base, "=1");
+    case 13:
+      return concat(base, "=2");
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+ChargesView::ChargesView(QWidget* parent)
+    : View("frmCharges", "Charges", parent),
+      ListView1(new ListView({{"ChargeRealDate", "Date", 1440},
+                              {"Names", "Patient", 2880},
+                              {"EMDescription", "E & M Concept", 2880},
+                              {"Doctor", "Doctor", 2880},
+                              {"Facility", "Facility", 2880},
+                              {"Insurance", "Insurance", 2880},
+                              {"StatusDescription", "Status", 1440}},
+                             {.selection = ListView::Selection::several}, this)),
+      panels_(this, {.chosen =
+                         [this](PanelKind kind, bool all) {
+                           showColumn(kind, all);
+                           Refresca();
+                         },
+                     .search = [this](PanelKind kind) { search(kind); },
+                     .go = [this] { Refresca(); }}) {
+  named(ListView1, "ListView1", "Charges");
+  ListView1->raise();
+  ListView1->onOpen = [this] { openSelected(); };
+  ListView1->onColumnClick = [this](int column) {
+    sortByColumn(RsCharges, *ListView1, ListView1->column(column).key);
+  };
+  ListView1->onInsertKey = [] { MainWindow->newFromToolbar(); };
+  ListView1->onDeleteKey = [this] { Eliminar(); };
+  offer("Refresca", [this] { Refresca(); });
+  offer("Insertado", [this] { Insertado(); });
+  offer("Eliminar", [this] { Eliminar(); });
+  onUnload = [this] { close(); };
+  load();
+}
+
+void ChargesView::load() {
+  ColumnLayoutRestore(*ListView1, kSection);
+  panels_.first()->setValue(today());
+  panels_.last()->setValue(today());
+  for (const SearchRow& row : kSearches)
+    widths_[static_cast<std::size_t>(row.kind)] = ListView1->Width(ListView1->columnOf(row.column));
+  FormReady = false;
+  panels_.chooseSelected(PanelKind::dates);
+  for (const PanelKind kind :
+       {PanelKind::patient, PanelKind::insurance, PanelKind::doctor, PanelKind::lot})
+    panels_.chooseAll(kind);
+  FormReady = true;
+  ActiveFilter = toInt16(GetSetting(kApplicationTitle, kSection, "ActiveFilter", "0"));
+  MainWindow->ActivaFiltro(ActiveFilter);
+}
+
+void ChargesView::close() {
+  // A column that a filter hides is not to be stored with width 0.
+  for (const SearchRow& row : kSearches) showColumn(row.kind, true);
+  ColumnLayoutSave(*ListView1, kSection);
+  RsCharges.close();
+  SaveSetting(kApplicationTitle, kSection, "ActiveFilter", concat(ActiveFilter));
+}
+
+void ChargesView::resizeEvent(QResizeEvent*) {
+  int top = 0;
+  for (const PanelKind kind : kPanelKinds) {
+    QWidget* frame = panels_.frame(kind);
+    const int height = frame->sizeHint().height();
+    frame->setGeometry(0, top, width(), height);
+    top += height;
+  }
+  ListView1->setGeometry(0, top, width(), std::max(0, height() - top));
+}
+
+// A column that says the same in every row is hidden while its filter holds.
+void ChargesView::showColumn(PanelKind kind, bool shown) {
+  const SearchRow* row = searchOf(kind);
+  if (row == nullptr) return;
+  float& kept = widths_[static_cast<std::size_t>(kind)];
+  const int column = ListView1->columnOf(row->column);
+  if (shown) return ListView1->setWidth(column, kept);
+  kept = ListView1->Width(column);
+  ListView1->setWidth(column, 0);
+}
+
+std::string ChargesView::statement() const {
+  std::string text = baseStatement(ActiveFilter);
+  const auto add = [&](const std::string& clause) { text += " and " + clause; };
+  if (!panels_.isAll(PanelKind::dates))
+    add(concat("ChargeRealDate >= #", monthFirst(panels_.first()->value()),
+               "# and ChargeRealDate <= #", monthFirst(panels_.last()->value()), "#"));
+  for (const SearchRow& row : kSearches)
+    if (!panels_.isAll(row.kind)) add(concat(row.clause, row.current));
+  if (!panels_.isAll(PanelKind::lot))
+    add("PrintLot = " + textOf(Val(panels_.text(PanelKind::lot))));
+  return text;
+}
+
+void ChargesView::Refresca() {
+  if (!FormReady) return;
+  ActiveFilter = MainWindow->FiltroActualNumero;
+  const std::string text = statement();
+  if (RsCharges) RsCharges->Close();
+  std::string message;
+  if (OpenRecordset(RsCharges, text, message) != 0) return MsgBox(message);
+  RsCharges->setSort("ChargeRealDate");
+  ListFill(*ListView1, RsCharges);
+}
+
+void ChargesView::search(PanelKind kind) {
+  const SearchRow& row = *searchOf(kind);
+  row.picked = 0;
+  row.pick().showModal();
+  if (row.picked == 0 || row.picked == row.current) return;
+  RecordSetRef found = row.get(row.picked);
+  if (!found) return;
+  if (found->RecordCount() > 0) {
+    panels_.setText(kind, found->textOrEmpty(row.shown));
+    row.current = row.picked;
+  }
+  found.close();
+  Refresca();
+}
+
+void ChargesView::takeKey(int row) {
+  moveToRow(RsCharges, *ListView1, row);
+  CurrentPatientId = RsCharges->code("PatientId");
+  CurrentChargeDate = RsCharges->date("ChargeDate");
+  CurrentChargeTime = RsCharges->time("ChargeTime");
+}
+
+void ChargesView::openSelected() {
+  const auto selected = ListView1->selectedItem();
+  if (!selected) return;
+  takeKey(*selected);
+  frmEditCharge().showModal();
+  if (RecordSaved) Insertado();
+}
+
+void ChargesView::Insertado() {
+  const std::string date = monthFirst(CurrentChargeDate);
+  const std::string time = clock24(CurrentChargeTime);
+  RecordSetRef fresh;
+  std::string message;
+  if (OpenRecordset(fresh,
+                    concat("SELECT * FROM ChargesDescriptive WHERE PatientId=", CurrentPatientId,
+                           " and ChargeDate=#", date, "# and ChargeTime=#", time, "#"),
+                    message) != 0)
+    return MsgBox(message);
+  if (fresh->RecordCount() == 0) return;
+  if (RsCharges->RecordCount() > 0) {
+    // Three searches, each from where the last one stopped. They are no search for the key: a
+    // charge that is not in the list can meet another patient's of the same time of day.
+    RsCharges->MoveFirst();
+    RsCharges->Find(concat("PatientId=", CurrentPatientId));
+    RsCharges->Find(concat("ChargeDate=#", date, "#"));
+    RsCharges->Find(concat("ChargeTime=#", time, "#"));
+  }
+  mergeRecord(RsCharges, fresh, *ListView1);
+  fresh.close();
+}
+
+void ChargesView::Eliminar() {
+  if (!services().confirm("Are you sure you want to delete the selected Charges?")) return;
+  // From the last row on: the positions of those that are yet to come stay true.
+  for (const int row : ListView1->selectedFromLast()) {
+    takeKey(row);
+    std::string message;
+    if (ChargeDelete(CurrentPatientId, CurrentChargeDate, CurrentChargeTime, message) != 0)
+      MsgBox(message);
+    else
+      RsCharges->Delete();
+  }
+  ListFill(*ListView1, RsCharges);
+  update();
+}
+
+ChargesView& frmCharges() {
+  static QPointer<ChargesView> form;
+  if (!form) form = new ChargesView(MainWindow->clientArea());
+  return *form;
+}
+
+}  // namespace bw

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "charges/FilterPanels.h"
+#include "controls/ListView.h"
+#include "platform/RecordSet.h"
+#include "shell/View.h"
+
+namespace bw {
+
+// The charges: five filter panels, and the list of what they and the main window's status filter
+// let through. A panel filters by the Current... variable of the moment, not by what its box shows.
+class ChargesView : public View {
+ public:
+  explicit ChargesView(QWidget* parent);
+
+  // Exchanged with the posting dialog.
+  std::int16_t PostChargeCount = 0;
+  std::int32_t PostLotNumber = 0;
+  std::int16_t PostPrint = 0;
+
+  void Refresca();
+  void Insertado();
+  void Eliminar();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void load();
+  void close();
+  void showColumn(PanelKind kind, bool shown);
+  std::string statement() const;
+  void takeKey(int row);
+  void openSelected();
+  void search(PanelKind kind);
+
+  ListView* ListView1;
+  FilterPanels panels_;
+  std::array<float, kPanelKinds.size()> widths_{};  // of columns that a filter hides, twips
+  RecordSetRef RsCharges;
+  std::int16_t ActiveFilter = 0;
+  bool FormReady = false;
+};
+
+ChargesView& frmCharges();
+
+}  // namespace bw

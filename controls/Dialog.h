@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QDialog>
+#include <QGridLayout>
+#include <QPushButton>
+
+#include "controls/EventGuard.h"
+
+class QLabel;
+class QLineEdit;
+
+namespace bw {
+
+// A modal form. It is made when it is shown and gone when the call returns; what has to outlive it
+// stands beside it, in the form that its name function returns.
+//
+// load() runs to its end before anything is seen, messages included. A load that ends with
+// NotLoaded set unloads the form at once: the user sees the message and no dialog.
+// Esc is Cancel. The close box unloads without running Ok or Cancel. Ctrl+Enter is Ok, as is Enter
+// where no other button has the focus.
+class Dialog : public QDialog {
+ public:
+  Dialog(const char* name, const QString& caption, QWidget* owner);
+
+  bool NotLoaded = false;
+
+  void unload() { done(0); }
+
+ protected:
+  // The row of Ok and Cancel at the foot; the handlers run guarded.
+  struct Foot {
+    const char* okName = "btnOk";
+    const char* okText = "Ok";
+    const char* cancelName = "btnCancel";
+    const char* cancelText = "Cancel";
+  };
+  QWidget* makeFoot(const Foot& foot, std::function<void()> ok, std::function<void()> cancel);
+  QPushButton* okButton() const { return ok_; }
+
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void reject() override;
+
+ private:
+  QPushButton* ok_ = nullptr;
+  QPushButton* cancel_ = nullptr;
+};
+
+// Shows a dialog of a class with a load() and returns when it is unloaded. An error in load() is
+// one of an event: it ends the process, whatever the opener passes over.
+template <class DialogClass>
+void showModal(QWidget* owner) {
+  DialogClass dialog(owner);
+  guarded([&] { dialog.load(); });
+  if (!dialog.NotLoaded) dialog.exec();
+}
+
+// The window that a dialog opened now belongs to.
+QWidget* activeOwner();
+
+// A form as the rest of the program knows it: by its name function, which returns the one
+// instance. Members that outlive the dialog stand in classes derived from this.
+class Form {
+ public:
+  using Show = void (*)(QWidget* owner);
+  explicit Form(Show show) : show_(show) {}
+  void showModal() const { show_(activeOwner()); }
+
+ private:
+  Show show_;
+};
+
+// Puts "label: field" into a grid, the label's mnemonic leading to the field. `label` may hold an
+// "&" in front of the mnemonic's letter. The field's accessible name is the label as it is read.
+QLabel* addField(QGridLayout* grid, int row, int column, const QString& label, QWidget* field,
+                 const char* name);
+
+// Names a control, for tests and assistive tools.
+template <class Widget>
+Widget* named(Widget* widget, const char* name, const QString& accessibleName) {
+  widget->setObjectName(name);
+  widget->setAccessibleName(accessibleName);
+  return widget;
+}
+
+// A text box that the user can read and copy from, and that looks it.
+void makeReadOnly(QLineEdit* box);
+
+// A text without its mnemonic signs: "E&&M:" is "E&M:".
+QString withoutMnemonic(const QString& text);
+
+// A push button with a handler; Enter presses it only while it has the focus.
+QPushButton* makeButton(const char* name, const QString& text, QWidget* parent,
+                        std::function<void()> handler);
+
+}  // namespace bw

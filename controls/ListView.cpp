@@ -1,0 +1,235 @@
+#include "controls/ListView.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <algorithm>
+
+#include "controls/EventGuard.h"
+#include "controls/QtText.h"
+#include "controls/Twips.h"
+#include "platform/Formats.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+// Paints whole rows: the row with the focus is framed, not one cell of it.
+class RowDelegate : public QStyledItemDelegate {
+ public:
+  explicit RowDelegate(ListView* view) : QStyledItemDelegate(view), view_(view) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    QStyleOptionViewItem plain = option;
+    plain.state &= ~QStyle::State_HasFocus;
+    QStyledItemDelegate::paint(painter, plain, index);
+    if (!view_->hasFocus() || view_->currentIndex().row() != index.row()) return;
+    const bool lit = (option.state & QStyle::State_Selected) != 0;
+    painter->setPen(
+        QPen(lit ? option.palette.highlightedText().color() : option.palette.highlight().color(), 1,
+             Qt::DotLine));
+    painter->drawLine(option.rect.topLeft(), option.rect.topRight());
+    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+  }
+
+ private:
+  ListView* view_;
+};
+
+}  // namespace
+
+std::string rowKey(std::ptrdiff_t position) { return "K" + zeroFilled(position, 10); }
+
+ListView::ListView(std::vector<ListColumn> columns, Options options, QWidget* parent)
+    : QTableView(parent), model_(std::move(columns), options.checkBoxes) {
+  setModel(&model_);
+  setItemDelegate(new RowDelegate(this));
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setSelectionMode(options.selection == Selection::several ? QAbstractItemView::ExtendedSelection
+                                                           : QAbstractItemView::SingleSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setTabKeyNavigation(false);
+  setShowGrid(false);
+  setWordWrap(false);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setUpHeaders();
+  model_.onUserCheck = [this](int row, bool checked) {
+    guarded([&] {
+      if (onItemCheck) onItemCheck(row, checked);
+    });
+  };
+}
+
+void ListView::setUpHeaders() {
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setMinimumSectionSize(1);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
+  QHeaderView* head = horizontalHeader();
+  head->setMinimumSectionSize(0);
+  head->setSectionsMovable(true);
+  head->setFirstSectionMovable(true);
+  head->setHighlightSections(false);
+  head->setSectionsClickable(true);
+  head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  widths_.resize(model_.columns().size());
+  for (int i = 0; i < this->columns(); ++i) setWidth(i, static_cast<float>(column(i).width));
+  onEvent(head, &QHeaderView::sectionClicked, this, [this](int section) {
+    if (onColumnClick) onColumnClick(section);
+  });
+  onEvent(head, &QHeaderView::sectionResized, this, [this](int section, int, int pixels) {
+    if (!settingWidth_)
+      widths_[static_cast<std::size_t>(section)] = static_cast<float>(toTwips(pixels));
+  });
+}
+
+int ListView::columnOf(std::string_view key) const {
+  for (int i = 0; i < columns(); ++i)
+    if (sameName(column(i).key, key)) return i;
+  throw RuntimeError(ErrorNumber::elementNotFound);
+}
+
+int ListView::Position(int column) const { return horizontalHeader()->visualIndex(column) + 1; }
+
+void ListView::setPosition(int column, int position) {
+  if (position < 1 || position > columns()) throw RuntimeError(ErrorNumber::invalidPropertyValue);
+  horizontalHeader()->moveSection(horizontalHeader()->visualIndex(column), position - 1);
+}
+
+float ListView::Width(int column) const { return widths_[static_cast<std::size_t>(column)]; }
+
+void ListView::setWidth(int column, float twips) {
+  const QScopedValueRollback own(settingWidth_, true);
+  widths_[static_cast<std::size_t>(column)] = twips;
+  horizontalHeader()->resizeSection(column, toPixels(twips));
+}
+
+void ListView::stretchLastColumn() { horizontalHeader()->setStretchLastSection(true); }
+
+void ListView::fill(std::shared_ptr<const RowStore> store, const std::vector<std::uint32_t>& rows) {
+  model_.fill(std::move(store), rows);
+}
+
+std::string ListView::key(int row) const { return rowKey(position(row)); }
+
+int ListView::rowAt(std::ptrdiff_t position) const {
+  const int row = model_.rowAt(position);
+  if (row < 0) throw RuntimeError(ErrorNumber::elementNotFound);
+  return row;
+}
+
+std::string ListView::text(int row) const { return fromQt(model_.text(row, 0)); }
+void ListView::setText(int row, const std::string& text) { model_.setFirstText(row, toQt(text)); }
+
+bool ListView::selected(int row) const { return selectionModel()->isRowSelected(row); }
+
+void ListView::setSelected(int row, bool selected) {
+  const QModelIndex index = model_.index(row, 0);
+  if (!selected)
+    return selectionModel()->select(index,
+                                    QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+  const auto how = selectionMode() == QAbstractItemView::SingleSelection
+                       ? QItemSelectionModel::ClearAndSelect
+                       : QItemSelectionModel::Select;
+  selectionModel()->setCurrentIndex(index, how | QItemSelectionModel::Rows);
+}
+
+void ListView::clearSelected() { selectionModel()->clearSelection(); }
+
+std::optional<int> ListView::selectedItem() const {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid() || !selected(current.row())) return std::nullopt;
+  return current.row();
+}
+
+// By ranges: a list of single rows takes seconds when a million are selected.
+std::vector<int> ListView::selectedFromLast() const {
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : selectionModel()->selection())
+    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
+  std::sort(rows.begin(), rows.end(), std::greater<>());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  return rows;
+}
+
+void ListView::ensureVisible(int row) { scrollTo(model_.index(row, 0)); }
+
+QSize ListView::sizeHint() const { return {toPixels(6000), toPixels(3000)}; }
+
+void ListView::tickCurrent() {
+  const QModelIndex first = currentIndex().siblingAtColumn(0);
+  model_.setData(first, model_.checked(first.row()) ? Qt::Unchecked : Qt::Checked,
+                 Qt::CheckStateRole);
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+  const bool plain =
+      event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
+  const auto run = [&](const std::function<void()>& handler) { guarded([&] { handler(); }); };
+  switch (plain ? event->key() : 0) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (onOpen) return run(onOpen);
+      return event->ignore();
+    case Qt::Key_Insert:
+      if (onInsertKey) return run(onInsertKey);
+      return event->ignore();
+    case Qt::Key_Delete:
+      if (onDeleteKey) return run(onDeleteKey);
+      return event->ignore();
+    case Qt::Key_Space:
+      if (model_.hasCheckBoxes() && currentIndex().isValid()) return tickCurrent();
+      break;
+    case Qt::Key_Left:
+    case Qt::Key_Right: {
+      QScrollBar* bar = horizontalScrollBar();
+      bar->triggerAction(event->key() == Qt::Key_Left ? QAbstractSlider::SliderSingleStepSub
+                                                      : QAbstractSlider::SliderSingleStepAdd);
+      return;
+    }
+    default:
+      break;
+  }
+  const QModelIndex before = currentIndex();
+  QTableView::keyPressEvent(event);
+  if (currentIndex() != before && onChosen) run(onChosen);
+}
+
+QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (action == MoveHome) return model_.count() > 0 ? model_.index(0, 0) : QModelIndex();
+  if (action == MoveEnd)
+    return model_.count() > 0 ? model_.index(model_.count() - 1, 0) : QModelIndex();
+  return QTableView::moveCursor(action, modifiers);
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  QTableView::mouseDoubleClickEvent(event);
+  if (event->button() != Qt::LeftButton) return;
+  guarded([&] {
+    if (onOpen) onOpen();
+  });
+}
+
+void ListView::mouseReleaseEvent(QMouseEvent* event) {
+  QTableView::mouseReleaseEvent(event);
+  guarded([&] {
+    if (event->button() == Qt::LeftButton && onChosen) onChosen();
+  });
+}
+
+void ListView::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  viewport()->update();
+}
+
+void ListView::focusOutEvent(QFocusEvent* event) {
+  QTableView::focusOutEvent(event);
+  viewport()->update();
+}
+
+}  // namespace bw

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace bw {
+
+// Makes the program's messages and questions appear in windows.
+void installMessageBoxes();
+
+}  // namespace bw

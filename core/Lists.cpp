@@ -1,0 +1,93 @@
+#include "core/Lists.h"
+
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Services.h"
+#include "core/Settings.h"
+#include "platform/Conversions.h"
+#include "platform/Text.h"
+
+namespace bw {
+
+void ListFill(ListView& list, const RecordSetRef& recordset) {
+  const std::ptrdiff_t count = recordset->RecordCount();  // completes nothing, but tells if closed
+  if (count > 0) recordset->setAbsolutePosition(count + 1);
+  list.setUpdatesEnabled(false);
+  try {
+    list.fill(recordset->rows(), recordset->view());
+  } catch (...) {
+    list.setUpdatesEnabled(true);
+    throw;
+  }
+  if (list.count() > 0) list.setSelected(0, true);
+  list.setUpdatesEnabled(true);
+}
+
+void ListClearSelection(ListView& list) { list.clearSelected(); }
+
+void moveToRow(const RecordSetRef& recordset, const ListView& list, int row) {
+  recordset->setAbsolutePosition(list.position(row));
+}
+
+void ListRefreshRecord(const RecordSetRef& recordset, const std::string& statement,
+                       const std::string& criterion, ListView& list) {
+  RecordSetRef fresh;
+  std::string message;
+  if (OpenRecordset(fresh, statement + " " + criterion, message) != 0) return MsgBox(message);
+  if (fresh->RecordCount() == 0) return;
+  if (recordset->RecordCount() > 0) {
+    recordset->MoveFirst();
+    recordset->Find(criterion);
+  }
+  mergeRecord(recordset, fresh, list);
+}
+
+void mergeRecord(const RecordSetRef& recordset, const RecordSetRef& fresh, ListView& list) {
+  if (recordset->EOF_())
+    RecordsetAppendFirst(recordset, fresh);
+  else
+    RecordsetUpdateCurrent(recordset, fresh);
+  const std::ptrdiff_t position = recordset->AbsolutePosition();
+  ListFill(list, recordset);
+  recordset->setAbsolutePosition(position);
+  ListClearSelection(list);
+  const int row = list.rowAt(recordset->AbsolutePosition());
+  list.setSelected(row, true);
+  list.ensureVisible(row);
+}
+
+// Positions are set one after another, each moving the other columns along. That does not give
+// back every order, and is wanted as it is.
+void ColumnLayoutRestore(ListView& list, const std::string& section) {
+  for (int i = 0; i < list.columns(); ++i) {
+    const std::string& key = list.column(i).key;
+    list.setPosition(i, toInt16(GetSetting(kApplicationTitle, section, key + "Position",
+                                           concat(list.Position(i)))));
+    list.setWidth(
+        i, toSingle(GetSetting(kApplicationTitle, section, key + "Width", textOf(list.Width(i)))));
+  }
+}
+
+void ColumnLayoutSave(const ListView& list, const std::string& section) {
+  for (int i = 0; i < list.columns(); ++i) {
+    const std::string& key = list.column(i).key;
+    SaveSetting(kApplicationTitle, section, key + "Position", concat(list.Position(i)));
+    SaveSetting(kApplicationTitle, section, key + "Width", textOf(list.Width(i)));
+  }
+}
+
+void sortByColumn(const RecordSetRef& recordset, ListView& list, const std::string& token) {
+  const std::string sort = recordset->Sort();
+  const auto at = static_cast<std::ptrdiff_t>(InStr(sort, token));
+  std::string next = sort;
+  if (at > 1) {
+    // The comma in front of the token goes with it.
+    next = token + "," + Left(sort, at - 2) +
+           Mid(sort, at + static_cast<std::ptrdiff_t>(length(token)));
+  } else if (at == 0) {
+    next = sort.empty() ? token : token + "," + sort;
+  }
+  recordset->setSort(next);
+  ListFill(list, recordset);
+}
+
+}  // namespace bw

@@ -1,0 +1,17 @@
+#include <QApplication>
+#include <cstdlib>
+
+#include "controls/EventGuard.h"
+#include "controls/MessageBox.h"
+#include "core/Services.h"
+#include "shell/Start.h"
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(bw::kApplicationTitle);
+  QApplication::setDesktopFileName("brantiwell");
+  bw::installMessageBoxes();
+  bool started = false;
+  bw::guarded([&] { started = bw::start(); });
+  return started ? QApplication::exec() : EXIT_FAILURE;
+}

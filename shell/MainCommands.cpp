@@ -1,0 +1,81 @@
+#include <array>
+
+#include "charges/frmEditCharge.h"
+#include "core/PassOver.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "platform/RuntimeError.h"
+#include "shell/PageSize.h"
+#include "shell/frmMain.h"
+#include "shell/frmShorcuts.h"
+
+// What the main window's menu entries and buttons do.
+
+namespace bw {
+namespace {
+
+// The editor of each record kind, opened on a new record.
+using OpenNew = void (*)();
+constexpr std::array<OpenNew, 10> kNewRecord{
+    [] {
+      CurrentChargeDate = kNewCharge;
+      frmEditCharge().showModal();
+    },
+};
+
+}  // namespace
+
+void frmMain::callView(std::string_view operation, std::string_view argument) {
+  if (activeView_ == nullptr) throw RuntimeError(ErrorNumber::objectNotSet);
+  activeView_->call(operation, argument);
+}
+
+void frmMain::chooseFilter(std::int16_t filter) {
+  if (filter != FiltroActualNumero) frmShorcuts().FuerzaNodeClick(VistaActualNumero, filter);
+}
+
+void frmMain::chooseView(std::int16_t view) {
+  if (view == VistaActualNumero) return;
+  frmShorcuts().FuerzaNodeClick(view, 0);
+}
+
+void frmMain::toggleShortcuts() {
+  const bool show = !frmShorcuts().isVisibleTo(client_);
+  shortcutsShown_ = show ? 1 : 0;
+  menus_.shortcuts()->setChecked(show);
+  frmShorcuts().setVisible(show);
+  menus_.goToMenu()->setVisible(!show);
+  if (show && activeView_ != nullptr) activeView_->update();
+  placeAll();
+}
+
+void frmMain::CerrarShortcut() {
+  if (frmShorcuts().isVisibleTo(client_)) toggleShortcuts();
+}
+
+void frmMain::pageSetup() {
+  passOver([this] { choosePageSize(this); });
+}
+
+void frmMain::newRecordDialog(int index) {
+  if (index < 0 || index >= static_cast<int>(kNewRecord.size())) return;
+  if (const OpenNew open = kNewRecord[static_cast<std::size_t>(index)]) open();
+}
+
+void frmMain::newFromToolbar() {
+  newRecordDialog(VistaActualNumero);
+  if (RecordSaved) callView("Insertado");
+}
+
+void frmMain::newFromMenu(int index) {
+  newRecordDialog(index);
+  // The list would be brought up to date here if a mark that was never made said so: asking for it
+  // is error 424, which ends the program. The record is stored by then.
+  if (RecordSaved) throw RuntimeError(ErrorNumber::objectRequired);
+}
+
+void frmMain::archiveCharges() { callView("Refresca"); }
+
+void frmMain::about() {}
+
+}  // namespace bw

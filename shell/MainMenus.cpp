@@ -1,0 +1,188 @@
+#include "shell/MainMenus.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "controls/EventGuard.h"
+#include "controls/QtText.h"
+#include "core/PassOver.h"
+#include "platform/Text.h"
+#include "shell/frmMain.h"
+
+namespace bw {
+namespace {
+
+enum class Kind { menu, hiddenMenu, item, checkable, separator, hiddenItem, hiddenSeparator };
+
+struct MenuRow {
+  Kind kind = Kind::item;
+  const char* name = "";
+  const char* text = "";
+  const char* shortcut = "";
+  void (*run)(frmMain&) = nullptr;
+};
+
+void refresh(frmMain& window) { window.callView("Refresca"); }
+void print(frmMain& window) {
+  passOver([&] { window.callView("Imprimir"); });
+}
+
+QToolBar* toolbarOf(frmMain& window) { return window.findChild<QToolBar*>("tbToolBar"); }
+void toggleToolbar(frmMain& window) {
+  toolbarOf(window)->setVisible(window.findChild<QAction*>("mnuViewToolbar")->isChecked());
+}
+void toggleStatusBar(frmMain& window) {
+  window.statusBar()->setVisible(window.findChild<QAction*>("mnuViewStatusBar")->isChecked());
+}
+
+// Entries that are hidden here are never shown. The menus CurrentView, GoTo and Actions are filled
+// from their own tables.
+// clang-format off
+constexpr MenuRow kRows[] = {
+    {Kind::menu, "mnuFile", "&File"},
+    {Kind::hiddenItem, "mnuFileNew", "Ne&w", "Ctrl+N"},
+    {Kind::hiddenItem, "mnuFileOpen", "&Open...", "Ctrl+O"},
+    {Kind::hiddenItem, "mnuFileClose", "&Close"},
+    {Kind::hiddenSeparator, "mnuFileBar0"},
+    {Kind::hiddenItem, "mnuFileProperties", "&Properties"},
+    {Kind::hiddenSeparator, "mnuFileBar1"},
+    {Kind::item, "mnuFilePageSetup", "Page set&up", "", [](frmMain& window) { window.pageSetup(); }},
+    {Kind::hiddenItem, "mnuFilePrintPreview", "Print Pre&view"},
+    {Kind::item, "mnuFilePrint", "P&rint...", "Ctrl+P", print},
+    {Kind::separator, "mnuFileBar2"},
+    {Kind::item, "mnuFileExit", "Ex&it", "Ctrl+Q", [](frmMain& window) { window.close(); }},
+    // Hidden: the text fields bring these commands themselves.
+    {Kind::hiddenMenu, "mnuEdit", "&Edit"},
+    {Kind::hiddenItem, "mnuEditUndo", "&Undo"},
+    {Kind::hiddenSeparator, "mnuEditBar0"},
+    {Kind::hiddenItem, "mnuEditCut", "Cu&t", "Ctrl+X"},
+    {Kind::hiddenItem, "mnuEditCopy", "&Copy", "Ctrl+C"},
+    {Kind::hiddenItem, "mnuEditPaste", "&Paste", "Ctrl+V"},
+    {Kind::menu, "mnuView", "&View"},
+    {Kind::checkable, "mnuViewToolbar", "&Toolbar", "", toggleToolbar},
+    {Kind::checkable, "mnuViewStatusBar", "&Status Bar", "", toggleStatusBar},
+    {Kind::checkable, "mnuViewShortcuts", "S&hortcuts", "", [](frmMain& window) { window.toggleShortcuts(); }},
+    {Kind::separator, "mnuViewBar0"},
+    {Kind::item, "mnuViewRefresh", "&Refresh", "F5", refresh},
+    {Kind::menu, "mnuTools", "&Tools"},
+    {Kind::item, "mnuToolsArchive", "&Archive Charges...", "", [](frmMain& window) { window.archiveCharges(); }},
+    {Kind::menu, "mnuActions0", "&Actions"},
+    {Kind::menu, "mnuHelp", "H&elp"},
+    {Kind::hiddenItem, "mnuHelpContents", "&Content"},
+    {Kind::hiddenItem, "mnuHelpSearchForHelpOn", "&Search for Help about..."},
+    {Kind::hiddenSeparator, "mnuHelpBar0"},
+    {Kind::item, "mnuHelpAbout", "&About Brantiwell PC", "", [](frmMain& window) { window.about(); }},
+};
+
+struct ActionRow {
+  const char* text;
+  const char* operation;
+};
+constexpr ActionRow kActions[] = {{"Post...", "Post"}, {"&Admit", "Admit"}, {"&Discharge", "Discharge"}};
+
+constexpr const char* kNewActions[] = {
+    "New Charge...", "New Patient...", "New Doctor...", "New Facility...", "New Diagnosis...",
+    "New Procedure...", "New Insurance...", "New E&M concept...", "New History item...",
+    "New Diagnosis Group..."};
+// clang-format on
+
+QAction* addEntry(QMenu* menu, const MenuRow& row, frmMain& window) {
+  QAction* action = menu->addAction(row.text);
+  action->setObjectName(row.name);
+  action->setSeparator(row.kind == Kind::separator || row.kind == Kind::hiddenSeparator);
+  action->setVisible(row.kind != Kind::hiddenItem && row.kind != Kind::hiddenSeparator);
+  if (*row.shortcut != '\0') action->setShortcut(QKeySequence(row.shortcut));
+  if (row.kind == Kind::checkable) {
+    action->setCheckable(true);
+    action->setChecked(true);
+  }
+  if (row.run != nullptr)
+    onEvent(action, &QAction::triggered, &window, [run = row.run, &window] { run(window); });
+  return action;
+}
+
+}  // namespace
+
+void MainMenus::build(frmMain& window) {
+  QMenuBar* bar = window.menuBar();
+  QMenu* menu = nullptr;
+  for (const MenuRow& row : kRows) {
+    if (row.kind != Kind::menu && row.kind != Kind::hiddenMenu) {
+      addEntry(menu, row, window);
+      continue;
+    }
+    menu = bar->addMenu(row.text);
+    menu->setObjectName(row.name);
+    menu->menuAction()->setVisible(row.kind == Kind::menu);
+  }
+  auto* view = bar->findChild<QMenu*>("mnuView");
+  auto* currentView = new QMenu("Current View", view);
+  auto* goTo = new QMenu("Go To", view);
+  QAction* before = view->actions().front();
+  currentViewMenu_ = view->insertMenu(before, currentView);
+  currentViewMenu_->setObjectName("mnuCurrentView");
+  goToMenu_ = view->insertMenu(before, goTo);
+  goToMenu_->setObjectName("mnuGoTo0");
+  shortcuts_ = window.findChild<QAction*>("mnuViewShortcuts");
+  buildArrays(window, currentView, goTo, bar->findChild<QMenu*>("mnuActions0"));
+}
+
+void MainMenus::buildArrays(frmMain& window, QMenu* currentView, QMenu* goTo, QMenu* actions) {
+  const auto add = [&](QMenu* menu, const QString& text, const char* name, int index,
+                       auto handler) {
+    QAction* action = menu->addAction(text);
+    action->setObjectName(QString("%1%2").arg(name).arg(index));
+    onEvent(action, &QAction::triggered, &window, [action, handler] {
+      // The check mark follows what is on show, not the click.
+      if (action->isCheckable()) action->setChecked(!action->isChecked());
+      handler();
+    });
+    return action;
+  };
+  for (std::int16_t i = 0; i < kFilterCount; ++i) {
+    const auto n = static_cast<std::size_t>(i);
+    // The captions name what they show; an "&" in one is a letter, not a mnemonic.
+    const QString text = toQt(kFilterCaptions[n]).replace("&", "&&");
+    filters_[n] =
+        add(currentView, text, "mnuCurrentViewFilter", i, [&window, i] { window.chooseFilter(i); });
+    filters_[n]->setCheckable(true);
+  }
+  for (std::int16_t i = 0; i < kViewCount; ++i) {
+    const auto n = static_cast<std::size_t>(i);
+    goTo_[n] =
+        add(goTo, toQt(viewRow(i).caption), "mnuGoTo", i, [&window, i] { window.chooseView(i); });
+    goTo_[n]->setCheckable(true);
+    goTo_[n]->setVisible(i != kSponsorWebView);
+  }
+  for (std::size_t i = 0; i < std::size(kActions); ++i)
+    actions_[i] = add(actions, kActions[i].text, "mnuActions", static_cast<int>(i),
+                      [&window, operation = kActions[i].operation] { window.callView(operation); });
+  actions->addSeparator()->setObjectName("mnuActionsDummy");
+  for (int i = 0; i < static_cast<int>(std::size(kNewActions)); ++i)
+    add(actions, QString(kNewActions[i]).replace("&", "&&"), "mnuNewAction", i,
+        [&window, i] { window.newFromMenu(i); });
+}
+
+void MainMenus::checkView(std::int16_t view) {
+  for (std::int16_t i = 0; i < kViewCount; ++i)
+    goTo_[static_cast<std::size_t>(i)]->setChecked(i == view);
+}
+
+void MainMenus::checkFilter(std::int16_t filter) {
+  for (std::int16_t i = 0; i < kFilterCount; ++i)
+    filters_[static_cast<std::size_t>(i)]->setChecked(i == filter);
+}
+
+void MainMenus::showFilters(std::string_view list) {
+  for (int i = 1; i < kFilterCount; ++i)
+    filters_[static_cast<std::size_t>(i)]->setVisible(names(list, i));
+}
+
+void MainMenus::showActions(std::string_view list) {
+  for (int i = 0; i < static_cast<int>(actions_.size()); ++i)
+    actions_[static_cast<std::size_t>(i)]->setVisible(names(list, i));
+}
+
+}  // namespace bw

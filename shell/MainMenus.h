@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QAction>
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "shell/ViewTable.h"
+
+class QMenu;
+
+namespace bw {
+
+class frmMain;
+
+// The menu bar: its entries stand in a table, its arrays by index.
+class MainMenus {
+ public:
+  void build(frmMain& window);
+
+  QAction* goToMenu() const { return goToMenu_; }
+  QAction* currentViewMenu() const { return currentViewMenu_; }
+  QAction* shortcuts() const { return shortcuts_; }
+
+  void checkView(std::int16_t view);
+  void checkFilter(std::int16_t filter);
+  // Shows "All" and what the list names.
+  void showFilters(std::string_view list);
+  void showActions(std::string_view list);
+
+ private:
+  void buildArrays(frmMain& window, QMenu* currentView, QMenu* goTo, QMenu* actions);
+
+  std::array<QAction*, kViewCount> goTo_{};
+  std::array<QAction*, kFilterCount> filters_{};
+  std::array<QAction*, 3> actions_{};
+  QAction* goToMenu_ = nullptr;
+  QAction* currentViewMenu_ = nullptr;
+  QAction* shortcuts_ = nullptr;
+};
+
+}  // namespace bw

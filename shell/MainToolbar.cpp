@@ -1,0 +1,135 @@
+#include "shell/MainToolbar.h"
+
+#include <QMenu>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "controls/Dialog.h"
+#include "core/PassOver.h"
+#include "shell/Icons.h"
+#include "shell/frmMain.h"
+
+namespace bw {
+namespace {
+
+struct ButtonRow {
+  const char* key;
+  const char* caption = "";  // none: a separator
+  const char* toolTip = "";
+  const char* icon = "";
+  const char* groups = "";  // c charges, p patients, r records, b browser, * every view
+  bool toBrowser = false;   // its key is the argument of Accion
+};
+
+// "Fordward" is the button's name and caption as they are wanted.
+// clang-format off
+constexpr std::array<ButtonRow, kToolbarButtons> kButtons{{
+    {"Nuevo", "     New     ", "New", "New", "*"},
+    {.key = "SepPrint", .groups = "cpr"},
+    {"Imprimir", "Print", "Print", "Print", "*"},
+    {.key = "SepDelete", .groups = "cpr"},
+    {"Eliminar", "Delete", "Delete", "Delete", "cpr"},
+    {.key = "SepApprove", .groups = "c"},
+    {"Post", "Post...", "Post Charges", "Post", "c"},
+    {.key = "SepAdmit", .groups = "p"},
+    {"Admit", "Admit...", "Admit Patient", "Admit", "p"},
+    {"Discharge", "Discharge", "Discharge Patient", "Discharge", "p"},
+    {.key = "SepBrowser", .groups = "b"},
+    {"Back", "Back", "", "Back", "b", true},
+    {"Fordward", "Fordward", "", "Right", "b", true},
+    {"Stop", "Stop", "", "Stop", "b", true},
+    {"Refresh", "Refresh", "", "Refresh", "b", true},
+    {"Home", "Home", "", "Home", "b", true},
+    {"Merge", "Merge", "Merge Patient info", "Merge", "p"},
+}};
+
+struct NewRow {
+  const char* name;
+  const char* text;
+};
+constexpr NewRow kNew[] = {
+    {"NewCharge", "New Charge..."},       {"NewPatient", "New Patient..."},
+    {"NewDoctor", "New Doctor..."},       {"NewFacility", "New Facility..."},
+    {"NewDiagnosis", "New Diagnosis..."}, {"NewProcedure", "New Procedure..."},
+    {"NewInsurance", "New Insurance..."}, {"NewEMCode", "New EM concept..."},
+    {"NewSickness", "New History Item"},  {"NewDiagnosisFamily", "New Diagnosis Group"}};
+// clang-format on
+
+char letterOf(ToolbarGroup group) {
+  switch (group) {
+    case ToolbarGroup::charges:
+      return 'c';
+    case ToolbarGroup::patients:
+      return 'p';
+    case ToolbarGroup::records:
+      return 'r';
+    case ToolbarGroup::browser:
+      return 'b';
+    case ToolbarGroup::none:
+      break;
+  }
+  return '-';
+}
+
+void run(const ButtonRow& row, frmMain& window) {
+  passOver([&] {
+    if (row.toBrowser)
+      window.callView("Accion", row.key);
+    else if (std::string_view(row.key) == "Nuevo")
+      window.newFromToolbar();
+    else
+      window.callView(row.key);
+  });
+}
+
+// New is a button with a list: the list's entries open a dialog and no more.
+QAction* addNewButton(QToolBar* bar, const ButtonRow& row, frmMain& window) {
+  auto* list = new QMenu(bar);
+  for (int i = 0; i < static_cast<int>(std::size(kNew)); ++i) {
+    QAction* entry = list->addAction(kNew[i].text);
+    entry->setObjectName(kNew[i].name);
+    onEvent(entry, &QAction::triggered, &window, [&window, i] { window.newRecordDialog(i); });
+  }
+  auto* button = named(new QToolButton(bar), row.key, row.toolTip);
+  button->setPopupMode(QToolButton::MenuButtonPopup);
+  button->setMenu(list);
+  button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  button->setText(row.caption);
+  button->setToolTip(row.toolTip);
+  button->setIcon(icon(row.icon));
+  onEvent(button, &QToolButton::clicked, &window, [&row, &window] { run(row, window); });
+  return bar->addWidget(button);
+}
+
+}  // namespace
+
+void MainToolbar::build(frmMain& window) {
+  auto* bar = window.addToolBar("Toolbar");
+  bar->setObjectName("tbToolBar");
+  bar->setMovable(false);
+  bar->setContextMenuPolicy(Qt::PreventContextMenu);
+  bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  for (std::size_t i = 0; i < kToolbarButtons; ++i) {
+    const ButtonRow& row = kButtons[i];
+    if (i == 0) {
+      buttons_[i] = addNewButton(bar, row, window);
+    } else if (*row.caption == '\0') {
+      buttons_[i] = bar->addSeparator();
+      buttons_[i]->setObjectName(row.key);
+    } else {
+      buttons_[i] = bar->addAction(icon(row.icon), row.caption);
+      buttons_[i]->setObjectName(row.key);
+      buttons_[i]->setToolTip(*row.toolTip != '\0' ? row.toolTip : row.caption);
+      onEvent(buttons_[i], &QAction::triggered, &window, [&row, &window] { run(row, window); });
+    }
+  }
+}
+
+void MainToolbar::showGroup(ToolbarGroup group) {
+  for (std::size_t i = 0; i < kToolbarButtons; ++i) {
+    const std::string_view groups = kButtons[i].groups;
+    buttons_[i]->setVisible(groups == "*" || groups.find(letterOf(group)) != std::string::npos);
+  }
+}
+
+}  // namespace bw

@@ -1,0 +1,148 @@
+#include "shell/frmMain.h"
+
+#include <QCloseEvent>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include "controls/EventGuard.h"
+#include "controls/Twips.h"
+#include "core/PassOver.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "core/Settings.h"
+#include "platform/Conversions.h"
+#include "platform/Text.h"
+#include "shell/ClockPanels.h"
+#include "shell/Icons.h"
+#include "shell/PageSize.h"
+#include "shell/frmBanner.h"
+#include "shell/frmShorcuts.h"
+
+namespace bw {
+namespace {
+
+constexpr const char* kSection = "Settings";
+
+std::int16_t storedNumber(const char* key, const char* standard) {
+  return toInt16(GetSetting(kApplicationTitle, kSection, key, standard));
+}
+
+int storedPixels(const char* key, const char* standard) {
+  return toPixels(toSingle(GetSetting(kApplicationTitle, kSection, key, standard)));
+}
+
+void store(const char* key, std::int64_t number) {
+  SaveSetting(kApplicationTitle, kSection, key, concat(number));
+}
+
+}  // namespace
+
+frmMain::frmMain() : client_(new QWidget(this)) {
+  setObjectName("frmMain");
+  setWindowTitle("Brantiwell");
+  setWindowIcon(icon("Brantiwell"));
+  client_->setObjectName("clientArea");
+  setCentralWidget(client_);
+  client_->installEventFilter(this);
+  menus_.build(*this);
+  toolbar_.build(*this);
+  statusBar()->setObjectName("sbStatusBar");
+  addClockPanels(statusBar());
+}
+
+frmMain::~frmMain() {
+  if (MainWindow == this) MainWindow = nullptr;
+}
+
+void frmMain::load() {
+  bannerHeight_ = 500;
+  passOver([] { readPageSize(); });
+  shortcutsShown_ = storedNumber("Shortcut", "1");
+  restorePlacement();
+  menus_.goToMenu()->setVisible(false);  // the tree stands in for it
+  VistaActualNumero = FiltroActualNumero = -1;
+  frmShorcuts().FuerzaNodeClick(storedNumber("ActiveView", "0"), storedNumber("ActiveFilter", "0"));
+}
+
+void frmMain::restorePlacement() {
+  const int left = storedPixels("MainLeft", "1000");
+  const int top = storedPixels("MainTop", "1000");
+  const int width = storedPixels("MainWidth", "6500");
+  const int height = storedPixels("MainHeight", "6500");
+  move(left, top);
+  resize(width, height);
+}
+
+void frmMain::savePlacement() const {
+  if (!isMinimized()) {
+    store("MainLeft", toTwips(x()));
+    store("MainTop", toTwips(y()));
+    store("MainWidth", toTwips(width()));
+    store("MainHeight", toTwips(height()));
+  }
+  store("ActiveView", VistaActualNumero);
+  store("ActiveFilter", FiltroActualNumero);
+}
+
+// The views store what is theirs before the window does.
+void frmMain::unload() {
+  for (View* view : client_->findChildren<View*>(QString(), Qt::FindDirectChildrenOnly))
+    view->unload();
+  savePlacement();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  guarded([this] { unload(); });
+  event->accept();
+}
+
+void frmMain::CambiaAVista(std::int16_t Vista, std::int16_t Filtro) {
+  const bool same = Vista == VistaActualNumero && Filtro == FiltroActualNumero;
+  VistaActualNumero = Vista;
+  FiltroActualNumero = Filtro;
+  if (!same)
+    switchView();
+  else if (activeView_ != nullptr)
+    activeView_->update();
+}
+
+void frmMain::ActivaFiltro(std::int16_t NuevoFiltro) { menus_.checkFilter(NuevoFiltro); }
+
+void frmMain::switchView() {
+  const ViewRow& row = viewRow(VistaActualNumero);
+  menus_.checkView(VistaActualNumero);
+  menus_.currentViewMenu()->setVisible(VistaActualNumero < 9);
+  if (VistaActualNumero < 9) menus_.checkFilter(FiltroActualNumero);
+  menus_.showActions(row.actions);
+  menus_.showFilters(row.filters);
+  toolbar_.showGroup(row.group);
+  View* left = activeView_;
+  activeView_ = &row.form();
+  if (left != nullptr && left != activeView_) left->hide();
+  placeView(frmShorcuts().isVisibleTo(client_));
+  passOver([this] { activeView_->call("Refresca"); });
+  activeView_->show();
+}
+
+void frmMain::placeView(bool treeShown) {
+  if (activeView_ == nullptr) return;
+  const int left = treeShown ? frmShorcuts().width() : 0;
+  const int top = toPixels(bannerHeight_);
+  activeView_->setGeometry(left, top, client_->width() - left, client_->height() - top);
+}
+
+void frmMain::placeAll() {
+  const int top = toPixels(bannerHeight_);
+  if (bannerHeight_ > 0) frmBanner().setGeometry(0, 0, client_->width(), top);
+  if (shortcutsShown_ > 0)
+    frmShorcuts().setGeometry(0, top, frmShorcuts().width(), client_->height() - top);
+  placeView(shortcutsShown_ > 0);
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == client_ && event->type() == QEvent::Resize && MainWindow == this)
+    guarded([this] { passOver([this] { placeAll(); }); });
+  return QMainWindow::eventFilter(watched, event);
+}
+
+}  // namespace bw
