@@ -3,6 +3,7 @@
 option(BRANTIWELL_WERROR "Treat warnings as errors" OFF)
 option(BRANTIWELL_SANITIZE "Address and undefined behaviour sanitizers" OFF)
 option(BRANTIWELL_BENCH "Build the benchmarks" OFF)
+option(BRANTIWELL_FUZZ "Build the fuzz targets (Clang only)" OFF)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -28,6 +29,10 @@ if(BRANTIWELL_SANITIZE)
   target_compile_options(bw_options INTERFACE -fsanitize=address,undefined
                                               -fno-sanitize-recover=undefined)
   target_link_options(bw_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(BRANTIWELL_FUZZ)
+  # What is under test must be instrumented too, or the fuzzer is blind.
+  target_compile_options(bw_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 find_program(BRANTIWELL_MOLD mold)

@@ -10,7 +10,7 @@ namespace bw {
 namespace {
 
 // The field of each column.
-std::vector<std::ptrdiff_t> bind(const std::vector<ListColumn>& columns, const RowStore& store) {
+std::vector<std::ptrdiff_t> fieldsOf(const std::vector<ListColumn>& columns, const RowStore& store) {
   std::vector<std::ptrdiff_t> fields;
   for (const ListColumn& column : columns)
     fields.push_back(column.key.empty() ? -1
@@ -34,7 +34,7 @@ ListModel::ListModel(std::vector<ListColumn> columns, bool checkBoxes)
 
 void ListModel::fill(std::shared_ptr<const RowStore> store,
                      const std::vector<std::uint32_t>& rows) {
-  std::vector<std::ptrdiff_t> fields = bind(columns_, *store);
+  std::vector<std::ptrdiff_t> fields = fieldsOf(columns_, *store);
   if (fields.front() >= 0) {
     const Column& first = store->columns[static_cast<std::size_t>(fields.front())];
     if (std::any_of(rows.begin(), rows.end(), [&](std::uint32_t row) { return first.isNull(row); }))

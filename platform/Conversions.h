@@ -10,7 +10,8 @@ namespace bw {
 // Numbers to text and back, independent of any locale: the decimal sign is ".".
 
 // Text to a number: blanks around, sign, digits, thousands commas, decimals, exponent, &H and &O.
-// "" or rubbish raises 13, out of range 6. Halves go to the even number: "12.5" is 12.
+// "" or rubbish raises 13, out of range 6. Halves go to the even number: "12.5" is 12. Hexadecimal
+// numbers have the sign of their 16 or 32 bits: &HFFFF is -1.
 std::int16_t toInt16(std::string_view text);
 std::int32_t toInt32(std::string_view text);
 float toSingle(std::string_view text);
@@ -35,10 +36,10 @@ std::string textOf(double number);
 // As the default text, with a blank in front of a number that is not negative.
 std::string Str(std::int64_t number);
 
-// Halves to even, at that many decimals (0 to 9).
+// Halves to even, at that many decimals; other than 0 to 9 of them raise 5.
 double Round(double number, int decimals);
 
-// Text to a number by the grammar of toInt16; nothing when it is none.
+// Text to a number by the grammar of toInt16; nothing when it is none. Infinite when too large.
 std::optional<double> parseNumber(std::string_view text) noexcept;
 
 }  // namespace bw

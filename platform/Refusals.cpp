@@ -51,10 +51,10 @@ std::string refusalSentence(Refusal refusal, std::string_view detail) {
       return "The database file cannot be read or written.";
     case Refusal::notOpened:
       return "The database file cannot be opened: " + std::string(detail);
-    case Refusal::notCreated:
-      return "The database file cannot be made: " + std::string(detail);
     case Refusal::rolledBack:
       return "The database has undone the changes of this step. Nothing was stored.";
+    case Refusal::notCreated:
+      return "The database file cannot be made: " + std::string(detail);
   }
   return {};
 }

@@ -7,11 +7,11 @@ namespace bw {
 
 // Turns a statement of the program into one that the engine takes:
 //   #06/15/2003#           becomes '2003-06-15' (times '14:05:09', both '2003-06-15 14:05:09')
-//   SELECT TOP n ...       becomes SELECT ... LIMIT n
+//   SELECT TOP n ...       becomes SELECT ... LIMIT n (where the statement begins with it)
 // Text between single quotes and names between brackets are left alone. One `;` may end the
-// statement. Refused, with a sentence in the error's text (number `database`): an unterminated
-// quote, bracket or date, an impossible date, a comment, a double quote or back quote, a NUL, a
-// parameter sign, and a second statement.
+// statement and is dropped. Refused, with a sentence in the error's text (number `database`): an
+// unterminated quote, bracket or date, an impossible date, a comment, a double quote or back quote,
+// a NUL, a parameter sign, and a second statement.
 std::string rewriteStatement(std::string_view statement);
 
 }  // namespace bw

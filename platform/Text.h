@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -16,7 +17,8 @@ std::string Right(std::string_view text, std::ptrdiff_t count);
 std::string Mid(std::string_view text, std::ptrdiff_t from);
 std::string Mid(std::string_view text, std::ptrdiff_t from, std::ptrdiff_t count);
 
-// Position of the first occurrence, 0 when absent. Case matters. An empty part is found at 1.
+// Position of the first occurrence, 0 when absent. Case matters. An empty part is found at 1,
+// in an empty text nothing is.
 std::size_t InStr(std::string_view text, std::string_view part) noexcept;
 
 std::string_view Trim(std::string_view text) noexcept;  // blanks only
@@ -34,16 +36,24 @@ bool sameName(std::string_view a, std::string_view b) noexcept;
 // Windows-1252; a character outside it becomes "?".
 std::string toWindows1252(std::string_view text);
 
-// One string of all arguments: texts as they are, integers in decimal.
 namespace detail {
+// Truth values and characters are no numbers here: they would slip in unintended.
+template <class T>
+concept WholeNumber = std::integral<T> && sizeof(T) > 1 && !std::same_as<T, wchar_t> &&
+                      !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
+
+template <class T>
+concept Piece = WholeNumber<T> || std::convertible_to<const T&, std::string_view>;
+
 inline void append(std::string& out, std::string_view piece) { out += piece; }
-inline void append(std::string& out, char piece) = delete;
-inline void append(std::string& out, long long number) { out += std::to_string(number); }
-inline void append(std::string& out, long number) { out += std::to_string(number); }
-inline void append(std::string& out, int number) { out += std::to_string(number); }
+template <WholeNumber Number>
+void append(std::string& out, Number number) {
+  out += std::to_string(number);
+}
 }  // namespace detail
 
-template <class... Pieces>
+// One string of all arguments: texts as they are, integers in decimal.
+template <detail::Piece... Pieces>
 std::string concat(const Pieces&... pieces) {
   std::string out;
   (detail::append(out, pieces), ...);

@@ -33,7 +33,7 @@ std::string textOrEmpty(const Value& value);
 
 // The value as a field of that type takes it: text "00012" becomes 12 in an integer.
 // Not convertible: 3421. An integer that does not fit: "Multiple-step operation ...".
-// Null goes into every type.
+// A date field takes the date of a moment, a time field its time. Null goes into every type.
 Value convertedTo(FieldType type, const Value& value);
 
 }  // namespace bw

@@ -1,0 +1,177 @@
+#include "platform/Rewriter.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "platform/DateLiterals.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+enum class Fault { quote, bracket, date, comment, sign, parameter, second };
+
+[[noreturn]] void refuse(Fault fault) {
+  constexpr std::array<const char*, 7> kSentences{
+      "Syntax error in string: a quote is not closed.",
+      "Syntax error in name: a bracket is not closed.",
+      "Syntax error in date in query expression.",
+      "Syntax error in query expression: comments are not allowed.",
+      "Syntax error in query expression: a character is not allowed.",
+      "No value given for one or more required parameters.",
+      "Syntax error: characters found after the end of the statement."};
+  throw RuntimeError(ErrorNumber::database, kSentences[static_cast<std::size_t>(fault)]);
+}
+
+bool isBlank(char c) noexcept {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+}
+bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+bool isNameCharacter(char c) noexcept {
+  return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Characters outside quotes and brackets that are not simply copied.
+constexpr std::array<bool, 256> kSpecial = [] {
+  std::array<bool, 256> special{};
+  for (const char c : std::string_view("'[#;-/\"`?:@$\0", 13))
+    special[static_cast<unsigned char>(c)] = true;
+  return special;
+}();
+
+std::string canonical(std::string_view literal) {
+  const std::optional<Value> moment = parseDateLiteral(literal);
+  if (!moment) refuse(Fault::date);
+  if (const auto* date = std::get_if<Date>(&*moment)) return isoDate(*date);
+  if (const auto* time = std::get_if<TimeOfDay>(&*moment)) return isoTime(*time);
+  return isoDateTime(std::get<DateTime>(*moment));
+}
+
+class Scan {
+ public:
+  explicit Scan(std::string_view text) : text_(text) { out_.reserve(text.size() + 16); }
+
+  std::string run() {
+    copyHead();
+    while (at_ < text_.size()) {
+      copyPlain();
+      if (at_ < text_.size() && !special()) break;
+    }
+    if (!limit_.empty()) {
+      out_ += " LIMIT ";
+      out_ += limit_;
+    }
+    return std::move(out_);
+  }
+
+ private:
+  char peek(std::size_t ahead) const noexcept {
+    return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0';
+  }
+
+  void copy(std::size_t end) {
+    out_ += text_.substr(at_, end - at_);
+    at_ = end;
+  }
+
+  std::size_t behindBlanks(std::size_t at) const noexcept {
+    while (at < text_.size() && isBlank(text_[at])) ++at;
+    return at;
+  }
+  std::size_t behindName(std::size_t at) const noexcept {
+    while (at < text_.size() && isNameCharacter(text_[at])) ++at;
+    return at;
+  }
+
+  // SELECT in front of everything, and the TOP n behind it, which becomes the limit.
+  void copyHead() {
+    const std::size_t select = behindBlanks(0);
+    const std::size_t selectEnd = behindName(select);
+    if (!sameName(text_.substr(select, selectEnd - select), "SELECT")) return;
+    const std::size_t top = behindBlanks(selectEnd);
+    const std::size_t topEnd = behindName(top);
+    if (!sameName(text_.substr(top, topEnd - top), "TOP")) return;
+    const std::size_t count = behindBlanks(topEnd);
+    const std::size_t countEnd = behindName(count);
+    const std::string_view digits = text_.substr(count, countEnd - count);
+    if (digits.empty() || !std::all_of(digits.begin(), digits.end(), isDigit)) return;
+    if (countEnd < text_.size() && text_[countEnd] == '.') return;
+    copy(selectEnd);
+    at_ = countEnd;
+    limit_ = digits;
+  }
+
+  void copyPlain() {
+    std::size_t end = at_;
+    while (end < text_.size() && !kSpecial[static_cast<unsigned char>(text_[end])]) ++end;
+    copy(end);
+  }
+
+  // The closing character's place, from the opening one on.
+  std::size_t closing(char close, Fault fault) const {
+    const std::size_t end = text_.find(close, at_ + 1);
+    if (end == std::string_view::npos) refuse(fault);
+    return end;
+  }
+
+  // False at the statement's end.
+  bool special() {
+    switch (text_[at_]) {
+      case '\'':  // a doubled quote reads as two texts side by side, which copies the same
+        copy(closing('\'', Fault::quote) + 1);
+        return true;
+      case '[':
+        copy(closing(']', Fault::bracket) + 1);
+        return true;
+      case '#':
+        date();
+        return true;
+      case ';':
+        if (behindBlanks(at_ + 1) != text_.size()) refuse(Fault::second);
+        return false;
+      case '-':
+        if (peek(1) == '-') refuse(Fault::comment);
+        break;
+      case '/':
+        if (peek(1) == '*') refuse(Fault::comment);
+        break;
+      case '?':
+        refuse(Fault::parameter);
+      case ':':
+      case '@':
+      case '$':
+        if (isNameCharacter(peek(1))) refuse(Fault::parameter);
+        break;
+      default:
+        refuse(Fault::sign);
+    }
+    copy(at_ + 1);
+    return true;
+  }
+
+  void date() {
+    const std::size_t end = closing('#', Fault::date);
+    out_ += '\'';
+    out_ += canonical(text_.substr(at_ + 1, end - at_ - 1));
+    out_ += '\'';
+    at_ = end + 1;
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  std::string out_;
+  std::string_view limit_;
+};
+
+}  // namespace
+
+std::string rewriteStatement(std::string_view statement) {
+  // Within quotes too: the engine would take it for the end of the statement.
+  if (statement.find('\0') != std::string_view::npos) refuse(Fault::sign);
+  return Scan(statement).run();
+}
+
+}  // namespace bw

@@ -1,0 +1,151 @@
+#include "platform/Text.h"
+
+#include <unicode/bytestream.h>
+#include <unicode/casemap.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "platform/RuntimeError.h"
+
+namespace bw {
+namespace {
+
+constexpr char32_t kIllFormed = 0xffffffffU;
+
+struct CodePoint {
+  char32_t value = kIllFormed;
+  std::size_t bytes = 1;
+};
+
+bool isAscii(char c) noexcept { return static_cast<unsigned char>(c) < 0x80; }
+bool isAscii(std::string_view text) noexcept {
+  return std::all_of(text.begin(), text.end(), [](char c) { return isAscii(c); });
+}
+
+char lower(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+
+// The code point that begins at that byte.
+CodePoint codePointAt(std::string_view text, std::size_t at) noexcept {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned lead = byte(at);
+  if (lead < 0x80) return {lead, 1};
+  const std::size_t bytes = lead >= 0xf0 ? 4 : lead >= 0xe0 ? 3 : 2;
+  if (lead < 0xc2 || lead > 0xf4 || text.size() - at < bytes) return {};
+  char32_t value = lead & (0xffU >> (bytes + 1));
+  for (std::size_t i = at + 1; i < at + bytes; ++i) {
+    if ((byte(i) & 0xc0U) != 0x80U) return {};
+    value = value << 6U | (byte(i) & 0x3fU);
+  }
+  constexpr std::array<char32_t, 5> kLowest{0, 0, 0x80, 0x800, 0x10000};
+  const bool surrogate = value >= 0xd800 && value <= 0xdfff;
+  if (value < kLowest[bytes] || value > 0x10ffff || surrogate) return {};
+  return {value, bytes};
+}
+
+// The byte at which the code point with that index (from 0) begins; the size when there is none.
+std::size_t offsetOf(std::string_view text, std::size_t index) noexcept {
+  std::size_t at = 0;
+  for (; index > 0 && at < text.size(); --index) at += codePointAt(text, at).bytes;
+  return at;
+}
+
+std::size_t requireCount(std::ptrdiff_t count) {
+  if (count < 0) throw RuntimeError(ErrorNumber::invalidCall);
+  return static_cast<std::size_t>(count);
+}
+
+// Windows-1252 from 0x80 to 0x9F; 0 where the code page has no character.
+constexpr std::array<char16_t, 32> kWindows1252{
+    0x20ac, 0,      0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0,      0x017d, 0,      0,      0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
+    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0,      0x017e, 0x0178};
+
+char windows1252(char32_t value) noexcept {
+  if (value < 0x80 || (value >= 0xa0 && value <= 0xff)) return static_cast<char>(value);
+  const auto* found = std::find(kWindows1252.begin(), kWindows1252.end(), value);
+  if (found == kWindows1252.end()) return '?';
+  return static_cast<char>(0x80 + (found - kWindows1252.begin()));
+}
+
+}  // namespace
+
+std::size_t length(std::string_view text) noexcept {
+  std::size_t count = 0;
+  for (std::size_t at = 0; at < text.size(); at += codePointAt(text, at).bytes) ++count;
+  return count;
+}
+
+std::string Left(std::string_view text, std::ptrdiff_t count) {
+  return std::string(text.substr(0, offsetOf(text, requireCount(count))));
+}
+
+std::string Right(std::string_view text, std::ptrdiff_t count) {
+  const std::size_t wanted = requireCount(count);
+  const std::size_t all = length(text);
+  return std::string(text.substr(offsetOf(text, all > wanted ? all - wanted : 0)));
+}
+
+std::string Mid(std::string_view text, std::ptrdiff_t from) {
+  return Mid(text, from, static_cast<std::ptrdiff_t>(text.size()));
+}
+
+std::string Mid(std::string_view text, std::ptrdiff_t from, std::ptrdiff_t count) {
+  if (from < 1) throw RuntimeError(ErrorNumber::invalidCall);
+  return Left(text.substr(offsetOf(text, static_cast<std::size_t>(from) - 1)), count);
+}
+
+std::size_t InStr(std::string_view text, std::string_view part) noexcept {
+  const std::size_t at = text.empty() ? std::string_view::npos : text.find(part);
+  return at == std::string_view::npos ? 0 : length(text.substr(0, at)) + 1;
+}
+
+std::string_view Trim(std::string_view text) noexcept {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string fold(std::string_view text) {
+  std::string folded;
+  if (isAscii(text)) {
+    folded.resize(text.size());
+    std::transform(text.begin(), text.end(), folded.begin(), lower);
+    return folded;
+  }
+  UErrorCode status = U_ZERO_ERROR;
+  icu::StringByteSink<std::string> sink(&folded, static_cast<std::int32_t>(text.size()));
+  icu::CaseMap::utf8Fold(0, text, sink, nullptr, status);
+  if (U_FAILURE(status)) throw RuntimeError(ErrorNumber::outOfMemory);
+  return folded;
+}
+
+int compareText(std::string_view a, std::string_view b) {
+  // Folding goes character by character, so what is equal in front can be left out.
+  std::size_t at = 0;
+  for (; at < a.size() && at < b.size(); ++at) {
+    if (!isAscii(a[at]) || !isAscii(b[at])) return fold(a.substr(at)).compare(fold(b.substr(at)));
+    const int difference = lower(a[at]) - lower(b[at]);
+    if (difference != 0) return difference;
+  }
+  return static_cast<int>(at < a.size()) - static_cast<int>(at < b.size());
+}
+
+bool sameName(std::string_view a, std::string_view b) noexcept {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::string toWindows1252(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const CodePoint point = codePointAt(text, at);
+    out += windows1252(point.value);
+    at += point.bytes;
+  }
+  return out;
+}
+
+}  // namespace bw
