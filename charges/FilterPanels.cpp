@@ -66,6 +66,7 @@ void FilterPanels::build(PanelKind kind, const PanelRow& row, QWidget* parent) {
   panel.button->setAccessibleName(searches ? row.tip : name + "Go");
   panel.button->setToolTip(row.tip);
   if (searches) panel.button->setIcon(icon("Search"));
+  panel.button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   line->addWidget(panel.button);
   if (kind == PanelKind::lot)
     onEvent(panel.box, &QLineEdit::returnPressed, panel.box, [this] { events_.go(); });

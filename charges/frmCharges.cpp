@@ -132,7 +132,8 @@ void ChargesView::resizeEvent(QResizeEvent*) {
   for (const PanelKind kind : kPanelKinds) {
     QWidget* frame = panels_.frame(kind);
     const int height = frame->sizeHint().height();
-    frame->setGeometry(0, top, width(), height);
+    // In a narrow window a panel is cut at the edge, not squeezed.
+    frame->setGeometry(0, top, std::max(width(), frame->minimumSizeHint().width()), height);
     top += height;
   }
   ListView1->setGeometry(0, top, width(), std::max(0, height() - top));

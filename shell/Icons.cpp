@@ -3,6 +3,9 @@
 #include <array>
 #include <string_view>
 
+// The pictures lie in a static library: a program that uses it has to be told.
+static void registerPictures() { Q_INIT_RESOURCE(icons); }
+
 namespace bw {
 namespace {
 
@@ -22,6 +25,8 @@ constexpr std::array kIcons{
 }  // namespace
 
 QIcon icon(const char* name) {
+  static const bool registered = (registerPictures(), true);
+  static_cast<void>(registered);
   const QString own = QString(":/icons/%1.svg").arg(name);
   for (const IconRow& row : kIcons)
     if (row.name == name && QIcon::hasThemeIcon(row.inTheme))
