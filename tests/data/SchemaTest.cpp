@@ -300,8 +300,13 @@ TEST_F(SchemaTest, FiltersOfChargesTakeTheirIndexes) {
   EXPECT_EQ(plan("SELECT * FROM PatientCharges WHERE [Status] <> 3 ORDER BY PatientId, "
                  "ChargeRealDate DESC"),
             "SCAN PatientCharges USING INDEX ChargesToArchive\n");
-  fill();
-  engine_->execute("ANALYZE");
+  // What ANALYZE notes in an office of a million charges.
+  engine_->execute("DELETE FROM sqlite_stat1");
+  engine_->execute(
+      "INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('Patient', 'Patient', '32000 1'), "
+      "('PatientCharges', 'sqlite_autoindex_PatientCharges_1', '1000000 32 1 1'), "
+      "('PatientCharges', 'ChargesByStatus', '1000000 250000 197')");
+  engine_->execute("ANALYZE sqlite_schema");
   EXPECT_TRUE(plan("SELECT * FROM ChargesDescriptive Where [status]<>2 and DoctorCode= 7")
                   .starts_with("SCAN c\n"));
 }
