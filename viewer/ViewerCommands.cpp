@@ -68,7 +68,7 @@ struct ViewerWindow::Commands {
     Command{"fitPage", "&View", "Fit &page", "Ctrl+2", "zoom-fit-best",
             needsPages | checkable | onToolbar,
             [](ViewerWindow& w) { w.view_->setFit(PageView::Fit::page); }},
-    Command{"thumbnailPane", "&View", "Page p&ictures", "F9", "view-sidebar",
+    Command{"thumbnailPane", "&View", "Page pi&ctures", "F9", "view-sidebar",
             checkable | onToolbar | groupBefore, [](ViewerWindow& w) { w.toggleThumbnails(); }},
     Command{"nextPage", "&Go", "&Next page", "Ctrl+PgDown; Alt+Right", "go-down", needsPages,
             [](ViewerWindow& w) { w.step(1); }},

@@ -78,6 +78,11 @@ ViewerWindow::ViewerWindow()
   view_->setFocus();
 }
 
+// A part that loses the keys or its place while the window goes down still tells of it.
+ViewerWindow::~ViewerWindow() {
+  for (QObject* part : findChildren<QObject*>()) part->disconnect(this);
+}
+
 void ViewerWindow::addPageBox() {
   auto* bar = findChild<QToolBar*>("toolbar");
   pageBox_->setObjectName("pageBox");
@@ -95,21 +100,20 @@ void ViewerWindow::addPageBox() {
 }
 
 void ViewerWindow::connectParts() {
-  const auto goTo = [this](std::size_t page) { view_->goToPage(page); };
-  connect(pageBox_, &QSpinBox::valueChanged, view_,
-          [goTo](int page) { goTo(static_cast<std::size_t>(page)); });
+  connect(pageBox_, &QSpinBox::valueChanged, this,
+          [this](int page) { view_->goToPage(static_cast<std::size_t>(page)); });
   // Emitted also when the box loses the keys to another widget, which is to keep them.
   connect(pageBox_, &QSpinBox::editingFinished, this, [this] {
     if (pageBox_->hasFocus()) view_->setFocus();
   });
-  connect(thumbnails_, &ThumbnailPane::pageWanted, view_, goTo);
+  connect(thumbnails_, &ThumbnailPane::pageWanted, view_, &PageView::goToPage);
   connect(view_, &PageView::currentPageChanged, this, [this] {
     updatePageBox();
     showTrouble();
   });
   connect(view_, &PageView::zoomChanged, this, &ViewerWindow::updateZoom);
   connect(view_, &PageView::selectionChanged, this, &ViewerWindow::updateCommands);
-  connect(side_, &QDockWidget::visibilityChanged, findChild<QAction*>("thumbnailPane"),
+  connect(side_, &QDockWidget::visibilityChanged, this,
           [this] { findChild<QAction*>("thumbnailPane")->setChecked(!side_->isHidden()); });
   connect(findBar_, &FindBar::textChanged, this, &ViewerWindow::searchTyped);
   connect(findBar_, &FindBar::nextWanted, this, [this] { findAgain(Finder::Direction::forward); });

@@ -26,6 +26,7 @@ class ViewerWindow : public QMainWindow {
 
  public:
   ViewerWindow();
+  ~ViewerWindow() override;
 
   // A file that cannot be read leaves the document that is shown, and the reason is told.
   void openDocument(const QString& path);

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QNativeGestureEvent>
+#include <QPointingDevice>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTemporaryDir>
@@ -124,6 +126,13 @@ TEST_F(Viewer, ZoomKeepsThePageAndFitEndsWithIt) {
                     Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
   QApplication::sendEvent(view()->viewport(), &wheel);
   EXPECT_NEAR(view()->zoom(), 1.15 * 1.15, 1e-9);
+  run("fitWidth");
+  const double wide = view()->zoom();
+  QNativeGestureEvent pinch(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2,
+                            QPointF(100, 100), QPointF(100, 100), QPointF(100, 100), 0.25, {});
+  QApplication::sendEvent(view()->viewport(), &pinch);
+  EXPECT_NEAR(view()->zoom(), wide * 1.25, 1e-9);
+  EXPECT_EQ(view()->fit(), PageView::Fit::none);
   for (int i = 0; i < 30; ++i) run("zoomIn");
   EXPECT_EQ(view()->zoom(), PageLayout::kMaxZoom);
   for (int i = 0; i < 30; ++i) run("zoomOut");
