@@ -1,5 +1,6 @@
 #include "charges/ChargeEditor.h"
 
+#include "charges/PickDialogs.h"
 #include "charges/frmEditCharge.h"
 #include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"

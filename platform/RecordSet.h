@@ -72,6 +72,7 @@ class RecordSet {
 
   // Opens an edit on the current row, or goes on with it. Read-only: 3251.
   void set(FieldRef field, const Value& value);
+  void set(FieldRef field, const std::string& text) { set(field, Value(text)); }
   void set(FieldRef field, std::string_view text) { set(field, Value(std::string(text))); }
   void set(FieldRef field, const char* text) { set(field, Value(std::string(text))); }
   void set(FieldRef field, std::int32_t number) {

@@ -1,5 +1,6 @@
 #include "shell/frmShorcuts.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPointer>
 
@@ -124,7 +125,7 @@ bool ShorcutsTree::eventFilter(QObject* watched, QEvent* event) {
   const QTreeWidgetItem* before = TreeView1->currentItem();
   const int key = static_cast<QKeyEvent*>(event)->key();
   TreeView1->removeEventFilter(this);
-  TreeView1->event(event);
+  QCoreApplication::sendEvent(TreeView1, event);
   TreeView1->installEventFilter(this);
   const QTreeWidgetItem* now = TreeView1->currentItem();
   const bool chosen = now != before || key == Qt::Key_Return || key == Qt::Key_Enter;

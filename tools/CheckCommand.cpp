@@ -43,7 +43,8 @@ class Check {
       return false;
     }
     bool whole = true;
-    for (const Column& column : model.read(statement)->columns) {
+    const std::shared_ptr<RowStore> wanted = model.read(statement);
+    for (const Column& column : wanted->columns) {
       const auto there = ours->find(column.name());
       const bool fits = there && ours->columns[*there].declared() == column.declared();
       if (fits) continue;

@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include "core/AsisRutinasApoyo.h"
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Principal.h"
+#include "tests/platform/Raised.h"
+#include "tests/platform/Rows.h"
+
+namespace bw {
+namespace {
+
+RecordSetRef makeSet(const std::vector<Field>& fields, const std::vector<Row>& rows,
+                     LockType lock = LockType::optimistic) {
+  return RecordSetRef(std::make_shared<RecordSet>(makeStore(fields, rows), lock));
+}
+
+std::string told(const RecordSetRef& set) {
+  std::string text;
+  for (set->MoveFirst(); !set->EOF_(); set->MoveNext()) {
+    if (!text.empty()) text += ' ';
+    for (std::size_t i = 0; i < set->fieldCount(); ++i)
+      text += (i > 0 ? "|" : "") + (set->isNull(i) ? "null" : set->text(i));
+  }
+  return text;
+}
+
+// The target knows a field that the source lacks, and one that cannot take the source's text.
+const std::vector<Field> kTarget{
+    {"Code", FieldType::smallint}, {"Names", FieldType::text}, {"checked", FieldType::smallint}};
+const std::vector<Field> kSource{{"names", FieldType::text}, {"CODE", FieldType::text}};
+
+class RecordsetCopyTest : public ::testing::Test {
+ protected:
+  RecordSetRef target = makeSet(kTarget, {row(1, "a", 1), row(2, "b", 1)});
+  RecordSetRef source = makeSet(kSource, {row("x", "7"), row("y", "none"), row("z", nullptr)});
+};
+
+TEST_F(RecordsetCopyTest, CopyOfAllPassesOverWhatCannotBeCopied) {
+  RecordsetCopyAll(target, source);
+  EXPECT_TRUE(source->EOF_());
+  EXPECT_EQ(told(target), "1|a|1 2|b|1 7|x|null null|y|null null|z|null");
+}
+
+TEST_F(RecordsetCopyTest, CopyOfOneLeavesTheSourceWhereItIs) {
+  source->setAbsolutePosition(2);
+  RecordsetAppendFirst(target, source);
+  EXPECT_EQ(target->AbsolutePosition(), 3);
+  target->setAbsolutePosition(1);
+  source->setAbsolutePosition(1);
+  RecordsetUpdateCurrent(target, source);
+  EXPECT_EQ(source->AbsolutePosition(), 1);
+  EXPECT_EQ(told(target), "7|x|1 2|b|1 null|y|null");
+}
+
+TEST_F(RecordsetCopyTest, EmptyUnsetOrReadOnlySetsAreLeftAlone) {
+  const RecordSetRef empty = makeSet(kSource, {});
+  const RecordSetRef fixed = makeSet(kTarget, {row(1, "a", 1)}, LockType::readOnly);
+  for (const RecordSetRef& from : {empty, RecordSetRef()}) {
+    RecordsetCopyAll(target, from);
+    RecordsetAppendFirst(target, from);
+    RecordsetUpdateCurrent(target, from);
+  }
+  EXPECT_EQ(target->RecordCount(), 2);
+  RecordsetCopyAll(fixed, source);
+  RecordsetCopyAll(RecordSetRef(), source);
+  EXPECT_EQ(told(fixed), "1|a|1");
+}
+
+TEST(OpenRecordsetTest, FailureTellsStatementAndErrorAndLeavesTheSet) {
+  resetShared();
+  DatabaseConnection = Connection(openSqlite(":memory:"));
+  RecordSetRef set = makeSet(kTarget, {row(1, "a", 1)});
+  std::string message = "before";
+  EXPECT_EQ(OpenRecordset(set, "SELECT * FROM Lost", message), 1);
+  EXPECT_EQ(message, "SELECT * FROM Lost no such table: Lost");
+  EXPECT_EQ(set->RecordCount(), 1);
+  message = "before";
+  EXPECT_EQ(OpenRecordset(set, "SELECT 7 AS Seven", message), 0);
+  EXPECT_EQ(message, "before");
+  set->set("Seven", 8);
+  EXPECT_EQ(set->code("seven"), 8);
+  resetShared();
+}
+
+TEST(TokensTest, AreTakenOffTheFrontUpToTheirSeparator) {
+  std::string list = "1,,b c;d";
+  EXPECT_EQ(TakeToken(list), "1");
+  EXPECT_EQ(TakeToken(list), "");
+  EXPECT_EQ(list, "b c;d");
+  EXPECT_EQ(TakeTokenSemicolon(list), "b c");
+  EXPECT_EQ(TakeToken(list), "d");
+  EXPECT_EQ(list, "");
+  EXPECT_EQ(TakeTokenSemicolon(list), "");
+}
+
+}  // namespace
+}  // namespace bw

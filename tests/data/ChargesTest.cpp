@@ -1,0 +1,226 @@
+#include "data/BWSQLCharges.h"
+
+#include "core/Principal.h"
+#include "data/BWSQLPatients.h"
+#include "tests/data/DataFixture.h"
+
+namespace bw {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class ChargesTest : public DataTest {
+ protected:
+  void SetUp() override {
+    seedOffice();
+    takeStatements();
+  }
+
+  int insert(const std::string& diagnoses, const std::string& procedures) {
+    return ChargeInsert(25001, date, time, day(2003, 6, 14), 1, 1, 2, 1, diagnoses, procedures, 0,
+                        message);
+  }
+  int update(const std::string& diagnoses, const std::string& procedures) {
+    return ChargeUpdate(25000, kSeedDate, kSeedTime, day(2003, 5, 31), 1, 2, 1, 1, diagnoses,
+                        procedures, 2, message);
+  }
+
+  // Detail statements and transaction marks in short: "BEGIN d-1 d+2 p+3 row COMMIT".
+  std::string issued() {
+    std::string text;
+    for (const std::string& statement : takeStatements()) {
+      if (statement.starts_with("SELECT")) continue;
+      if (!text.empty()) text += ' ';
+      text += inShort(statement);
+    }
+    return text;
+  }
+
+  std::string details() {
+    return rows("SELECT DiagnosisCode FROM ChargeDiagnosis WHERE PatientId=25000") + "/" +
+           rows("SELECT ProcedureCode FROM ChargeProcedures WHERE PatientId=25000");
+  }
+
+  Date date;
+  TimeOfDay time;
+  std::string message;
+
+ private:
+  static std::string inShort(const std::string& statement) {
+    const bool diagnosis = statement.find("ChargeDiagnosis") != std::string::npos;
+    if (!diagnosis && statement.find("ChargeProcedures") == std::string::npos)
+      return statement.find("PatientCharges") == std::string::npos ? statement : "row";
+    const std::string kind = diagnosis ? "d" : "p";
+    if (statement.starts_with("DELETE"))
+      return kind + "-" + statement.substr(statement.rfind(' ') + 1);
+    const std::size_t code = statement.rfind(' ') + 1;
+    return kind + "+" + statement.substr(code, statement.rfind(')') - code);
+  }
+};
+
+TEST_F(ChargesTest, NewChargeTakesItsKeyFromTheClockAndItsDetailsInOrder) {
+  ASSERT_EQ(insert(";3;1;", ";2;"), 0);
+  EXPECT_EQ(takeStatements(),
+            (Strings{"BEGIN",
+                     "INSERT INTO PatientCharges (PatientId, ChargeDate, ChargeTime, "
+                     "ChargeRealDate, FacilityCode, EMCode, DoctorCode, ReferDoctorCode, Status) "
+                     "VALUES (25001, #06/15/2003#, #14:05:09#, #06/14/2003#, 1,1,1,2,0)",
+                     "INSERT INTO ChargeDiagnosis (PatientId, ChargeDate, ChargeTime,  "
+                     "DiagnosisCode ) VALUES (25001, #06/15/2003#, #14:05:09#, 3)",
+                     "INSERT INTO ChargeDiagnosis (PatientId, ChargeDate, ChargeTime,  "
+                     "DiagnosisCode ) VALUES (25001, #06/15/2003#, #14:05:09#, 1)",
+                     "INSERT INTO ChargeProcedures (PatientId, ChargeDate, ChargeTime,  "
+                     "ProcedureCode ) VALUES (25001, #06/15/2003#, #14:05:09#, 2)",
+                     "COMMIT"}));
+  EXPECT_EQ(date, now.date);
+  EXPECT_EQ(time, now.time);
+  EXPECT_EQ(message, "");
+  EXPECT_EQ(rows("SELECT ChargeRealDate, Status, PrintLot FROM PatientCharges "
+                 "WHERE PatientId=25001 AND ChargeDate=#2003/6/15# AND ChargeTime=#2:05:09 PM#"),
+            "6/14/2003|0|null");
+  const RecordSetRef stored = ChargeDiagnosisList(25001, date, time);
+  ASSERT_EQ(stored->RecordCount(), 2);
+  EXPECT_EQ(stored->text("Description"), "d1");
+  EXPECT_EQ(ChargeProceduresList(25001, date, time)->code("ProcedureCode"), 2);
+}
+
+TEST_F(ChargesTest, FailingDetailTakesTheNewChargeBackAndItsTextSurvives) {
+  EXPECT_EQ(insert(";1;99;2;", ";1;"), 2);
+  EXPECT_EQ(issued(), "BEGIN row d+1 d+99 p+1 ROLLBACK");
+  EXPECT_EQ(message, kMissingParent);
+  EXPECT_EQ(insert(";1;1;", ";"), 2) << "a code twice";
+  EXPECT_EQ(message, kDuplicateKey);
+  EXPECT_EQ(insert(";40000;", ";"), 1) << "a code beyond 16 bits";
+  EXPECT_EQ(message, "Overflow");
+  EXPECT_EQ(date, Date{});
+  EXPECT_EQ(count("PatientCharges"), "1");
+  EXPECT_EQ(count("ChargeProcedures"), "1");
+}
+
+TEST_F(ChargesTest, SecondChargeWithinTheSameSecondIsRefused) {
+  ASSERT_EQ(insert(";", ";"), 0);
+  const TimeOfDay first = time;
+  time = {};
+  EXPECT_EQ(insert(";1;", ";"), 1);
+  EXPECT_EQ(message, kDuplicateKey);
+  EXPECT_EQ(time, TimeOfDay{});
+  now.time.second += 1;
+  EXPECT_EQ(insert(";1;", ";"), 0);
+  EXPECT_EQ(time.second, first.second + 1);
+}
+
+TEST_F(ChargesTest, UpdateTouchesOnlyTheDifference) {
+  const struct {
+    const char* diagnoses;
+    const char* procedures;
+    const char* wantedDiagnoses;
+    const char* wantedProcedures;
+    const char* issued;
+    int result;
+  } cases[] = {
+      {"2,3", "1", ";1;2;", ";1;", "BEGIN d-3 d+1 row COMMIT", 0},
+      {"2", "", ";", ";", "BEGIN d-2 row COMMIT", 0},
+      {"", "", ";1;", ";2;", "BEGIN d+1 p+2 row COMMIT", 0},
+      {"1,2", "3", ";2;1;", ";3;", "BEGIN row COMMIT", 0},
+      {"1", "21", ";11;", ";1;", "BEGIN d-1 d+11 p-21 p+1 row COMMIT", 0},
+      {"1,2,3", "", ";3;1;", ";", "BEGIN d-2 row COMMIT", 0},
+      {"1", "1", "", ";;", "BEGIN d-1 p-1 p+0 ROLLBACK", 3},
+      {"2", "1", ";2;2;", ";3;", "BEGIN d+2 ROLLBACK", 3},
+      {"2", "1", ";3;99;1;", ";", "BEGIN d-2 d+3 d+99 ROLLBACK", 3},
+      {"2", "1", ";2;", ";2;40000;", "BEGIN p-1 p+2 ROLLBACK", 1},
+      {"2", "1", ";2;3", ";1", "BEGIN p-1 row COMMIT", 0},
+  };
+  const auto store = [](const std::string& table, const std::string& code, const char* codes) {
+    run("DELETE FROM " + table);
+    if (codes[0] != '\0')
+      run("INSERT INTO " + table + " SELECT PatientId, ChargeDate, ChargeTime, " + code +
+          " FROM PatientCharges, " + (table == "ChargeDiagnosis" ? "Diagnosis" : "Procedures") +
+          " WHERE " + code + " IN (" + codes + ")");
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(std::string(test.wantedDiagnoses) + " " + test.wantedProcedures);
+    store("ChargeDiagnosis", "DiagnosisCode", test.diagnoses);
+    store("ChargeProcedures", "ProcedureCode", test.procedures);
+    const std::string before = details();
+    takeStatements();
+    message.clear();
+    EXPECT_EQ(update(test.wantedDiagnoses, test.wantedProcedures), test.result);
+    EXPECT_EQ(issued(), test.issued);
+    EXPECT_EQ(message.empty(), test.result == 0);
+    if (test.result != 0) {
+      EXPECT_EQ(details(), before);
+    }
+  }
+}
+
+TEST_F(ChargesTest, UpdateWritesTheRowLastAndLeavesItsMoment) {
+  ASSERT_EQ(update(";1;", ";1;"), 0);
+  EXPECT_EQ(takeStatements()[3],
+            "UPDATE PatientCharges SET ChargeRealDate= #2003/05/31#, FacilityCode = 1, EMCode = 1, "
+            "DoctorCode = 2, ReferDoctorCode = 1, Status = 2 WHERE PatientId=25000  AND "
+            "ChargeDate=#06/01/2003# AND ChargeTime =#08:30:00#");
+  EXPECT_EQ(rows("SELECT ChargeDate, ChargeTime, ChargeRealDate, DoctorCode, ReferDoctorCode, "
+                 "Status FROM PatientCharges"),
+            "6/1/2003|8:30:00 AM|5/31/2003|2|1|2");
+}
+
+TEST_F(ChargesTest, ChargeThatHasGoneIsToldByItsCode) {
+  ASSERT_EQ(ChargeDelete(25000, kSeedDate, kSeedTime, message), 0);
+  EXPECT_EQ(issued(), "row");
+  EXPECT_EQ(details(), "/") << "the details follow by the relation";
+  EXPECT_EQ(update(";", ";"), 2);
+  EXPECT_EQ(message, "U:IMPACTENT");
+  EXPECT_EQ(ChargeSetPrintLot(25000, kSeedDate, kSeedTime, 5, 1, message), 2);
+  EXPECT_EQ(message, "U:IMPACTENT");
+  EXPECT_EQ(ChargeDelete(25000, kSeedDate, kSeedTime, message), 2);
+  EXPECT_EQ(message, "U:IMPELIENT");
+  EXPECT_EQ(ChargeDiagnosisDelete(25000, kSeedDate, kSeedTime, 1, message), 2);
+  EXPECT_EQ(message, "U:IMPELIENT");
+  EXPECT_EQ(ChargeProcedureDelete(25000, kSeedDate, kSeedTime, 1, message), 2);
+  EXPECT_EQ(message, "No records afected by the DELETE");
+}
+
+TEST_F(ChargesTest, OnlyTheDeleteOfAChargeHidesADatabaseError) {
+  closeConnection();
+  EXPECT_EQ(ChargeDelete(25000, kSeedDate, kSeedTime, message), 2);
+  EXPECT_EQ(message, "U:IMPELIENT");
+  EXPECT_EQ(ChargeDiagnosisDelete(25000, kSeedDate, kSeedTime, 1, message), 1);
+  EXPECT_EQ(message, kClosed);
+  message.clear();
+  EXPECT_EQ(ChargeProcedureDelete(25000, kSeedDate, kSeedTime, 1, message), 1);
+  EXPECT_EQ(message, kClosed);
+  // The last error of the routine stands: the rollback of a transaction that never began.
+  EXPECT_EQ(insert(";", ";"), 1);
+  EXPECT_EQ(message, "No transaction is active.");
+  EXPECT_EQ(ChargeSetPrintLot(25000, kSeedDate, kSeedTime, 5, 1, message), 1);
+}
+
+TEST_F(ChargesTest, UpdateWithoutItsListsShowsTheStatementAndStoresNothing) {
+  run("DROP TABLE ChargeProcedures");
+  takeStatements();
+  EXPECT_EQ(update(";2;", ";1;"), 1);
+  EXPECT_EQ(issued(), "BEGIN d-1 d+2 ROLLBACK");
+  EXPECT_EQ(message, "Object variable or With block variable not set");
+  EXPECT_EQ(rows("SELECT DiagnosisCode FROM ChargeDiagnosis"), "1");
+  const Strings shown = takeMessages();
+  ASSERT_EQ(shown.size(), 1U);
+  EXPECT_TRUE(shown[0].ends_with(
+      "WHERE PatientId = 25000 and ChargeDate = #06/01/2003# and ChargeTime = #08:30:00#"));
+  EXPECT_TRUE(shown[0].starts_with("no such table: ChargeProceduresSELECT ChargeProcedures.*, "));
+}
+
+TEST_F(ChargesTest, NegativeLotLeavesTheLotAlone) {
+  const struct {
+    std::int32_t lot;
+    std::int16_t status;
+    const char* stored;
+  } cases[] = {
+      {-1, 3, "null|3"}, {0, 1, "0|1"}, {2147483647, 1, "2147483647|1"}, {-1, 3, "2147483647|3"}};
+  for (const auto& test : cases) {
+    EXPECT_EQ(ChargeSetPrintLot(25000, kSeedDate, kSeedTime, test.lot, test.status, message), 0);
+    EXPECT_EQ(rows("SELECT PrintLot, Status FROM PatientCharges"), test.stored);
+  }
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,108 @@
+#include "data/BWSQLDoctors.h"
+
+#include "core/Principal.h"
+#include "tests/data/DataFixture.h"
+
+namespace bw {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class DoctorsTest : public DataTest {
+ protected:
+  void SetUp() override {
+    seedOffice();
+    run("INSERT INTO DoctorCoveringDoctors VALUES (1, 2), (1, 3), (4, 1)");
+    takeStatements();
+  }
+
+  int update(const std::string& coverage) {
+    return DoctorUpdate(1, "Ames, A.", "X", coverage, message);
+  }
+  static std::string coverage() {
+    return rows("SELECT CoveringDoctorCode FROM DoctorCoveringDoctors WHERE DoctorCode=1");
+  }
+
+  std::string message;
+};
+
+TEST_F(DoctorsTest, PairsAreDeletedInATransactionOfTheirOwnAndInsertedWithout) {
+  ASSERT_EQ(update(";3;4;"), 0);
+  EXPECT_EQ(
+      takeStatements(),
+      (Strings{"SELECT * FROM DoctorCoveringDoctors where DoctorCode= 1", "BEGIN", "SAVEPOINT s2",
+               "DELETE FROM DoctorCoveringDoctors WHERE DoctorCode = 1 and CoveringDoctorCode = 2",
+               "RELEASE s2",
+               "INSERT INTO DoctorCoveringDoctors (DoctorCode, CoveringDoctorCode) VALUES (1, 4)",
+               "UPDATE Doctors SET Description='Ames, A.', BillingDoctorCode='X' "
+               "WHERE DoctorCode = 1",
+               "COMMIT"}));
+  EXPECT_EQ(coverage(), "3 4");
+  takeStatements();
+  ASSERT_EQ(update(";4;3;"), 0);
+  EXPECT_EQ(takeStatements().size(), 4U) << "an unchanged list touches no pair";
+  ASSERT_EQ(update(";1;"), 0) << "a doctor may cover for himself";
+  ASSERT_EQ(update(";"), 0);
+  EXPECT_EQ(coverage(), "");
+}
+
+TEST_F(DoctorsTest, OuterRollbackUndoesTheInnerCommit) {
+  EXPECT_EQ(update(";3;99;"), 3) << "2 was deleted and committed by then";
+  EXPECT_EQ(message, kMissingParent);
+  EXPECT_EQ(coverage(), "2 3");
+  EXPECT_EQ(update(";3;4"), 0) << "what follows the last separator does not count";
+  EXPECT_EQ(DoctorUpdate(1, "O'Hara", "", ";4;", message), 1);
+  EXPECT_EQ(coverage(), "3");
+  EXPECT_EQ(rows("SELECT Description FROM Doctors WHERE DoctorCode=1"), "Ames, A.");
+}
+
+TEST_F(DoctorsTest, PairThatAnotherStationDeletedFailsTheUpdate) {
+  onStatement = [&](std::string_view statement) {
+    if (statement != "BEGIN") return;
+    onStatement = nullptr;
+    run("DELETE FROM DoctorCoveringDoctors WHERE CoveringDoctorCode=3");
+  };
+  EXPECT_EQ(update(";4;"), 3);
+  EXPECT_EQ(message, "U:IMPELIENT");
+  const Strings issued = takeStatements();
+  EXPECT_EQ((Strings{issued.end() - 3, issued.end()}),
+            (Strings{"ROLLBACK TO s2", "RELEASE s2", "ROLLBACK"}));
+  EXPECT_EQ(coverage(), "2");
+}
+
+TEST_F(DoctorsTest, NewDoctorIsStoredWithAllPairsOrNotAtAll) {
+  std::int16_t code = 0;
+  EXPECT_EQ(DoctorInsert(code, "Egan", "E", ";1;99;2;", message), 2);
+  EXPECT_EQ(message, kMissingParent);
+  EXPECT_EQ(code, 0);
+  EXPECT_EQ(count("Doctors") + count("DoctorCoveringDoctors"), "43");
+  ASSERT_EQ(DoctorInsert(code, "Egan", "E", ";2;1;", message), 0);
+  EXPECT_EQ(code, 5);
+  const RecordSetRef pairs = CoveringDoctorList(5);
+  ASSERT_EQ(pairs->RecordCount(), 2);
+  EXPECT_EQ(pairs->code("CoveringDoctorCode"), 1);
+}
+
+TEST_F(DoctorsTest, DoctorWithoutListUpdatesNothing) {
+  EXPECT_EQ(DoctorUpdate(9, "Nobody", "", ";", message), 2);
+  EXPECT_EQ(message, "U:IMPACTENT");
+  run("DROP TABLE DoctorCoveringDoctors");
+  EXPECT_EQ(update(";2;"), 1);
+  EXPECT_EQ(message, "Object variable or With block variable not set");
+  EXPECT_EQ(rows("SELECT Description FROM Doctors WHERE DoctorCode=1"), "Ames");
+}
+
+TEST_F(DoctorsTest, PairsFollowTheDeletedDoctorOnBothSides) {
+  EXPECT_EQ(DoctorDelete(1, message), 1);
+  EXPECT_EQ(message, "This record cannot be deleted: charges still use it.");
+  for (const char* user : {"PatientCharges", "PatientDoctors"})
+    run(std::string("DELETE FROM ") + user);
+  EXPECT_EQ(DoctorDelete(1, message), 1);
+  EXPECT_EQ(message, "This record cannot be deleted: patients still use it.");
+  run("UPDATE Patient SET InDoctorCode=0");
+  EXPECT_EQ(DoctorDelete(1, message), 0);
+  EXPECT_EQ(count("DoctorCoveringDoctors"), "0");
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,340 @@
+#include "data/Schema.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+#include "platform/RuntimeError.h"
+
+namespace bw {
+namespace {
+
+// One row in every catalogue; patient 7 with a charge, a history item and a visiting doctor.
+constexpr std::array kRows{
+    "INSERT INTO Insurance VALUES (1, 'Mutual', 'IN1'), (2, 'Idle', '')",
+    "INSERT INTO DiagnosisFamily VALUES (1, 'Heart')",
+    "INSERT INTO Diagnosis VALUES (1, 'Angina', 1, 'R1', 'B1', 0)",
+    "INSERT INTO Procedures VALUES (1, 'Tracing', 'R1', 'B1', 0)",
+    "INSERT INTO EvaluationManagement VALUES (1, 'Visit', 1, 1, 2, 'B1', 'R1', 1, 0, 1)",
+    "INSERT INTO Facility VALUES (1, 'General', 1, 'B1', 'O1'), (2, 'Spare', 1, '', '')",
+    "INSERT INTO FacilityWards VALUES (1, 1, 'East', 0), (2, 2, 'Spare', 0)",
+    "INSERT INTO Doctors VALUES (1, 'One', 'D1'), (2, 'Two', 'D2'), (3, 'Three', ''), (4, 'Four', "
+    "'')",
+    "INSERT INTO DoctorCoveringDoctors VALUES (1, 2), (4, 3), (3, 4)",
+    "INSERT INTO Sickness VALUES (1, 'Latex', 0, 0)",
+    "INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) "
+    "VALUES (7, 'Ada', '1950-01-31', 'A7', 1), (8, 'Bea', '1951-02-01', 'A8', 1)",
+    "UPDATE Patient SET InFacilityCode=1, InWardCode=1, InDoctorCode=3 WHERE PatientId=8",
+    "INSERT INTO PatientHistory VALUES (7, 1, 0)",
+    "INSERT INTO PatientDoctors VALUES (7, 2, 1, 1)",
+    "INSERT INTO PatientCharges VALUES (7, '2003-06-15', '14:05:09', '2003-06-14', 1, 1, 1, 2, 0, "
+    "NULL)",
+    "INSERT INTO ChargeDiagnosis VALUES (7, '2003-06-15', '14:05:09', 1)",
+    "INSERT INTO ChargeProcedures VALUES (7, '2003-06-15', '14:05:09', 1)",
+};
+
+class SchemaTest : public testing::Test {
+ protected:
+  SchemaTest() { createSchema(*engine_); }
+
+  void fill() {
+    for (const char* row : kRows) engine_->execute(row);
+  }
+  // The sentence of the refusal, "" when the statement passed.
+  std::string refusal(const std::string& statement) {
+    try {
+      engine_->execute(statement);
+      return "";
+    } catch (const RuntimeError& error) {
+      return error.text();
+    }
+  }
+  // The first column's values, each closed by a blank.
+  std::string firstColumn(const std::string& statement) {
+    const std::shared_ptr<RowStore> rows = engine_->read(statement);
+    std::string list;
+    for (std::size_t row = 0; row < rows->rowCount(); ++row)
+      list += textOrEmpty(rows->columns.front().value(row)) + " ";
+    return list;
+  }
+  std::string plan(const std::string& statement) {
+    const std::shared_ptr<RowStore> steps = engine_->read("EXPLAIN QUERY PLAN " + statement);
+    const Column& detail = steps->columns[steps->indexOf("detail")];
+    std::string list;
+    for (std::size_t row = 0; row < steps->rowCount(); ++row)
+      list += textOrEmpty(detail.value(row)) + "\n";
+    return list;
+  }
+
+  std::unique_ptr<Engine> engine_ = openSqlite(":memory:");
+};
+
+TEST_F(SchemaTest, RefusesValuesThatNoFieldCanHold) {
+  fill();
+  const std::string patient = "UPDATE Patient SET ";
+  const std::string charge =
+      "INSERT INTO PatientCharges (PatientId, ChargeDate, ChargeTime, ChargeRealDate, "
+      "FacilityCode, EMCode, DoctorCode, ReferDoctorCode, Status) VALUES ";
+  const std::string tooLarge =
+      " is out of range: the number is too large or too small to be stored.";
+  const std::string noParent =
+      "The record refers to another record that does not exist (any more).";
+  struct Case {
+    std::string statement, sentence;
+  };
+  const std::array cases{
+      Case{patient + "Names='" + std::string(256, 'x') + "'",
+           "Names is too long: at most 255 characters can be stored."},
+      Case{patient + "DateOfBirth='2003-02-31'", "DateOfBirth is not a date that can be stored."},
+      Case{patient + "DateOfBirth='20030615'", "DateOfBirth is not a date that can be stored."},
+      Case{patient + "ZITS='2003-06-15'", "ZITS is not a date and time that can be stored."},
+      Case{patient + "InsuranceCode='abc'", "InsuranceCode" + tooLarge},
+      Case{patient + "InsuranceCode=32768", "InsuranceCode" + tooLarge},
+      Case{patient + "InsuranceCode=NULL", "A value is missing: Patient.InsuranceCode."},
+      Case{"UPDATE PatientCharges SET PrintLot=2147483648", "PrintLot" + tooLarge},
+      Case{charge + "(7, '2003-06-15', '24:00:00', '2003-06-15', 1, 1, 1, 1, 0)",
+           "ChargeTime is not a time that can be stored."},
+      Case{charge + "(7, '2003-06-15', '14:05:09', '2003-06-15', 1, 1, 1, 1, 0)",
+           "There is a record with the same key already."},
+      Case{charge + "(0, '2003-06-15', '14:05:10', '2003-06-15', 1, 1, 1, 1, 0)", noParent},
+      Case{charge + "(7, '2003-06-15', '14:05:10', '2003-06-15', 9, 1, 1, 1, 0)", noParent},
+      Case{"INSERT INTO ChargeDiagnosis VALUES (7, '2003-06-15', '14:05:10', 1)", noParent},
+      Case{patient + "InsuranceCode=9", noParent},
+      Case{patient + "InFacilityCode=9",
+           "This record cannot be stored: its facility does not exist."},
+      Case{patient + "InWardCode=9", "This record cannot be stored: its ward does not exist."},
+      Case{"INSERT INTO Patient (PatientId, InsuranceCode, InDoctorCode) VALUES (9, 1, 9)",
+           "This record cannot be stored: its doctor does not exist."},
+      Case{"INSERT INTO Doctors VALUES (0, 'None', '')", "DoctorCode" + tooLarge},
+      Case{patient + "InFacilityCode=0, InWardCode=0, InDoctorCode=0", ""},
+      Case{patient + "Names='" + std::string(255, 'x') + "'", ""},
+      Case{"UPDATE PatientCharges SET PrintLot=2147483647, Status=3", ""},
+  };
+  for (const auto& [statement, sentence] : cases)
+    EXPECT_EQ(refusal(statement), sentence) << statement;
+}
+
+TEST_F(SchemaTest, RefusesTheDeletionOfARecordInUse) {
+  fill();
+  const auto used = [](const std::string& by) {
+    return "This record cannot be deleted: " + by + " still use it.";
+  };
+  struct Case {
+    const char* record;
+    std::string sentence;
+  };
+  const std::array cases{
+      Case{"Insurance WHERE InsuranceCode=1", used("patients")},
+      Case{"DiagnosisFamily", used("diagnoses")},
+      Case{"Diagnosis", used("charges")},
+      Case{"Procedures", used("charges")},
+      Case{"EvaluationManagement", used("charges")},
+      Case{"Facility WHERE FacilityCode=1", used("charges")},
+      Case{"FacilityWards WHERE WardCode=1", used("patients")},
+      Case{"Doctors WHERE DoctorCode=1", used("charges")},   // renders
+      Case{"Doctors WHERE DoctorCode=2", used("charges")},   // refers
+      Case{"Doctors WHERE DoctorCode=3", used("patients")},  // attends
+      Case{"Sickness", used("patients")},
+      Case{"Patient WHERE PatientId=7", used("charges")},
+      Case{"FacilityTypes WHERE FacilityTypeCode=1",
+           "This record cannot be deleted or changed: other records use it."},
+      Case{"Insurance WHERE InsuranceCode=2", ""},
+      Case{"FacilityTypes WHERE FacilityTypeCode=5", ""},
+  };
+  for (const auto& [record, sentence] : cases)
+    EXPECT_EQ(refusal(std::string("DELETE FROM ") + record), sentence) << record;
+  engine_->execute("DELETE FROM PatientCharges");
+  EXPECT_EQ(refusal("DELETE FROM Facility WHERE FacilityCode=1"), used("patients"));
+  EXPECT_EQ(refusal("DELETE FROM Doctors WHERE DoctorCode=2"), used("patients"));  // visits
+}
+
+TEST_F(SchemaTest, DetailsFollowTheirRecord) {
+  fill();
+  engine_->execute("UPDATE PatientCharges SET PatientId=8 WHERE PatientId=7");
+  EXPECT_EQ(firstColumn("SELECT PatientId FROM ChargeDiagnosis"), "8 ");
+  EXPECT_EQ(firstColumn("SELECT PatientId FROM ChargeProcedures"), "8 ");
+  engine_->execute("DELETE FROM PatientCharges WHERE PatientId=8");
+  engine_->execute("DELETE FROM Patient WHERE PatientId=7");
+  engine_->execute("DELETE FROM Doctors WHERE DoctorCode=4");
+  engine_->execute("DELETE FROM Facility WHERE FacilityCode=2");
+  for (const char* table :
+       {"ChargeDiagnosis", "ChargeProcedures", "PatientHistory", "PatientDoctors"})
+    EXPECT_EQ(firstColumn(std::string("SELECT * FROM ") + table), "") << table;
+  EXPECT_EQ(firstColumn("SELECT CoveringDoctorCode FROM DoctorCoveringDoctors"), "2 ");
+  EXPECT_EQ(firstColumn("SELECT WardCode FROM FacilityWards"), "1 ");
+}
+
+// Forms, reports and stored column layouts name these.
+TEST_F(SchemaTest, QueriesDeliverTheColumnsThatFormsName) {
+  const std::string patient =
+      "PatientId Names DateOfBirth AccountNumber InsuranceCode Description InFacilityCode "
+      "FacilityName InWardCode InDoctorCode ";
+  struct Case {
+    const char* query;
+    std::string columns;
+  };
+  const std::array cases{
+      Case{"ChargesDescriptive",
+           "PatientId ChargeDate ChargeTime ChargeRealDate FacilityCode EMCode DoctorCode "
+           "ReferDoctorCode Status PrintLot StatusDescription Names DateOfBirth AccountNumber "
+           "InsuranceCode Insurance EMDescription RealEMCode BillingEMCode ChargeTypeCode "
+           "Facility BillingFacilityCode BillingFacilityCodeOut Doctor BillingDoctorCode "
+           "ReferDoctor BillingReferDoctorCode "},
+      Case{"ChargeDiagnosisDescriptive",
+           "PatientId ChargeDate ChargeTime DiagnosisCode Description checked "},
+      Case{"ChargeProceduresDescriptive",
+           "PatientId ChargeDate ChargeTime ProcedureCode Description checked "},
+      Case{"PatientsDescriptive", patient},
+      Case{"PatientsDescriptiveAdmitted", patient},
+      Case{"PatientsDescriptiveNotAdmitted", patient},
+      Case{"PatientsDescriptiveInconsistent", patient},
+      Case{"PatientsDescriptiveDupDOB", patient},
+      Case{"PatientsDescriptiveDupName", patient},
+      Case{"PatientsDescriptiveDupDOBName", patient},
+      Case{"PatientsDescriptiveDupAccount", patient},
+      Case{"PatientsHistoryDescriptive",
+           "PatientId SicknessCode SicknessTypeCode Description checked "},
+      Case{"PatientDoctorsDescriptive",
+           "PatientId DoctorCode Names AttentionTypeCode AttentionTypeDescription Frequency "
+           "FrequencyDescription checked "},
+      Case{"DoctorsDescriptive", "DoctorCode Names AttentionTypeCode "},
+      Case{"Coverage", "DoctorCode CoveringDoctorCode Names checked "},
+      Case{"FacilitiesDescriptive",
+           "FacilityCode Description TypeDescription BillingFacilityCode BillingFacilityCodeOut "
+           "FacilityTypeCode "},
+      Case{"DiagnosisDescriptive",
+           "DiagnosisCode Description DiagnosisFamilyCode RealDiagnosisCode BillingDiagnosisCode "
+           "checked FamilyDesc "},
+      Case{"EMCodesDescriptive",
+           "EMCode Description FacilityTypeCode ChargeTypeCode AttentionTypeCode BillingEMCode "
+           "RealEMCode ShowOnFirst ShowOnNext IsDischarge FacilityTypeDescription "
+           "ChargeTypeDescription AttentionTypeDescription "},
+      Case{"SicknessDescriptive",
+           "SicknessCode Description SicknessTypeCode checked SicknessTypeDescription "},
+  };
+  EXPECT_EQ(schemaQueries().size(), cases.size());
+  for (const auto& [query, columns] : cases) {
+    std::string found;
+    const std::shared_ptr<RowStore> rows = engine_->read(std::string("SELECT * FROM ") + query);
+    for (const Column& column : rows->columns) found += column.name() + " ";
+    EXPECT_EQ(found, columns) << query;
+  }
+}
+
+TEST_F(SchemaTest, QueriesTellWhatTheListsNeed) {
+  fill();
+  for (const char* row :
+       {"INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
+        "(20, 'Zoë Élan', '1960-01-01', 'acc', 1), (19, 'ZOË ÉLAN ', '1960-01-01', 'x1', 1), "
+        "(18, 'zoë élan', '1961-01-01', 'x2', 1), (17, 'Zoe Elan', '1962-01-01', 'ACC ', 1), "
+        "(16, '', NULL, '', 1), (15, '  ', '1963-01-01', '   ', 1)",
+        "INSERT INTO PatientDoctors VALUES (18, 1, 2, 1), (19, 1, 2, 1), (20, 1, 1, 1), "
+        "(18, 3, 2, 1), (19, 3, 1, 1)",
+        "INSERT INTO PatientCharges SELECT PatientId, ChargeDate, '00:00:03', ChargeRealDate, "
+        "FacilityCode, EMCode, DoctorCode, ReferDoctorCode, 3, 1 FROM PatientCharges"})
+    engine_->execute(row);
+  const auto keys = [this](const std::string& query) {
+    return firstColumn("SELECT * FROM " + query);
+  };
+  EXPECT_EQ(keys("PatientsDescriptive"), "7 8 15 16 17 18 19 20 ");
+  EXPECT_EQ(keys("PatientsDescriptive WHERE PatientId = 20 or PatientId =  7"), "7 20 ");
+  EXPECT_EQ(keys("PatientsDescriptiveAdmitted"), "8 ");
+  EXPECT_EQ(keys("PatientsDescriptiveNotAdmitted"), "7 15 16 17 18 19 20 ");
+  EXPECT_EQ(keys("PatientsDescriptiveInconsistent"), "15 16 ");
+  EXPECT_EQ(keys("PatientsDescriptiveDupName"), "18 19 20 ");
+  EXPECT_EQ(keys("PatientsDescriptiveDupDOB"), "19 20 ");
+  EXPECT_EQ(keys("PatientsDescriptiveDupDOBName"), "19 20 ");
+  EXPECT_EQ(keys("PatientsDescriptiveDupAccount"), "17 20 ");
+  // Most visits, the lower of equals, none.
+  EXPECT_EQ(firstColumn("SELECT AttentionTypeCode FROM DoctorsDescriptive"), "2 1 1 0 ");
+  EXPECT_EQ(firstColumn("SELECT StatusDescription FROM ChargesDescriptive ORDER BY Status"),
+            "Ready  ");
+  EXPECT_EQ(keys("insurance where [billinginsurancecode]=''"), "2 ");
+}
+
+// Rows of a table come in key order, whatever the order in which they were stored: lists and combo
+// boxes lean on it.
+TEST_F(SchemaTest, TablesDeliverTheirRowsInKeyOrder) {
+  engine_->execute("INSERT INTO Facility VALUES (9,'A',1,'',''), (2,'C',1,'',''), (5,'B',1,'','')");
+  engine_->execute("INSERT INTO FacilityWards VALUES (4,9,'x',0), (3,2,'x',0), (1,9,'x',0)");
+  EXPECT_EQ(firstColumn("select * from facility"), "2 5 9 ");
+  EXPECT_EQ(firstColumn("SELECT * FROM FacilityWards WHERE FacilityCode= 9"), "1 4 ");
+  EXPECT_EQ(firstColumn("SELECT * FROM FacilitiesDescriptive where BillingFacilityCode=''"),
+            "2 5 9 ");
+  EXPECT_EQ(firstColumn("select * from ChargeTypes"), "1 2 ");
+}
+
+// A filter that goes another way than told takes a hundred times as long in a grown office. Not
+// even statistics gathered by somebody may turn them.
+TEST_F(SchemaTest, FiltersOfChargesTakeTheirIndexes) {
+  const std::string key = "SEARCH c USING INDEX sqlite_autoindex_PatientCharges_1 (PatientId=?";
+  const std::string date = "SEARCH c USING INDEX ChargesByDate (ChargeRealDate>? AND";
+  const std::string status = "SEARCH c USING INDEX ChargesByStatus (Status=?";
+  const std::string oneDay =
+      " and ChargeRealDate >= '2003-06-15' and ChargeRealDate <= '2003-06-15'";
+  struct Case {
+    std::string filter, firstStep;
+  };
+  const std::array cases{
+      Case{"[status]<>2", "SCAN c\n"},
+      Case{"[status]=1", status + ")"},
+      Case{"[status]<>2" + oneDay, date},
+      Case{"[status]=0" + oneDay, status + " AND ChargeRealDate>? AND"},
+      Case{"[status]<>2 and PatientId= 7", key},
+      Case{"[status]=1 and PatientId= 7", key},
+      Case{"[status]=1" + oneDay + " and PatientId= 7", key},
+      Case{"[status]<>2 and InsuranceCode= 7", "SCAN p\n" + key},
+      Case{"[status]=0 and InsuranceCode= 7", status},
+      Case{"[status]<>2" + oneDay + " and InsuranceCode= 7", date},
+      Case{"[status]<>2 and DoctorCode= 7", "SCAN c\n"},
+      Case{"[status]=1 and DoctorCode= 7", status},
+      Case{"[status]<>2" + oneDay + " and DoctorCode= 7", date},
+      Case{"[status]=1 and PrintLot = 7", "SEARCH c USING INDEX ChargesByLot (PrintLot=?)"},
+  };
+  for (const auto& [filter, firstStep] : cases)
+    EXPECT_TRUE(plan("SELECT * FROM ChargesDescriptive Where " + filter).starts_with(firstStep))
+        << filter << "\n"
+        << plan("SELECT * FROM ChargesDescriptive Where " + filter);
+  EXPECT_EQ(plan("SELECT * FROM PatientCharges WHERE [Status] <> 3 ORDER BY PatientId, "
+                 "ChargeRealDate DESC"),
+            "SCAN PatientCharges USING INDEX ChargesToArchive\n");
+  fill();
+  engine_->execute("ANALYZE");
+  EXPECT_TRUE(plan("SELECT * FROM ChargesDescriptive Where [status]<>2 and DoctorCode= 7")
+                  .starts_with("SCAN c\n"));
+}
+
+// What is read from the schema's text must be what the engine made of it.
+TEST_F(SchemaTest, ReadsRelationsAsTheEngineDoes) {
+  std::set<std::string> names;
+  for (const SchemaTable& table : schemaTables()) {
+    EXPECT_EQ(table.isLookup, !firstColumn("SELECT * FROM " + table.name).empty()) << table.name;
+    std::set<std::string> ours;
+    for (const SchemaReference& reference : table.references) {
+      EXPECT_TRUE(names.contains(reference.parent)) << table.name << " stands too early";
+      for (const std::string& column : reference.columns)
+        if (!reference.zeroIsNone) ours.insert(column + " " + reference.parent);
+    }
+    std::set<std::string> theirs;
+    const auto list = engine_->read("PRAGMA foreign_key_list(" + table.name + ")");
+    for (std::size_t row = 0; row < list->rowCount(); ++row)
+      theirs.insert(textOrEmpty(list->columns[list->indexOf("from")].value(row)) + " " +
+                    textOrEmpty(list->columns[list->indexOf("table")].value(row)));
+    EXPECT_EQ(ours, theirs) << table.name;
+    // Every column has its check.
+    const std::shared_ptr<RowStore> model = engine_->read("SELECT * FROM " + table.name);
+    EXPECT_EQ(table.checks.size(), model->columns.size()) << table.name;
+    for (const Column& column : model->columns)
+      EXPECT_TRUE(std::ranges::any_of(
+          table.checks,
+          [&column](const SchemaCheck& check) { return check.name.starts_with(column.name()); }))
+          << table.name << " " << column.name();
+    names.insert(table.name);
+  }
+  EXPECT_EQ(names.size(), 21U);
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <array>
+#include <csignal>
+#include <sstream>
+
+#include "data/Schema.h"
+#include "platform/Connection.h"
+#include "platform/RuntimeError.h"
+#include "platform/Workgroup.h"
+#include "tests/tools/TemporaryFolder.h"
+#include "tools/Commands.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Files cannot grow beyond a size while it lives, as on a disk that is full.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    handler_ = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{.rlim_cur = bytes, .rlim_max = before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  rlimit before_{};
+  void (*handler_)(int) = nullptr;
+};
+
+TEST(CreateTest, MakesTwoPrivateFilesThatTheProgramOpens) {
+  const TemporaryFolder folder;
+  const fs::path database = folder / "office/brantiwell.db";
+  std::ostringstream out;
+  ASSERT_EQ(createDatabase(database, out), Exit::done);
+
+  const fs::path workgroup = folder / "office/brantiwell.dw";
+  using enum fs::perms;
+  EXPECT_EQ(fs::status(database).permissions(), owner_read | owner_write);
+  EXPECT_EQ(fs::status(workgroup).permissions(), owner_read | owner_write);
+  EXPECT_EQ(fs::status(database.parent_path()).permissions(), owner_all);
+  EXPECT_EQ(std::distance(fs::directory_iterator(database.parent_path()), {}), 2);
+
+  Connection connection;
+  connection.ConnectionString = "Data Source=" + database.string() +
+                                ";Jet OLEDB:System database=" + workgroup.string() +
+                                ";User Id=Kelps;Password=Kelps";
+  connection.Open();
+  EXPECT_EQ(connection.Read("SELECT * FROM ChargeTypes")->RecordCount(), 2);
+  EXPECT_EQ(
+      textOrEmpty(openSqlite(database.string())->read("PRAGMA journal_mode")->columns[0].value(0)),
+      "wal");
+  EXPECT_EQ(checkDatabase(database, out), Exit::done) << out.str();
+}
+
+TEST(CreateTest, LeavesWhatIsThereAlone) {
+  const TemporaryFolder folder;
+  folder.write("a.db", "mine");
+  folder.write("b.dw", "mine");
+  std::ostringstream out;
+  for (const char* name : {"a.db", "b.db", "c.dw", "folder/"})
+    EXPECT_THROW(createDatabase(folder / name, out), Refused) << name;
+  EXPECT_EQ(folder.read("a.db") + folder.read("b.dw"), "minemine");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2);
+  // No folder can be made below a file.
+  EXPECT_ANY_THROW(createDatabase(folder / "a.db/office/x.db", out));
+}
+
+TEST(CreateTest, LeavesNothingHalfMadeOnAFullDisk) {
+  const TemporaryFolder folder;
+  std::ostringstream out;
+  for (const rlim_t bytes : {rlim_t{0}, rlim_t{40'000}, rlim_t{120'000}}) {
+    const FullDisk full(bytes);
+    EXPECT_THROW(createPractice(folder / "office/practice.db", Date{45000}, out), RuntimeError)
+        << bytes;
+    EXPECT_TRUE(fs::is_empty(folder.path())) << bytes;
+  }
+}
+
+std::string contentOf(Engine& engine) {
+  std::string content;
+  for (const SchemaTable& table : schemaTables()) {
+    const std::shared_ptr<RowStore> rows = engine.read("SELECT * FROM " + table.name);
+    for (std::size_t row = 0; row < rows->rowCount(); ++row)
+      for (const Column& column : rows->columns) content += textOrEmpty(column.value(row)) + "\t";
+  }
+  return content;
+}
+
+TEST(PracticeTest, HasSomethingForEveryView) {
+  const TemporaryFolder folder;
+  std::ostringstream out;
+  const Date today = *makeDate(2024, 3, 1);
+  ASSERT_EQ(createPractice(folder / "a.db", today, out), Exit::done);
+  EXPECT_EQ(checkDatabase(folder / "a.db", out), Exit::done) << out.str();
+  const std::unique_ptr<Engine> engine = openSqlite(folder / "a.db");
+  for (const char* filter : {"ChargesDescriptive WHERE ChargeRealDate='2024-03-01'",
+                             "PatientCharges WHERE Status=0",
+                             "PatientCharges WHERE Status=1 AND PrintLot IS NOT NULL",
+                             "PatientCharges WHERE Status=2",
+                             "PatientCharges WHERE Status=3",
+                             "PatientsDescriptiveInconsistent",
+                             "PatientsDescriptiveAdmitted",
+                             "PatientsDescriptiveNotAdmitted",
+                             "PatientsDescriptiveDupDOB",
+                             "PatientsDescriptiveDupName",
+                             "PatientsDescriptiveDupDOBName",
+                             "PatientsDescriptiveDupAccount",
+                             "Coverage",
+                             "PatientDoctorsDescriptive",
+                             "PatientsHistoryDescriptive",
+                             "Insurance WHERE BillingInsuranceCode=''",
+                             "Facility WHERE BillingFacilityCode=''",
+                             "Diagnosis WHERE BillingDiagnosisCode=''",
+                             "Procedures WHERE BillingProcedureCode=''",
+                             "Doctors WHERE BillingDoctorCode=''",
+                             "EvaluationManagement WHERE BillingEMCode=''",
+                             "Sickness WHERE SicknessTypeCode=2"})
+    EXPECT_GT(engine->read(std::string("SELECT * FROM ") + filter)->rowCount(), 0U) << filter;
+  EXPECT_EQ(
+      engine->read("SELECT * FROM PatientCharges WHERE ChargeDate > '2024-03-01'")->rowCount(), 0U);
+  EXPECT_EQ(engine
+                ->read("SELECT DISTINCT FacilityTypeCode, ChargeTypeCode, AttentionTypeCode "
+                       "FROM EvaluationManagement")
+                ->rowCount(),
+            20U);
+  // The same office on every computer.
+  ASSERT_EQ(createPractice(folder / "b.db", today, out), Exit::done);
+  EXPECT_EQ(contentOf(*engine), contentOf(*openSqlite(folder / "b.db")));
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <sstream>
+
+#include "platform/Engine.h"
+#include "platform/RuntimeError.h"
+#include "tests/tools/TemporaryFolder.h"
+#include "tools/Commands.h"
+
+namespace bw {
+namespace {
+
+class LoadTest : public testing::Test {
+ protected:
+  LoadTest() {
+    createDatabase(database_, out_);
+    out_.str("");
+  }
+
+  Exit load() {
+    out_.str("");
+    return loadTables(database_, folder_ / "tables", out_, nullptr);
+  }
+  void table(const std::string& name, const std::string& text) {
+    folder_.write("tables/" + name + ".tsv", text);
+  }
+  // All cells of a result, each closed by a "|".
+  std::string cells(const std::string& statement) {
+    const std::shared_ptr<RowStore> rows = openSqlite(database_)->read(statement);
+    std::string list;
+    for (std::size_t row = 0; row < rows->rowCount(); ++row)
+      for (const Column& column : rows->columns) list += textOrEmpty(column.value(row)) + "|";
+    return list;
+  }
+
+  TemporaryFolder folder_;
+  std::string database_ = folder_ / "office.db";
+  std::ostringstream out_;
+};
+
+constexpr const char* kPatientHeader =
+    "PatientId\tNames\tDateOfBirth\tAccountNumber\tInsuranceCode\tInFacilityCode\tInWardCode\t"
+    "InDoctorCode\tLastChargeDate\tZITS\n";
+
+TEST_F(LoadTest, LoadsInTheOrderOfRelationsWhateverTheFilesLookLike) {
+  // Sorted by name, each of these stands before what it refers to.
+  table("Diagnosis",
+        "\xEF\xBB\xBF"
+        "Description\tdiagnosiscode\tDiagnosisFamilyCode\tRealDiagnosisCode\tBillingDiagnosisCode"
+        "\r\nL'été \"1\"\t7\t3\tR;--\t\r\n");
+  table("DIAGNOSISFAMILY", "DiagnosisFamilyCode\tDiagnosisFamilyDescription\n3\tHeart");
+  table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n1\tMutual\t\n");
+  table("Patient", std::string(kPatientHeader) +
+                       "25000\tAda\t1950-01-31\t\t1\t0\t0\t0\t\t1999-12-23 10:20:32\n");
+  // A lookup row that stands already gets its new text, though rows may use it; a new one is added.
+  table("ChargeTypes", "ChargeTypeCode\tDescription\tDoctorCaption\n2\tIt's out\tBy\n3\tC\tD\n");
+  ASSERT_EQ(load(), Exit::done) << out_.str();
+  EXPECT_EQ(cells("SELECT * FROM Diagnosis"), "7|L'été \"1\"|3|R;--||0|");
+  EXPECT_EQ(cells("SELECT AccountNumber, LastChargeDate IS NULL, ZITS FROM Patient"),
+            "|1|12/23/1999 10:20:32 AM|");
+  EXPECT_EQ(cells("SELECT * FROM ChargeTypes"), "1|Inpatient|Attending|2|It's out|By|3|C|D|");
+  EXPECT_NE(out_.str().find("Loaded 6 rows"), std::string::npos) << out_.str();
+}
+
+TEST_F(LoadTest, NamesEveryRefusedRowAndLoadsNothing) {
+  table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n1\tMutual\t\n1\tTwice\t\n");
+  table("Patient", std::string(kPatientHeader) +
+                       "1\tAda\t1950-02-31\t\t1\t0\t0\t0\t\t\n"
+                       "2\tBea\t1950-01-31\t\t9\t0\t0\t0\t\t\n"
+                       "3\tCora\t1950-01-31\t\t1\t0\t9\t0\t\t\n"
+                       "4\tDora\n"
+                       "40000\tEve\t\t\t1\t0\t0\t0\t\t\n"
+                       "5\t\xFF\t\t\t1.5\t0\t0\t0\t\t\n"
+                       "6\tFay\t\t\t\t0\t0\t0\t\t\n"
+                       "7\tFine\t\t\t1\t0\t0\t0\t\t\n");
+  EXPECT_EQ(load(), Exit::refused);
+  EXPECT_EQ(
+      out_.str(),
+      "Insurance.tsv, line 3, InsuranceCode: There is a record with the same key already.\n"
+      "Patient.tsv, line 2, DateOfBirth: \"1950-02-31\" is not a date like 2021-03-09.\n"
+      "Patient.tsv, line 3, InsuranceCode: there is no such row in Insurance.\n"
+      "Patient.tsv, line 4, InWardCode: there is no such row in FacilityWards.\n"
+      "Patient.tsv, line 5: the row has 2 cells, the header 10.\n"
+      "Patient.tsv, line 6, PatientId: PatientId is out of range: the number is too large or too "
+      "small to be stored.\n"
+      "Patient.tsv, line 7, Names: \"\xFF\" is not a text in UTF-8.\n"
+      "Patient.tsv, line 7, InsuranceCode: \"1.5\" is not a whole number.\n"
+      "Patient.tsv, line 8, InsuranceCode: A value is missing: Patient.InsuranceCode.\n"
+      "Nothing was loaded. Refused: 9.\n");
+  EXPECT_EQ(cells("SELECT count(*) FROM Patient") + cells("SELECT count(*) FROM Insurance"),
+            "0|0|");
+}
+
+TEST_F(LoadTest, NamesUnknownAndMissingColumns) {
+  table("Doctors", "DoctorCode\tName\tdoctorcode\n1\tOne\t1\n");
+  EXPECT_EQ(load(), Exit::refused);
+  EXPECT_EQ(out_.str(),
+            "Doctors.tsv, line 1, Name: the table has no column of this name.\n"
+            "Doctors.tsv, line 1, DoctorCode: the column stands twice.\n"
+            "Doctors.tsv, line 1, Description: the column is missing.\n"
+            "Doctors.tsv, line 1, BillingDoctorCode: the column is missing.\n"
+            "Nothing was loaded. Refused: 4.\n");
+}
+
+TEST_F(LoadTest, StopsListingAfterFiftyRefusals) {
+  std::string text = "DoctorCode\tDescription\tBillingDoctorCode\n";
+  for (int i = 0; i < 80; ++i) text += "x\ty\tz\n";
+  table("Doctors", text);
+  EXPECT_EQ(load(), Exit::refused);
+  EXPECT_NE(out_.str().find("line 51, "), std::string::npos);
+  EXPECT_EQ(out_.str().find("line 52, "), std::string::npos);
+  EXPECT_NE(out_.str().find("stopped after 50"), std::string::npos);
+}
+
+TEST_F(LoadTest, RefusesFoldersAndStationsThatItCannotLoadFrom) {
+  EXPECT_THROW(load(), Refused);  // no folder
+  table("Paitent", "a\n");
+  EXPECT_THROW(load(), Refused);
+  std::filesystem::remove(folder_ / "tables/Paitent.tsv");
+  EXPECT_THROW(load(), Refused);  // no files
+  table("Doctors", "DoctorCode\tDescription\tBillingDoctorCode\n1\tOne\t\n");
+  EXPECT_THROW(loadTables(folder_ / "none.db", folder_ / "tables", out_, nullptr), RuntimeError);
+  ASSERT_EQ(load(), Exit::done);
+  EXPECT_EQ(load(), Exit::refused);  // the row stands already
+}
+
+TEST_F(LoadTest, TheCheckFindsWhatTheEngineWouldRefuse) {
+  {
+    const std::unique_ptr<Engine> engine = openSqlite(database_);
+    for (const char* damage :
+         {"PRAGMA foreign_keys=OFF", "PRAGMA ignore_check_constraints=ON",
+          "INSERT INTO Patient (PatientId, Names, DateOfBirth, InsuranceCode, InFacilityCode) "
+          "VALUES (1, 'Ada', '2003-02-31', 9, 0)",
+          "INSERT INTO ChargeDiagnosis VALUES (1, '2003-06-15', '14:05:09', 3)",
+          "INSERT INTO Doctors VALUES (40000, 'Far', '')", "DELETE FROM Frequency",
+          "DROP VIEW Coverage", "CREATE VIEW Coverage AS SELECT 1 AS DoctorCode"})
+      engine->execute(damage);
+  }
+  out_.str("");
+  EXPECT_EQ(checkDatabase(database_, out_), Exit::findings);
+  for (const char* sentence :
+       {"Frequency has no rows", "Patient: DateOfBirth holds no date (rows: 1, first: PatientId 1)",
+        "Patient: InsuranceCode names no row of Insurance (rows: 1, first: PatientId 1)",
+        "Doctors: DoctorCode holds no number, or one out of range (rows: 1",
+        "ChargeDiagnosis: DiagnosisCode names no row of Diagnosis",
+        "ChargeDiagnosis: PatientId, ChargeDate, ChargeTime names no row of PatientCharges",
+        "Coverage declares another type for the column DoctorCode",
+        "Coverage lacks the column CoveringDoctorCode"})
+    EXPECT_NE(out_.str().find(sentence), std::string::npos) << sentence << "\n" << out_.str();
+
+  std::filesystem::remove(folder_ / "office.dw");
+  std::filesystem::permissions(database_, std::filesystem::perms::group_read,
+                               std::filesystem::perm_options::add);
+  openSqlite(database_)->execute("DROP TABLE PatientHistory");
+  out_.str("");
+  EXPECT_EQ(checkDatabase(database_, out_), Exit::findings);
+  for (const char* sentence :
+       {"The workgroup file cannot be read: ", "Other users", "PatientHistory cannot be read: "})
+    EXPECT_NE(out_.str().find(sentence), std::string::npos) << sentence << "\n" << out_.str();
+}
+
+}  // namespace
+}  // namespace bw
