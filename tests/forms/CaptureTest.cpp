@@ -146,7 +146,7 @@ TEST_F(CaptureTest, FollowUpChargeTakesFewKeys) {
   script.in("frmEditCharge", [&](QWidget& editor) { press(&editor, Qt::Key_D, Qt::AltModifier); });
   script.in("frmPickProcedures", pickOne("p2"));
   script.in("frmEditCharge",
-            [&](QWidget& editor) { press(&editor, Qt::Key_Return, Qt::ControlModifier); });
+            [&](QWidget&) { press(focus(), Qt::Key_Return, Qt::ControlModifier); });
   list().setFocus();
   press(&list(), Qt::Key_Insert);
 
