@@ -23,18 +23,21 @@ class AdmissionTest : public FormsTest {
         "(2, 2, 'North'), (3, 2, 'South')");
   }
 
-  void admit(std::int16_t patient, const ModalScript::Step& step) {
+  // Each of the visitors answers one "add".
+  void admit(std::int16_t patient, const ModalScript::Step& step,
+             const std::vector<ModalScript::Step>& visitors = {}) {
     CurrentPatientId = patient;
     script.in("frmAdmitPatient", step);
+    for (const ModalScript::Step& visitor : visitors) script.in("frmAdmitPatientDoctors", visitor);
     frmAdmitPatient().showModal();
   }
-  void pickVisitor(const QString& doctor, int type, int frequency) {
-    script.in("frmAdmitPatientDoctors", [=](QWidget& pick) {
+  static ModalScript::Step visitor(const QString& doctor, int type, int frequency) {
+    return [=](QWidget& pick) {
       choose(control<ComboBox>(pick, "CBDoctors"), doctor);
       control<ComboBox>(pick, "CBAttentionTypes").setListIndex(type);
       control<ComboBox>(pick, "CBFrequency").setListIndex(frequency);
       click(pick, "OKButton");
-    });
+    };
   }
   static ListView& visitors(const QWidget& dialog) {
     return control<ListView>(dialog, "ListView1");
@@ -85,20 +88,20 @@ TEST_F(AdmissionTest, TheWardIsKeptOnlyByItsOwnFacility) {
 }
 
 TEST_F(AdmissionTest, TheAttendingDoctorBecomesAVisitorAndAllGoInOneWalk) {
-  pickVisitor("Cole", 1, 2);
-  pickVisitor("Dunn", 0, 1);
-  admit(25001, [&](QWidget& dialog) {
-    EXPECT_EQ(shown(dialog, "CBFacilities") + shown(dialog, "CBDoctors"), "GeneralAmes");
-    click(dialog, "Command1");
-    EXPECT_EQ(shownTexts(visitors(dialog)), Strings{"Cole"});
-    EXPECT_TRUE(selectedRows(visitors(dialog)).empty());
-    click(dialog, "Command1");
-    clickRow(visitors(dialog), 1);
-    click(dialog, "Command2");  // added and taken out again
-    choose(control<ComboBox>(dialog, "CBDoctors"), "Bell");
-    takeStatements();
-    click(dialog, "OKButton");
-  });
+  admit(25001,
+        [&](QWidget& dialog) {
+          EXPECT_EQ(shown(dialog, "CBFacilities") + shown(dialog, "CBDoctors"), "GeneralAmes");
+          click(dialog, "Command1");
+          EXPECT_EQ(shownTexts(visitors(dialog)), Strings{"Cole"});
+          EXPECT_TRUE(selectedRows(visitors(dialog)).empty());
+          click(dialog, "Command1");
+          clickRow(visitors(dialog), 1);
+          click(dialog, "Command2");  // added and taken out again
+          choose(control<ComboBox>(dialog, "CBDoctors"), "Bell");
+          takeStatements();
+          click(dialog, "OKButton");
+        },
+        {visitor("Cole", 1, 2), visitor("Dunn", 0, 1)});
   EXPECT_EQ(visitorsOf(25001), "2|1|1 3|2|3");
   Strings written;
   for (const std::string& statement : takeStatements())
@@ -109,17 +112,18 @@ TEST_F(AdmissionTest, TheAttendingDoctorBecomesAVisitorAndAllGoInOneWalk) {
 }
 
 TEST_F(AdmissionTest, AMarkedAttendingDoctorGoesAndADoubledVisitorIsTold) {
-  pickVisitor("Ames", 1, 1);
-  admit(25000, [&](QWidget& dialog) {
-    visitors(dialog).setFocus();
-    clickRow(visitors(dialog), 0);
-    QTest::keyClick(&visitors(dialog), Qt::Key_Delete);
-    EXPECT_EQ(visitors(dialog).text(0), "*Ames");
-    click(dialog, "Command2");
-    EXPECT_EQ(visitors(dialog).text(0), "Ames");
-    click(dialog, "Command1");
-    click(dialog, "OKButton");
-  });
+  admit(25000,
+        [&](QWidget& dialog) {
+          visitors(dialog).setFocus();
+          clickRow(visitors(dialog), 0);
+          QTest::keyClick(&visitors(dialog), Qt::Key_Delete);
+          EXPECT_EQ(visitors(dialog).text(0), "*Ames");
+          click(dialog, "Command2");
+          EXPECT_EQ(visitors(dialog).text(0), "Ames");
+          click(dialog, "Command1");
+          click(dialog, "OKButton");
+        },
+        {visitor("Ames", 1, 1)});
   EXPECT_EQ(takeMessages(), Strings{"This doctor is among the visiting doctors already."});
   EXPECT_EQ(visitorsOf(25000), "1|1|1");
   admit(25000, [&](QWidget& dialog) {
@@ -132,22 +136,24 @@ TEST_F(AdmissionTest, AMarkedAttendingDoctorGoesAndADoubledVisitorIsTold) {
 }
 
 TEST_F(AdmissionTest, WhatIsRefusedKeepsTheDialogAndTouchesNoVisitor) {
-  pickVisitor("Cole", 0, 0);
-  admit(25001, [&](QWidget& dialog) {
-    choose(control<ComboBox>(dialog, "CBFacilities"), "Oakhill");
-    click(dialog, "Command1");
-    run("DELETE FROM FacilityWards WHERE WardCode=2");  // another station
-    click(dialog, "OKButton");
-    EXPECT_EQ(takeMessages(), Strings{"This record cannot be stored: its ward does not exist."});
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_EQ(visitorsOf(25001), "");
-    choose(control<ComboBox>(dialog, "CBFacilityWards"), "South");
-    onStatement = [](std::string_view statement) {
-      if (statement.starts_with("INSERT INTO PatientDoctors"))
-        throw RuntimeError(ErrorNumber::database, "locked");
-    };
-    click(dialog, "OKButton");
-  });
+  admit(25001,
+        [&](QWidget& dialog) {
+          choose(control<ComboBox>(dialog, "CBFacilities"), "Oakhill");
+          click(dialog, "Command1");
+          run("DELETE FROM FacilityWards WHERE WardCode=2");  // another station
+          click(dialog, "OKButton");
+          EXPECT_EQ(takeMessages(),
+                    Strings{"This record cannot be stored: its ward does not exist."});
+          EXPECT_TRUE(dialog.isVisible());
+          EXPECT_EQ(visitorsOf(25001), "");
+          choose(control<ComboBox>(dialog, "CBFacilityWards"), "South");
+          onStatement = [](std::string_view statement) {
+            if (statement.starts_with("INSERT INTO PatientDoctors"))
+              throw RuntimeError(ErrorNumber::database, "locked");
+          };
+          click(dialog, "OKButton");
+        },
+        {visitor("Cole", 0, 0)});
   EXPECT_EQ(takeMessages(), (Strings{"locked", "locked"}));
   EXPECT_EQ(placement(25001), "2|3|1") << "the admission stands";
   EXPECT_EQ(visitorsOf(25001), "");

@@ -26,8 +26,9 @@ class PatientEditorTest : public FormsTest {
 
   ListView& list() { return control<ListView>(frmPatients(), "ListView1"); }
   // Opens the editor on 25000.
-  void edit(const ModalScript::Step& step) {
+  void edit(const ModalScript::Step& step, const Strings& picked = {}) {
     script.in("frmEditPatient", step);
+    if (!picked.empty()) pickHistory(picked);
     frmPatients().Refresca();
     doubleClickRow(list(), 1);
   }
@@ -99,12 +100,13 @@ TEST_F(PatientEditorTest, AMarkOutlivesTheChangeOfTypeWithoutItsStar) {
 }
 
 TEST_F(PatientEditorTest, AHistoryRowThatFailsIsToldAndTheRestIsStored) {
-  pickHistory({"Pollen", "Dust"});
-  edit([&](QWidget& editor) {
-    click(editor, "Command1");
-    EXPECT_EQ(shownTexts(history(editor)), (Strings{"Pollen", "Pollen", "Dust"}));
-    click(editor, "btnOk");
-  });
+  edit(
+      [&](QWidget& editor) {
+        click(editor, "Command1");
+        EXPECT_EQ(shownTexts(history(editor)), (Strings{"Pollen", "Pollen", "Dust"}));
+        click(editor, "btnOk");
+      },
+      {"Pollen", "Dust"});
   EXPECT_EQ(takeMessages(), Strings{"This item is in the medical history already."});
   EXPECT_TRUE(RecordSaved);
   EXPECT_EQ(historyOf(25000), "1|0 3|0");
@@ -167,7 +169,7 @@ TEST_F(PatientEditorTest, WithoutCataloguesOrPatientOnlyTheMessageIsSeen) {
   frmEditPatient().showModal();
   EXPECT_EQ(takeMessages(), Strings{"Record not found.  Please report this error!"});
   run("PRAGMA foreign_keys=OFF");
-  for (const char* table : {"PatientHistory", "Sickness", "SicknessType"})
+  for (const char* table : {"PatientCharges", "PatientHistory", "Sickness", "SicknessType"})
     run(std::string("DELETE FROM ") + table);
   frmEditPatient().showModal();
   EXPECT_EQ(takeMessages(), Strings{"You have to define Sickness Types First!"});

@@ -17,11 +17,11 @@ class PatientsViewTest : public FormsTest {
  protected:
   PatientsViewTest() {
     SaveSetting(kApplicationTitle, "Settings", "ActiveView", "1");
-    add(25010, "Mu\u00f1oz, Eva", "2001-02-03", "B1");
-    add(25011, "MU\u00d1OZ, EVA", "1999-01-01", "C1");
-    add(25012, "\u0418\u0432\u0430\u043d\u043e\u0432", "2001-02-03", "c1  ");
-    add(25013, "\u0418\u0412\u0410\u041d\u041e\u0412", "2001-02-03", "");
-    add(25014, "", "1950-01-01", "D1");
+    add(25010, "Mu\u00f1oz, Eva", "2001/02/03", "B1");
+    add(25011, "MU\u00d1OZ, EVA", "1999/01/01", "C1");
+    add(25012, "\u0418\u0432\u0430\u043d\u043e\u0432", "2001/02/03", "c1  ");
+    add(25013, "\u0418\u0412\u0410\u041d\u041e\u0412", "2001/02/03", "");
+    add(25014, "", "1950/01/01", "D1");
   }
 
   static void add(int id, const std::string& names, const char* born, const char* account) {
