@@ -158,8 +158,8 @@ void measureMerge(Bare& bare) {
   bench::compare(
       "merge of 5,000 charges", kMostTimesBareMerge, [&] { return ours; },
       [&] {
-        ours = bench::milliseconds(there);
-        return bench::milliseconds(back);
+        ours = bench::processorMilliseconds(there);
+        return bench::processorMilliseconds(back);
       });
 }
 
