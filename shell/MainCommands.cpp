@@ -1,5 +1,6 @@
 #include <array>
 
+#include "charges/frmArchiveCharges.h"
 #include "charges/frmEditCharge.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
@@ -74,7 +75,10 @@ void frmMain::newFromMenu(int index) {
   if (RecordSaved) throw RuntimeError(ErrorNumber::objectRequired);
 }
 
-void frmMain::archiveCharges() { callView("Refresca"); }
+void frmMain::archiveCharges() {
+  frmArchiveCharges().showModal();
+  callView("Refresca");
+}
 
 void frmMain::about() {}
 
