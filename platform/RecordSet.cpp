@@ -158,7 +158,7 @@ void RecordSet::set(FieldRef field, const Value& value) {
   const std::size_t column = field.in(store());
   requireCurrent();
   Value converted = convertedTo(store().columns[column].type(), value);
-  if (!edit_) edit_.emplace();
+  if (!edit_) edit_.emplace(false);
   for (auto& [edited, pending] : edit_->values) {
     if (edited != column) continue;
     pending = std::move(converted);
@@ -170,7 +170,7 @@ void RecordSet::set(FieldRef field, const Value& value) {
 void RecordSet::AddNew() {
   requireWritable();
   completeEdit();
-  edit_.emplace().isNew = true;
+  edit_.emplace(true);
 }
 
 void RecordSet::Update() {

@@ -112,7 +112,8 @@ class RecordSet {
     std::uint32_t row = 0;  // of the store; for `row` and `outside`
   };
   struct Edit {
-    bool isNew = false;
+    explicit Edit(bool isNewRow) : isNew(isNewRow) {}
+    bool isNew;
     std::vector<std::pair<std::size_t, Value>> values;
   };
   const RowStore& store() const;

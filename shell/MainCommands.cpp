@@ -5,6 +5,7 @@
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "patients/frmEditPatient.h"
 #include "platform/RuntimeError.h"
 #include "shell/PageSize.h"
 #include "shell/frmMain.h"
@@ -21,6 +22,10 @@ constexpr std::array<OpenNew, 10> kNewRecord{
     [] {
       CurrentChargeDate = kNewCharge;
       frmEditCharge().showModal();
+    },
+    [] {
+      CurrentPatientId = 0;
+      frmEditPatient().showModal();
     },
 };
 

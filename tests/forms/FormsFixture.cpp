@@ -1,5 +1,6 @@
 #include "tests/forms/FormsFixture.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QHeaderView>
@@ -88,6 +89,7 @@ void clickHead(ListView& list, int column) {
 
 void choose(ComboBox& box, const QString& item) {
   box.setFocus();
+  box.view()->keyboardSearch(QString());  // letters typed for the item before are forgotten
   QTest::keyClicks(&box, item);
   if (box.currentText() != item) throw std::runtime_error("no item " + fromQt(item));
 }

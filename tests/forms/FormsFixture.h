@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QWidget>
 #include <deque>

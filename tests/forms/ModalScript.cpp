@@ -11,6 +11,16 @@ namespace {
 constexpr std::chrono::milliseconds kPoll{2};
 constexpr std::chrono::seconds kDeadline{20};
 
+// Nothing may be thrown through the toolkit's event loop.
+void run(const ModalScript::Step& step, QWidget& window) {
+  try {
+    step(window);
+  } catch (const std::exception& error) {
+    ADD_FAILURE() << "in " << window.objectName().toStdString() << ": " << error.what();
+    window.close();
+  }
+}
+
 }  // namespace
 
 ModalScript::ModalScript() {
@@ -39,12 +49,14 @@ void ModalScript::poll() {
     if (std::chrono::steady_clock::now() - lastProgress_ > kDeadline) giveUp();
     return;
   }
+  // Without a window manager nobody gives a window back its turn when the one above it closes.
+  if (QApplication::activeWindow() != window) return window->activateWindow();
   lastProgress_ = std::chrono::steady_clock::now();
   Step step = std::move(steps_.front().step);
   steps_.pop_front();
   // In the window's own turn: a step that opens another window must not hold up this timer.
   QMetaObject::invokeMethod(
-      window, [step = std::move(step), window] { step(*window); }, Qt::QueuedConnection);
+      window, [step = std::move(step), window] { run(step, *window); }, Qt::QueuedConnection);
 }
 
 void ModalScript::giveUp() {
