@@ -20,6 +20,7 @@
 #include "platform/Conversions.h"
 #include "platform/Formats.h"
 #include "platform/Text.h"
+#include "reports/ListReports.h"
 #include "shell/frmMain.h"
 
 namespace bw {
@@ -63,6 +64,8 @@ PatientsView::PatientsView(QWidget* parent)
   offer("Admit", [this] { Admit(); });
   offer("Discharge", [this] { Discharge(); });
   offer("Merge", [this] { Merge(); });
+  offer("Imprimir",
+        [this] { printList(*ListView1, RsPatients, listReport("frmPatients"), ActiveFilter); });
   onUnload = [this] { close(); };
   load();
 }

@@ -1,6 +1,7 @@
 #include <array>
 
 #include "catalogues/Editors.h"
+#include "charges/frmArchiveCharges.h"
 #include "charges/frmEditCharge.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
@@ -91,7 +92,10 @@ void frmMain::newFromMenu(int index) {
   if (RecordSaved) throw RuntimeError(ErrorNumber::objectRequired);
 }
 
-void frmMain::archiveCharges() { callView("Refresca"); }
+void frmMain::archiveCharges() {
+  frmArchiveCharges().showModal();
+  callView("Refresca");
+}
 
 void frmMain::about() {}
 
