@@ -48,6 +48,11 @@ class RecordView : public View {
   void Insertado();
   void Eliminar();
 
+  // Unset when the last Refresca failed.
+  const RecordSetRef& records() const { return ViewRecords; }
+  // With which the list was last read.
+  std::int16_t filter() const { return CurrentFilter; }
+
  protected:
   void resizeEvent(QResizeEvent* event) override;
 
