@@ -1,10 +1,12 @@
 #include <array>
 
 #include "catalogues/Editors.h"
+#include "charges/frmArchiveCharges.h"
 #include "charges/frmEditCharge.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "patients/frmEditPatient.h"
 #include "platform/RuntimeError.h"
 #include "shell/PageSize.h"
 #include "shell/frmMain.h"
@@ -28,7 +30,7 @@ constexpr std::array<OpenNew, 10> kNewRecord{
       CurrentChargeDate = kNewCharge;
       frmEditCharge().showModal();
     },
-    nullptr,
+    openNew<CurrentPatientId, frmEditPatient>,
     openNew<CurrentDoctorCode, frmEditDoctor>,
     openNew<CurrentFacilityCode, frmEditFacility>,
     openNew<CurrentDiagnosisCode, frmEditDiagnosis>,
@@ -90,7 +92,10 @@ void frmMain::newFromMenu(int index) {
   if (RecordSaved) throw RuntimeError(ErrorNumber::objectRequired);
 }
 
-void frmMain::archiveCharges() { callView("Refresca"); }
+void frmMain::archiveCharges() {
+  frmArchiveCharges().showModal();
+  callView("Refresca");
+}
 
 void frmMain::about() {}
 

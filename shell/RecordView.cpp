@@ -8,6 +8,7 @@
 #include "core/Settings.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
+#include "reports/ListReports.h"
 #include "shell/frmMain.h"
 
 namespace bw {
@@ -33,6 +34,8 @@ RecordView::RecordView(const RecordViewRow& row, QWidget* parent)
   offer("Refresca", [this] { Refresca(); });
   offer("Insertado", [this] { Insertado(); });
   offer("Eliminar", [this] { Eliminar(); });
+  offer("Imprimir",
+        [this] { printList(*ListView1, ViewRecords, listReport(row_.name), CurrentFilter); });
   onUnload = [this] { close(); };
   load();
 }

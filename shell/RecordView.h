@@ -48,7 +48,6 @@ class RecordView : public View {
   void Insertado();
   void Eliminar();
 
-  const ListView& list() const { return *ListView1; }
   // Unset when the last Refresca failed.
   const RecordSetRef& records() const { return ViewRecords; }
   // With which the list was last read.

@@ -1,6 +1,7 @@
 #include "shell/ViewTable.h"
 
 #include "charges/frmCharges.h"
+#include "patients/frmPatients.h"
 #include "platform/Text.h"
 #include "shell/RecordView.h"
 #include "shell/frmGeneralInfo.h"
@@ -20,7 +21,7 @@ View& as() {
 // clang-format off
 const std::array<ViewRow, kViewCount> kViews{{
     {"Charges", as<frmCharges>, ",4,5,13,", ToolbarGroup::charges, ",0,"},
-    {"Patients", as<frmGeneralInfo>, ",1,2,3,15,16,17,18,", ToolbarGroup::patients, ",1,2,"},
+    {"Patients", as<frmPatients>, ",1,2,3,15,16,17,18,", ToolbarGroup::patients, ",1,2,"},
     {"Doctors", as<frmDoctors>, kIncomplete, ToolbarGroup::records, kDischarge},
     {"Facilities", as<frmFacilities>, kIncomplete, ToolbarGroup::records, kDischarge},
     {"Diagnosis", as<frmDiagnosis>, kIncomplete, ToolbarGroup::records, kDischarge},

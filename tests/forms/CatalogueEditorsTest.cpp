@@ -128,7 +128,7 @@ TEST_P(PlainEditorTest, NewRefusedStoredCancelledChangedAndVanished) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Editors, PlainEditorTest, testing::ValuesIn(kPlain),
-                         [](const auto& tested) { return std::string(tested.param.editor); });
+                         [](const auto& member) { return std::string(member.param.editor); });
 
 TEST_F(EditorTest, AnEmptiedLookupTableShowsItsMessageAndNoDialog) {
   openMainWindow();

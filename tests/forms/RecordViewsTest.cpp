@@ -206,7 +206,7 @@ TEST_P(RecordViewsTest, LayoutAndFilterAreKeptUnderTheirSections) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Views, RecordViewsTest, testing::ValuesIn(kMembers),
-                         [](const auto& tested) { return std::string(tested.param.table); });
+                         [](const auto& member) { return std::string(member.param.table); });
 
 class RecordViewFailuresTest : public FormsTest {};
 
