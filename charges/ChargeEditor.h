@@ -28,6 +28,7 @@ class ChargeEditor : public Dialog {
     WorkingList list;
   };
   struct FrameRow;
+  static const FrameRow kFrames[2];
 
   void build();
   void buildFields(QGridLayout* grid);

@@ -11,6 +11,7 @@ namespace bw {
 struct ChargeEditor::FrameRow {
   const char* name;
   const char* title;
+  const char* list;
   const char* addName;
   const char* addText;
   const char* addTip;
@@ -18,6 +19,15 @@ struct ChargeEditor::FrameRow {
   const char* delText;
   const char* delTip;
 };
+
+// clang-format off
+const ChargeEditor::FrameRow ChargeEditor::kFrames[] = {
+    {"Frame1", "Diagnosis", "ListView1", "Command1", "&add", "Add diagnoses (Insert)",
+     "Command2", "de&l", "Remove the selected diagnosis, or keep it after all (Delete)"},
+    {"Frame2", "Procedures", "ListView2", "Command4", "a&dd", "Add procedures (Insert)",
+     "Command3", "d&el", "Remove the selected procedure, or keep it after all (Delete)"},
+};
+// clang-format on
 
 ChargeEditor::ChargeEditor(QWidget* owner)
     : Dialog("frmEditCharge", "Charge", owner), CBFacilities(new ComboBox(this)),
@@ -39,18 +49,16 @@ void ChargeEditor::build() {
   buildFields(grid);
   column->addLayout(grid);
   auto* frames = new QHBoxLayout;
-  frames->addWidget(named(
-      buildDetails({"Frame1", "Diagnosis", "Command1", "&add", "Add diagnoses (Insert)", "Command2",
-                    "de&l", "Remove the selected diagnosis, or keep it after all (Delete)"},
-                   diagnoses_),
-      "Frame1", "Diagnosis"));
-  frames->addWidget(buildDetails(
-      {"Frame2", "Procedures", "Command4", "a&dd", "Add procedures (Insert)", "Command3", "d&el",
-       "Remove the selected procedure, or keep it after all (Delete)"},
-      procedures_));
+  for (const FrameRow& row : kFrames)
+    frames->addWidget(buildDetails(row, &row == kFrames ? diagnoses_ : procedures_));
   column->addLayout(frames, 1);
-  column->addWidget(makeFoot(
-      {}, [this] { ok(); }, [this] { cancel(); }));
+  auto* foot = makeFoot(
+      {}, [this] { ok(); }, [this] { cancel(); });
+  column->addWidget(foot);
+  const auto button = [this](const char* name) { return findChild<QWidget*>(name); };
+  setTabs({CBFacilities, CBEMCodes, CBChargeTypes, DTDOC, Command5, CBRefDoctors, CBDoctors,
+           CBStatus, ListView1, button("Command1"), button("Command2"), ListView2,
+           button("Command4"), button("Command3"), button("btnOk"), button("btnCancel")});
   CBStatus->setItems({"Ready", "Posted", "Archived"});
   CBFacilities->onSelected = [this] { facilitySelected(); };
   CBChargeTypes->onSelected = [this] { chargeTypeSelected(); };
@@ -99,7 +107,7 @@ QWidget* ChargeEditor::buildDetails(const FrameRow& row, Details& details) {
   list.stretchLastColumn();
   list.onInsertKey = [this, &details] { addDetails(details); };
   list.onDeleteKey = [&details] { details.list.toggleSelected(); };
-  column->addWidget(named(&list, &list == ListView1 ? "ListView1" : "ListView2", row.title));
+  column->addWidget(named(&list, row.list, row.title));
   auto* buttons = new QHBoxLayout;
   auto* add =
       makeButton(row.addName, row.addText, frame, [this, &details] { addDetails(details); });

@@ -98,6 +98,7 @@ TickDialog::TickDialog(const TickRow& row, QWidget* owner)
   column->addWidget(ListView1);
   column->addWidget(makeFoot(
       {}, [this] { ok(); }, [this] { cancel(); }));
+  if (groups_ != nullptr) setTabs({groups_, ListView1});
   ListView1->setFocus();
   resize(460, 480);
 }

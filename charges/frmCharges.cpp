@@ -99,6 +99,8 @@ ChargesView::ChargesView(QWidget* parent)
   offer("Refresca", [this] { Refresca(); });
   offer("Insertado", [this] { Insertado(); });
   offer("Eliminar", [this] { Eliminar(); });
+  offer("Post", [this] { Post(); });
+  offer("Imprimir", [this] { Imprimir(); });
   onUnload = [this] { close(); };
   load();
 }

@@ -25,6 +25,9 @@ class ChargesView : public View {
   void Refresca();
   void Insertado();
   void Eliminar();
+  // Posts all "Ready" charges of the list, after the posting dialog.
+  void Post();
+  void Imprimir();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -37,6 +40,8 @@ class ChargesView : public View {
   void takeKey(int row);
   void openSelected();
   void search(PanelKind kind);
+  void postReady(std::int64_t ready);
+  std::string reportSubtitles() const;
 
   ListView* ListView1;
   FilterPanels panels_;

@@ -3,11 +3,47 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QShortcut>
 
 namespace bw {
+namespace {
+
+// The toolkit presses a button a tenth of a second after its mnemonic. Whoever types on by then
+// would type into the wrong window, so these answer at once.
+bool isOwnShortcut(QEvent* event) {
+  return event->type() == QEvent::Shortcut && !static_cast<QShortcutEvent*>(event)->isAmbiguous();
+}
+
+class Button : public QPushButton {
+ public:
+  using QPushButton::QPushButton;
+
+ protected:
+  bool event(QEvent* event) override {
+    if (!isOwnShortcut(event)) return QPushButton::event(event);
+    setFocus(Qt::ShortcutFocusReason);
+    click();
+    return true;
+  }
+};
+
+class FieldLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+ protected:
+  bool event(QEvent* event) override {
+    auto* button = qobject_cast<QAbstractButton*>(buddy());
+    if (button == nullptr || !isOwnShortcut(event)) return QLabel::event(event);
+    button->setFocus(Qt::ShortcutFocusReason);
+    button->click();
+    return true;
+  }
+};
+
+}  // namespace
 
 Dialog::Dialog(const char* name, const QString& caption, QWidget* owner) : QDialog(owner) {
   setObjectName(name);
@@ -23,6 +59,10 @@ QWidget* Dialog::makeFoot(const Foot& foot, std::function<void()> ok,
   ok_ = makeButton(foot.okName, foot.okText, bar, std::move(ok));
   cancel_ = makeButton(foot.cancelName, foot.cancelText, bar, std::move(cancel));
   ok_->setDefault(true);
+  // Shortcuts, for a button with the focus would take the key for itself.
+  for (const int key : {Qt::Key_Return, Qt::Key_Enter})
+    onEvent(new QShortcut(QKeySequence(Qt::CTRL | key), this), &QShortcut::activated, this,
+            [this] { ok_->click(); });
   row->addWidget(ok_);
   row->addWidget(cancel_);
   return bar;
@@ -40,14 +80,15 @@ void Dialog::reject() {
     done(0);
 }
 
-void Dialog::keyPressEvent(QKeyEvent* event) {
-  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enter && event->modifiers().testFlag(Qt::ControlModifier) && ok_ != nullptr)
-    return ok_->click();
-  QDialog::keyPressEvent(event);
-}
-
 QWidget* activeOwner() { return QApplication::activeWindow(); }
+
+void setTabs(std::initializer_list<QWidget*> controls) {
+  QWidget* before = nullptr;
+  for (QWidget* control : controls) {
+    if (before != nullptr) QWidget::setTabOrder(before, control);
+    before = control;
+  }
+}
 
 void makeReadOnly(QLineEdit* box) {
   box->setReadOnly(true);
@@ -68,7 +109,7 @@ QString withoutMnemonic(const QString& text) {
 
 QLabel* addField(QGridLayout* grid, int row, int column, const QString& label, QWidget* field,
                  const char* name) {
-  auto* caption = new QLabel(label);
+  auto* caption = new FieldLabel(label);
   named(field, name, withoutMnemonic(label));
   caption->setBuddy(field);
   caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -79,7 +120,7 @@ QLabel* addField(QGridLayout* grid, int row, int column, const QString& label, Q
 
 QPushButton* makeButton(const char* name, const QString& text, QWidget* parent,
                         std::function<void()> handler) {
-  auto* button = named(new QPushButton(text, parent), name, withoutMnemonic(text));
+  auto* button = named(new Button(text, parent), name, withoutMnemonic(text));
   button->setAutoDefault(true);
   onEvent(button, &QPushButton::clicked, button, std::move(handler));
   return button;

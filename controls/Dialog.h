@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QGridLayout>
 #include <QPushButton>
+#include <initializer_list>
 
 #include "controls/EventGuard.h"
 
@@ -38,7 +39,6 @@ class Dialog : public QDialog {
   QPushButton* okButton() const { return ok_; }
 
   void closeEvent(QCloseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
   void reject() override;
 
  private:
@@ -82,6 +82,9 @@ Widget* named(Widget* widget, const char* name, const QString& accessibleName) {
   widget->setAccessibleName(accessibleName);
   return widget;
 }
+
+// Tab goes from one control to the next as they stand here.
+void setTabs(std::initializer_list<QWidget*> controls);
 
 // A text box that the user can read and copy from, and that looks it.
 void makeReadOnly(QLineEdit* box);

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <exception>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 namespace bw {
@@ -22,16 +23,20 @@ void guarded(Handler handler) noexcept {
   }
 }
 
+// Calls a handler with a signal's arguments, or with none when it takes none.
+template <class Handler, class... Arguments>
+void callHandler(const Handler& handler, Arguments... arguments) {
+  if constexpr (std::is_invocable_v<const Handler&, Arguments...>)
+    handler(arguments...);
+  else
+    handler();
+}
+
 // Connects a signal to a handler that runs guarded.
 template <class Sender, class Signal, class Handler>
 void onEvent(Sender* sender, Signal signal, QObject* context, Handler handler) {
   QObject::connect(sender, signal, context, [handler = std::move(handler)](auto... arguments) {
-    guarded([&] {
-      if constexpr (std::is_invocable_v<const Handler&, decltype(arguments)...>)
-        handler(arguments...);
-      else
-        handler();
-    });
+    guarded([&] { callHandler(handler, arguments...); });
   });
 }
 

@@ -10,8 +10,10 @@ namespace bw {
 namespace {
 
 // The field of each column.
-std::vector<std::ptrdiff_t> fieldsOf(const std::vector<ListColumn>& columns, const RowStore& store) {
+std::vector<std::ptrdiff_t> fieldsOf(const std::vector<ListColumn>& columns,
+                                     const RowStore& store) {
   std::vector<std::ptrdiff_t> fields;
+  fields.reserve(columns.size());
   for (const ListColumn& column : columns)
     fields.push_back(column.key.empty() ? -1
                                         : static_cast<std::ptrdiff_t>(store.indexOf(column.key)));

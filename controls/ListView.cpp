@@ -115,6 +115,12 @@ void ListView::fill(std::shared_ptr<const RowStore> store, const std::vector<std
   model_.fill(std::move(store), rows);
 }
 
+void ListView::removeItem(int row) {
+  const bool wasSelected = selected(row);
+  model_.remove(row);
+  if (wasSelected) clearSelected();
+}
+
 std::string ListView::key(int row) const { return rowKey(position(row)); }
 
 int ListView::rowAt(std::ptrdiff_t position) const {

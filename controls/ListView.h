@@ -45,7 +45,7 @@ class ListView : public QTableView {
 
   // Rows. fill() leaves none selected.
   void fill(std::shared_ptr<const RowStore> store, const std::vector<std::uint32_t>& rows);
-  void removeItem(int row) { model_.remove(row); }
+  void removeItem(int row);  // a selected one leaves none selected
   int count() const { return model_.count(); }
   std::ptrdiff_t position(int row) const { return model_.position(row); }
   std::string key(int row) const;

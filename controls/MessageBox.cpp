@@ -10,11 +10,22 @@
 namespace bw {
 namespace {
 
+// What a box shows at most. A message that begins with a long statement ends with its reason: the
+// middle goes, and the whole stands behind the button for details.
+constexpr qsizetype kMostCharacters = 1500;
+
+void setText(QMessageBox& box, const QString& text) {
+  if (text.size() <= kMostCharacters) return box.setText(text);
+  box.setText(text.left(kMostCharacters / 2) + " ... " + text.right(kMostCharacters / 2));
+  box.setDetailedText(text);
+}
+
 // Closing an OK-only box is OK; Esc on OK and Cancel is Cancel.
 bool show(const std::string& text, QMessageBox::StandardButtons buttons, QMessageBox::Icon icon) {
-  QMessageBox box(icon, kApplicationTitle, toQt(text), buttons, QApplication::activeWindow());
+  QMessageBox box(icon, kApplicationTitle, QString(), buttons, QApplication::activeWindow());
   box.setObjectName("MsgBox");
   box.setTextFormat(Qt::PlainText);
+  setText(box, toQt(text));
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
   return box.exec() == QMessageBox::Ok;
 }

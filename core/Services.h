@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -7,6 +9,14 @@
 #include "platform/Moment.h"
 
 namespace bw {
+
+// How far a long work has come (see LongWork).
+struct WorkProgress {
+  std::string text;
+  std::int64_t done = 0;
+  std::int64_t total = 0;
+  bool ended = false;
+};
 
 // What the program asks of its surroundings. The program fills these in at its start, tests put
 // their own in their place.
@@ -21,6 +31,10 @@ struct Services {
   std::function<void(const std::filesystem::path& document)> view;
   // Where documents are written; made when it is not there.
   std::function<std::filesystem::path()> documentFolder;
+  // Shows the progress of a long work, until it has ended. Must not throw.
+  std::function<void(const WorkProgress&)> progress;
+  // How long a work may take before it is shown.
+  std::chrono::milliseconds patience{500};
   // Where the user's settings are kept, a file an application.
   std::function<std::filesystem::path()> settingsFolder;
 };

@@ -72,22 +72,24 @@ int ChargeInsert(std::int16_t PatientId, Date& ChargeDate, TimeOfDay& ChargeTime
                  std::string& message) {
   const DateTime now = services().now();
   const ChargeKey key{PatientId, now.date, now.time};
-  return insertInTransaction(
+  const int result = insertInTransaction(
       concat("INSERT INTO PatientCharges (PatientId, ChargeDate, ChargeTime, ChargeRealDate, "
              "FacilityCode, EMCode, DoctorCode, ReferDoctorCode, Status) VALUES (",
              PatientId, ", ", "#", monthFirst(key.ChargeDate), "#, ", "#", clock24(key.ChargeTime),
              "#, ", "#", monthFirst(ChargeRealDate), "#, ", FacilityCode, ",", EMCode, ",",
              DoctorCode, ",", ReferDoctorCode, ",", Status, ")"),
-      [&](int& result) {
+      [&](int& details) {
         // The procedures are tried even when a diagnosis has failed.
-        insertDetailsOf(kDiagnoses, key, diagnoses, result, message);
-        insertDetailsOf(kProcedures, key, procedures, result, message);
+        insertDetailsOf(kDiagnoses, key, diagnoses, details, message);
+        insertDetailsOf(kProcedures, key, procedures, details, message);
       },
-      [&] {
-        ChargeDate = key.ChargeDate;
-        ChargeTime = key.ChargeTime;
-      },
-      message);
+      [] {}, message);
+  // Not when the commit has failed: the editor's next try must insert again.
+  if (result == kDone) {
+    ChargeDate = key.ChargeDate;
+    ChargeTime = key.ChargeTime;
+  }
+  return result;
 }
 
 int ChargeUpdate(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime, Date ChargeRealDate,

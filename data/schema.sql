@@ -427,6 +427,36 @@ BEGIN
   WHERE EXISTS (SELECT 1 FROM PatientCharges WHERE PatientId = OLD.PatientId);
 END;
 
+-- Doubles that a user can bring about. The keys refuse them as well; their refusal does not say what
+-- stands there twice.
+
+CREATE TRIGGER PatientChargesMoveDouble
+  BEFORE UPDATE OF PatientId ON PatientCharges WHEN NEW.PatientId <> OLD.PatientId
+BEGIN
+  SELECT RAISE(ABORT, 'Both patients have a charge that was entered on the same date at the same time. Nothing was moved.')
+  WHERE EXISTS (
+    SELECT 1 FROM PatientCharges
+    WHERE PatientId = NEW.PatientId
+      AND ChargeDate = NEW.ChargeDate AND ChargeTime = NEW.ChargeTime);
+END;
+
+CREATE TRIGGER PatientDoctorsDouble BEFORE INSERT ON PatientDoctors
+BEGIN
+  SELECT RAISE(ABORT, 'This doctor is among the visiting doctors already.')
+  WHERE EXISTS (
+    SELECT 1 FROM PatientDoctors
+    WHERE PatientId = NEW.PatientId AND DoctorCode = NEW.DoctorCode);
+END;
+
+CREATE TRIGGER PatientHistoryDouble BEFORE INSERT ON PatientHistory
+BEGIN
+  SELECT RAISE(ABORT, 'This item is in the medical history already.')
+  WHERE EXISTS (
+    SELECT 1 FROM PatientHistory
+    WHERE PatientId = NEW.PatientId AND SicknessCode = NEW.SicknessCode
+      AND SicknessTypeCode = NEW.SicknessTypeCode);
+END;
+
 -- Where 0 means none, these refuse what a relation would.
 
 CREATE TRIGGER PatientAdmissionInsert

@@ -1,9 +1,234 @@
 #include "patients/frmEditPatient.h"
 
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "charges/PickDialogs.h"
+#include "controls/ComboBox.h"
+#include "controls/DatePicker.h"
+#include "controls/QtText.h"
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "core/WorkingList.h"
+#include "data/BWSQLPatients.h"
+#include "platform/Text.h"
+
 namespace bw {
+namespace {
+
+// Characters of a record of PickResult, and of each of the two codes in it.
+constexpr int kRecord = 50;
+constexpr int kCode = 5;
+
+class PatientEditor : public Dialog {
+ public:
+  explicit PatientEditor(QWidget* owner);
+  ~PatientEditor() override;
+  void load();
+
+ private:
+  void build();
+  QWidget* buildHistory();
+
+  bool open(RecordSetRef& rows, const std::string& statement, const char* emptyMessage = nullptr);
+  bool openHistory();
+  bool showStored();
+  bool showNew();
+
+  void sicknessTypeSelected();
+  void addHistory();
+  void ok();
+  int storePatient(std::string& message);
+  void storeHistory(bool ofNewPatient);
+  void cancel();
+
+  RecordSetRef RsInsurances;
+  RecordSetRef RsSicknessTypes;
+
+  QLineEdit* TxtNames;
+  DatePicker* DTDOB;
+  QLineEdit* TxtAccount;
+  ComboBox* CBSeguros;
+  ComboBox* CBSicknessType;
+  ListView* ListView1;
+  WorkingList history_;  // of all types; its filter shows one at a time
+};
+
+PatientEditor::PatientEditor(QWidget* owner)
+    : Dialog("frmEditPatient", "Patient", owner), TxtNames(new QLineEdit(this)),
+      DTDOB(new DatePicker(this)), TxtAccount(new QLineEdit(this)), CBSeguros(new ComboBox(this)),
+      CBSicknessType(new ComboBox(this)),
+      ListView1(new ListView({{"Description", "Description", 3600}}, {}, this)),
+      history_(*ListView1) {
+  build();
+}
+
+PatientEditor::~PatientEditor() {
+  for (RecordSetRef* rows : {&RsInsurances, &RsSicknessTypes, &history_.rows}) rows->close();
+}
+
+void PatientEditor::build() {
+  auto* column = new QVBoxLayout(this);
+  auto* grid = new QGridLayout;
+  addField(grid, 0, 0, "&Names:", TxtNames, "TxtNames");
+  addField(grid, 1, 0, "D&OB:", DTDOB, "DTDOB");
+  addField(grid, 2, 0, "A&ccount:", TxtAccount, "TxtAccount");
+  addField(grid, 3, 0, "&Insurance:", CBSeguros, "CBSeguros");
+  grid->setColumnStretch(1, 1);
+  column->addLayout(grid);
+  column->addWidget(buildHistory(), 1);
+  column->addWidget(makeFoot(
+      {}, [this] { ok(); }, [this] { cancel(); }));
+  TxtNames->setFocus();
+  resize(480, 480);
+}
+
+QWidget* PatientEditor::buildHistory() {
+  auto* frame = named(new QGroupBox("Medical History", this), "Frame1", "Medical History");
+  auto* column = new QVBoxLayout(frame);
+  CBSicknessType->onSelected = [this] { sicknessTypeSelected(); };
+  column->addWidget(named(CBSicknessType, "CBSicknessType", "Medical History: type"));
+  named(ListView1, "ListView1", "Medical History");
+  ListView1->stretchLastColumn();
+  ListView1->onInsertKey = [this] { addHistory(); };
+  ListView1->onDeleteKey = [this] { history_.toggleSelected(); };
+  column->addWidget(ListView1);
+  auto* buttons = new QHBoxLayout;
+  auto* add = makeButton("Command1", "&add", frame, [this] { addHistory(); });
+  auto* del = makeButton("Command2", "&del", frame, [this] { history_.toggleSelected(); });
+  add->setToolTip("Add history entries (Insert)");
+  del->setToolTip("Remove the selected entry, or keep it after all (Delete)");
+  buttons->addWidget(add);
+  buttons->addWidget(del);
+  buttons->addStretch();
+  column->addLayout(buttons);
+  return frame;
+}
+
+void PatientEditor::load() {
+  NotLoaded = true;
+  if (!open(RsInsurances, "select * from insurance", "You have to define Insurances First!") ||
+      !open(RsSicknessTypes, "select * from SicknessType",
+            "You have to define Sickness Types First!"))
+    return;
+  CBSeguros->fillFrom(RsInsurances, "Description");
+  CBSeguros->setListIndex(0);
+  if (!(CurrentPatientId != 0 ? showStored() : showNew())) return;
+  CBSicknessType->fillFrom(RsSicknessTypes, "Description");
+  CBSicknessType->setListIndex(0);
+  NotLoaded = false;
+}
+
+bool PatientEditor::open(RecordSetRef& rows, const std::string& statement,
+                         const char* emptyMessage) {
+  std::string message;
+  if (OpenRecordset(rows, statement, message) != 0) return MsgBox(message), false;
+  if (emptyMessage == nullptr || rows->RecordCount() > 0) return true;
+  return MsgBox(emptyMessage), false;
+}
+
+bool PatientEditor::openHistory() {
+  return open(history_.rows, concat("select * from PatientsHistoryDescriptive Where PatientId=",
+                                    CurrentPatientId));
+}
+
+bool PatientEditor::showStored() {
+  RecordSetRef patient = PatientGet(CurrentPatientId);
+  if (!patient || patient->RecordCount() == 0)
+    return MsgBox("Record not found.  Please report this error!"), false;
+  if (!openHistory()) return false;
+  TxtNames->setText(toQt(patient->textOrEmpty("Names")));
+  TxtAccount->setText(toQt(patient->textOrEmpty("AccountNumber")));
+  // A missing date shows as the first day that the picker has, which nobody takes for a birthday.
+  if (patient->isNull("DateOfBirth"))
+    DTDOB->setDate(DTDOB->minimumDate());
+  else
+    DTDOB->setValue(patient->date("DateOfBirth"));
+  CBSeguros->selectFound(RsInsurances,
+                         concat("InsuranceCode = ", patient->integer("InsuranceCode")));
+  patient.close();
+  return true;
+}
+
+bool PatientEditor::showNew() {
+  DTDOB->setValue(today());
+  return openHistory();
+}
+
+void PatientEditor::sicknessTypeSelected() {
+  CBSicknessType->moveToSelected(RsSicknessTypes);
+  history_.rows->setFilter(
+      concat("SicknessTypeCode=", RsSicknessTypes->integer("SicknessTypeCode")));
+  history_.fill();
+}
+
+void PatientEditor::addHistory() {
+  CBSicknessType->moveToSelected(RsSicknessTypes);
+  frmEditPatient().LastSicknessTypeCode = RsSicknessTypes->code("SicknessTypeCode");
+  frmPickHistory().showModal();
+  const std::string& picked = frmEditPatient().PickResult;
+  const auto records = static_cast<int>(length(picked)) / kRecord;
+  for (int i = 0; i < records; ++i) {
+    const std::string record = Mid(picked, i * kRecord + 1, kRecord);
+    history_.add({{"SicknessCode", Value(Left(record, kCode))},
+                  {"SicknessTypeCode", Value(Mid(record, kCode + 1, kCode))},
+                  {"Description", Value(std::string(Trim(Mid(record, 2 * kCode + 1))))}});
+  }
+  sicknessTypeSelected();
+}
+
+void PatientEditor::ok() {
+  history_.rows->setFilter("");
+  CBSeguros->moveToSelected(RsInsurances);
+  const bool isNew = CurrentPatientId == 0;
+  std::string message;
+  if (storePatient(message) != 0) return MsgBox(message);
+  storeHistory(isNew);
+  RecordSaved = true;
+  unload();
+}
+
+int PatientEditor::storePatient(std::string& message) {
+  const std::string names = fromQt(TxtNames->text());
+  const std::string account = fromQt(TxtAccount->text());
+  const std::int16_t insurance = RsInsurances->code("InsuranceCode");
+  if (CurrentPatientId != 0)
+    return PatientUpdate(CurrentPatientId, names, DTDOB->value(), account, insurance, message);
+  std::int16_t added = 0;
+  const int result = PatientInsert(added, names, DTDOB->value(), account, insurance, message);
+  // A number that was drawn and not stored is no patient's: the next Ok tries again.
+  if (result == 0) CurrentPatientId = added;
+  return result;
+}
+
+// Each row by itself: one that fails leaves the patient and the other rows stored.
+void PatientEditor::storeHistory(bool ofNewPatient) {
+  history_.forEach([&](int state) {
+    std::string message;
+    const auto write = [&](auto routine) {
+      if (routine(CurrentPatientId, history_.rows->code("SicknessCode"),
+                  history_.rows->code("SicknessTypeCode"), message) != 0)
+        MsgBox(message);
+    };
+    if (ofNewPatient || state == pending::kAdded)
+      write(PatientHistoryInsert);
+    else if (state == pending::kRemoved)
+      write(PatientHistoryDelete);
+  });
+}
+
+void PatientEditor::cancel() {
+  RecordSaved = false;
+  unload();
+}
+
+}  // namespace
 
 EditPatientForm& frmEditPatient() {
-  static EditPatientForm form([](QWidget*) {});
+  static EditPatientForm form(showModal<PatientEditor>);
   return form;
 }
 

@@ -76,6 +76,14 @@ void Connection::RollbackTrans() {
   }
 }
 
+bool Connection::relaxSync() {
+  if (!engine_ || level_ > 0) return false;
+  engine_->relaxSync();
+  return true;
+}
+
+void Connection::restoreSync() { engine().restoreSync(); }
+
 void Connection::requireLevel() const {
   if (level_ == 0) throw RuntimeError(ErrorNumber::noTransaction);
 }

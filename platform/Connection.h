@@ -39,6 +39,11 @@ class Connection {
   std::int64_t Execute(std::string_view statement);
   RecordSetRef Read(std::string_view statement, LockType lock = LockType::optimistic);
 
+  // See RelaxedSync. False when there is no connection that could be relaxed, or a transaction is
+  // open.
+  bool relaxSync();
+  void restoreSync();
+
   // Hears every statement as the program wrote it, before it runs; also BEGIN, COMMIT, ROLLBACK.
   std::function<void(std::string_view)> tap;
 

@@ -40,6 +40,10 @@ class Engine {
   virtual std::shared_ptr<RowStore> read(const std::string& statement) = 0;
   virtual std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
                                                     const std::vector<std::string>& columns) = 0;
+  // Relaxed, a commit outlives the process but not a power cut. Restoring it makes durable what was
+  // committed until then. Not inside a transaction.
+  virtual void relaxSync() = 0;
+  virtual void restoreSync() = 0;
   // What is wrong with the file itself, a sentence each; not what its rows hold.
   virtual std::vector<std::string> findDamage() = 0;
   // False also when the engine has rolled back by itself.

@@ -158,7 +158,7 @@ void RecordSet::set(FieldRef field, const Value& value) {
   const std::size_t column = field.in(store());
   requireCurrent();
   Value converted = convertedTo(store().columns[column].type(), value);
-  if (!edit_) edit_.emplace();
+  if (!edit_) edit_.emplace(false);
   for (auto& [edited, pending] : edit_->values) {
     if (edited != column) continue;
     pending = std::move(converted);
@@ -170,7 +170,7 @@ void RecordSet::set(FieldRef field, const Value& value) {
 void RecordSet::AddNew() {
   requireWritable();
   completeEdit();
-  edit_.emplace().isNew = true;
+  edit_.emplace(true);
 }
 
 void RecordSet::Update() {
@@ -199,8 +199,18 @@ void RecordSet::removeFromView() {
   if (place_.at == At::row) view_.erase(view_.begin() + static_cast<std::ptrdiff_t>(place_.index));
 }
 
+// Whether the current row is in order with its neighbours, so that it can stay: moving it costs
+// as much as the view is long.
+bool RecordSet::standsRight() const {
+  const RowOrder precedes(*store_, sort_);
+  const std::size_t at = place_.index;
+  return (at == 0 || precedes(view_[at - 1], place_.row)) &&
+         (at + 1 == view_.size() || precedes(place_.row, view_[at + 1]));
+}
+
 // Puts the current row where Filter and Sort want it after a change.
 void RecordSet::settle(std::uint32_t row) {
+  if (place_.at == At::row && (!filter_ || filter_->passes(row)) && standsRight()) return;
   removeFromView();
   if (filter_ && !filter_->passes(row)) {
     place_ = {At::outside, place_.index, row};
@@ -278,6 +288,11 @@ void RecordSet::setSort(std::string_view sort) {
 
 const std::string& RecordSet::fieldName(std::size_t index) const {
   return store().columns[FieldRef(index).in(store())].name();
+}
+
+std::optional<std::uint32_t> RecordSet::currentRow() const {
+  requireCurrent();
+  return edit_ ? std::nullopt : std::optional(place_.row);
 }
 
 const std::vector<std::uint32_t>& RecordSet::view() const { return (void)store(), view_; }

@@ -95,6 +95,10 @@ class RecordSet {
   const std::string& fieldName(std::size_t index) const;
   bool hasField(std::string_view name) const { return store().find(name).has_value(); }
 
+  // The current row's number in rows(), for readers of many fields; nothing while an edit is
+  // pending on it. Without a current row: 3021.
+  std::optional<std::uint32_t> currentRow() const;
+
   // For lists, which read what they paint: the rows, and the view as row numbers of the store.
   // The view's reference is good until the next change.
   std::shared_ptr<const RowStore> rows() const { return (void)store(), store_; }
@@ -108,7 +112,8 @@ class RecordSet {
     std::uint32_t row = 0;  // of the store; for `row` and `outside`
   };
   struct Edit {
-    bool isNew = false;
+    explicit Edit(bool isNewRow) : isNew(isNewRow) {}
+    bool isNew;
     std::vector<std::pair<std::size_t, Value>> values;
   };
   const RowStore& store() const;
@@ -118,6 +123,7 @@ class RecordSet {
   void standAt(std::size_t index);
   void completeEdit();
   void settle(std::uint32_t row);
+  bool standsRight() const;
   void removeFromView();
   void order(const std::vector<BoundSort>& keys);
   Value stored(std::size_t column) const;

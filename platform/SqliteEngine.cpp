@@ -122,6 +122,23 @@ class SqliteEngine final : public Engine {
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
                                             const std::vector<std::string>& columns) override;
 
+  void relaxSync() override { execute("PRAGMA synchronous=NORMAL"); }
+
+  // One more commit that is synced makes those before it durable, since the log is one file. A
+  // checkpoint would not do: while another station reads it can leave the log as it is.
+  void restoreSync() override {
+    execute("PRAGMA synchronous=FULL");
+    execute("BEGIN IMMEDIATE");
+    try {
+      const std::shared_ptr<RowStore> version = read("PRAGMA user_version");
+      execute(concat("PRAGMA user_version=", version->columns.front().raw(0)));
+      execute("COMMIT");
+    } catch (const RuntimeError&) {
+      if (inTransaction()) execute("ROLLBACK");
+      throw;
+    }
+  }
+
   std::vector<std::string> findDamage() override {
     std::vector<std::string> damage;
     const std::shared_ptr<RowStore> lines = read("PRAGMA integrity_check");

@@ -1,9 +1,12 @@
 #include <array>
 
+#include "catalogues/Editors.h"
+#include "charges/frmArchiveCharges.h"
 #include "charges/frmEditCharge.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "patients/frmEditPatient.h"
 #include "platform/RuntimeError.h"
 #include "shell/PageSize.h"
 #include "shell/frmMain.h"
@@ -16,11 +19,26 @@ namespace {
 
 // The editor of each record kind, opened on a new record.
 using OpenNew = void (*)();
+template <auto& current, auto form>
+void openNew() {
+  current = 0;
+  form().showModal();
+}
+
 constexpr std::array<OpenNew, 10> kNewRecord{
     [] {
       CurrentChargeDate = kNewCharge;
       frmEditCharge().showModal();
     },
+    openNew<CurrentPatientId, frmEditPatient>,
+    openNew<CurrentDoctorCode, frmEditDoctor>,
+    openNew<CurrentFacilityCode, frmEditFacility>,
+    openNew<CurrentDiagnosisCode, frmEditDiagnosis>,
+    openNew<CurrentProcedureCode, frmEditProcedure>,
+    openNew<CurrentInsuranceCode, frmEditInsurance>,
+    openNew<CurrentEMCode, frmEditEMCode>,
+    openNew<CurrentSicknessCode, frmEditSickness>,
+    openNew<CurrentDiagnosisFamilyCode, frmEditDiagnosisFamily>,
 };
 
 }  // namespace
@@ -74,7 +92,10 @@ void frmMain::newFromMenu(int index) {
   if (RecordSaved) throw RuntimeError(ErrorNumber::objectRequired);
 }
 
-void frmMain::archiveCharges() { callView("Refresca"); }
+void frmMain::archiveCharges() {
+  frmArchiveCharges().showModal();
+  callView("Refresca");
+}
 
 void frmMain::about() {}
 

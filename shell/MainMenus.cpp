@@ -133,7 +133,7 @@ void MainMenus::buildArrays(frmMain& window, QMenu* currentView, QMenu* goTo, QM
   const auto add = [&](QMenu* menu, const QString& text, const char* name, int index,
                        auto handler) {
     QAction* action = menu->addAction(text);
-    action->setObjectName(QString("%1%2").arg(name).arg(index));
+    action->setObjectName(QString("%1(%2)").arg(name).arg(index));
     onEvent(action, &QAction::triggered, &window, [action, handler] {
       // The check mark follows what is on show, not the click.
       if (action->isCheckable()) action->setChecked(!action->isChecked());

@@ -119,6 +119,7 @@ void MainToolbar::build(frmMain& window) {
     } else {
       buttons_[i] = bar->addAction(icon(row.icon), row.caption);
       buttons_[i]->setObjectName(row.key);
+      buttons_[i]->setIconText(row.caption);  // its dots too
       buttons_[i]->setToolTip(*row.toolTip != '\0' ? row.toolTip : row.caption);
       onEvent(buttons_[i], &QAction::triggered, &window, [&row, &window] { run(row, window); });
     }

@@ -2,7 +2,7 @@
 
 #include <QCloseEvent>
 #include <QStatusBar>
-#include <QVBoxLayout>
+#include <algorithm>
 
 #include "controls/EventGuard.h"
 #include "controls/Twips.h"
@@ -86,8 +86,7 @@ void frmMain::savePlacement() const {
 
 // The views store what is theirs before the window does.
 void frmMain::unload() {
-  for (View* view : client_->findChildren<View*>(QString(), Qt::FindDirectChildrenOnly))
-    view->unload();
+  for (View* view : views_) view->unload();
   savePlacement();
 }
 
@@ -118,6 +117,8 @@ void frmMain::switchView() {
   toolbar_.showGroup(row.group);
   View* left = activeView_;
   activeView_ = &row.form();
+  if (std::find(views_.begin(), views_.end(), activeView_) == views_.end())
+    views_.push_back(activeView_);
   if (left != nullptr && left != activeView_) left->hide();
   placeView(frmShorcuts().isVisibleTo(client_));
   passOver([this] { activeView_->call("Refresca"); });

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "shell/MainMenus.h"
 #include "shell/MainToolbar.h"
@@ -67,6 +68,7 @@ class frmMain : public QMainWindow {
   MainMenus menus_;
   MainToolbar toolbar_;
   View* activeView_ = nullptr;
+  std::vector<View*> views_;  // that came up in this run; they live as long as the window
   std::int16_t shortcutsShown_ = 0;
   int bannerHeight_ = 0;  // twips
 };

@@ -106,7 +106,7 @@ TEST_F(PatientsTest, DetailsFollowTheDeletedPatientButChargesRefuse) {
 
 TEST_F(PatientsTest, DetailRowsTellDoublesAndWhatHasGone) {
   EXPECT_EQ(PatientHistoryInsert(25000, 1, 0, message), 1);
-  EXPECT_EQ(message, kDuplicateKey);
+  EXPECT_EQ(message, "This item is in the medical history already.");
   EXPECT_EQ(PatientHistoryInsert(25000, 1, 2, message), 0) << "all three columns are the key";
   EXPECT_EQ(PatientHistoryDelete(25000, 1, 0, message), 0);
   EXPECT_EQ(rows("SELECT SicknessCode, SicknessTypeCode FROM PatientHistory"), "1|2");
@@ -141,7 +141,9 @@ TEST_F(PatientsTest, TransferTakesDetailsAlongAndMovesAllOrNothing) {
         "#, #06/01/2003#, 1, 1, 1, 2, 0, NULL)");
   const std::string before = rows(charges);
   EXPECT_EQ(PatientTransferCharges(25001, 25000, message), 1);
-  EXPECT_EQ(message, kDuplicateKey);
+  EXPECT_EQ(message,
+            "Both patients have a charge that was entered on the same date at the same time. "
+            "Nothing was moved.");
   EXPECT_EQ(rows(charges), before);
   EXPECT_EQ(PatientTransferCharges(77, 25000, message), 1);
   EXPECT_EQ(message, kMissingParent);

@@ -1,0 +1,217 @@
+// The patients: their view on a grown office, the search for doubles, a merge, the editor.
+
+#include <sqlite3.h>
+
+#include <QApplication>
+#include <QTimer>
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+#include <stdexcept>
+
+#include "bench/Measure.h"
+#include "bench/Office.h"
+#include "controls/Dialog.h"
+#include "controls/EventGuard.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "data/BWSQLPatients.h"
+#include "patients/frmEditPatient.h"
+#include "patients/frmPatients.h"
+#include "platform/Clock.h"
+#include "platform/Text.h"
+#include "shell/frmMain.h"
+
+namespace {
+
+using namespace bw;
+
+constexpr double kMostView = 60;         // ms
+constexpr double kMostDuplicates = 120;  // ms
+constexpr double kMostTimesBareRead = 1.5;
+constexpr double kMostTimesBareMerge = 1.2;
+constexpr double kMostEditor = 40;  // ms
+
+constexpr int kMergedCharges = 5000;
+
+struct FilterRow {
+  std::int16_t number;
+  const char* name;
+  const char* statement;
+};
+constexpr FilterRow kDuplicates[] = {
+    {15, "doubles by date of birth", "SELECT * FROM PatientsDescriptiveDupDOB"},
+    {16, "doubles by name", "SELECT * FROM PatientsDescriptiveDupName"},
+    {17, "doubles by both", "SELECT * FROM PatientsDescriptiveDupDOBName"},
+    {18, "doubles by account", "SELECT * FROM PatientsDescriptiveDupAccount"},
+};
+
+// bw_fold for the bare engine, as the program's engine has it.
+void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(arguments[0]));
+  const std::string folded = fold(text == nullptr ? "" : text);
+  sqlite3_result_text(context, folded.data(), static_cast<int>(folded.size()), SQLITE_TRANSIENT);
+}
+
+class Bare {
+ public:
+  explicit Bare(const std::string& path) {
+    if (sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                        nullptr) != SQLITE_OK)
+      throw std::runtime_error("The office does not open.");
+    sqlite3_create_function_v2(database_, "bw_fold", 1,
+                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                               foldFunction, nullptr, nullptr, nullptr);
+    run("PRAGMA foreign_keys=ON");
+    run("PRAGMA synchronous=FULL");
+  }
+  ~Bare() { sqlite3_close(database_); }
+  Bare(const Bare&) = delete;
+  Bare& operator=(const Bare&) = delete;
+
+  // Touches every value of every row.
+  std::size_t run(const std::string& text) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(database_, text.c_str(), -1, &statement, nullptr) != SQLITE_OK)
+      throw std::runtime_error(sqlite3_errmsg(database_));
+    std::size_t sum = 0;
+    int status = SQLITE_ROW;
+    while ((status = sqlite3_step(statement)) == SQLITE_ROW)
+      for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+        if (sqlite3_column_text(statement, i) == nullptr) continue;
+        sum += static_cast<std::size_t>(sqlite3_column_bytes(statement, i));
+      }
+    sqlite3_finalize(statement);
+    if (status != SQLITE_DONE) throw std::runtime_error(sqlite3_errmsg(database_));
+    return sum;
+  }
+
+ private:
+  sqlite3* database_ = nullptr;
+};
+
+// Patient 1 with charges of two or three diagnoses and one procedure each, and a long history.
+void addPatientOfMerge() {
+  DatabaseConnection.Execute("BEGIN");
+  const auto run = [](const std::string& text) { DatabaseConnection.Execute(text); };
+  run("INSERT INTO Procedures (ProcedureCode, Description) VALUES (1, 'Procedure')");
+  const std::string numbers = concat(
+      "WITH n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < ", kMergedCharges - 1, ") ");
+  run(numbers +
+      "INSERT INTO PatientCharges SELECT 1, date('2003-06-15', (i / 400) || ' days'), "
+      "time(i * 13 % 86400, 'unixepoch'), '2003-06-15', 1, 1, 1, 1, 1, 1 FROM n");
+  run("INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 1 FROM "
+      "PatientCharges");
+  run("INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 2 FROM "
+      "PatientCharges");
+  run("INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 3 FROM PatientCharges "
+      "WHERE rowid <= 2000");
+  run("INSERT INTO ChargeProcedures SELECT PatientId, ChargeDate, ChargeTime, 1 FROM "
+      "PatientCharges");
+  for (int i = 1; i <= 300; ++i)
+    run(concat("INSERT OR IGNORE INTO Insurance VALUES (", i, ", 'Insurance ", i, "', '')"));
+  for (int i = 1; i <= 170; ++i) {
+    run(concat("INSERT INTO Sickness (SicknessCode, Description, SicknessTypeCode) VALUES (", i,
+               ", 'Item ", i, "', ", i % 3, ")"));
+    run(concat("INSERT INTO PatientHistory VALUES (1, ", i, ", ", i % 3, ")"));
+  }
+  DatabaseConnection.Execute("COMMIT");
+}
+
+double timeView(std::int16_t filter) {
+  MainWindow->FiltroActualNumero = filter;
+  return bench::milliseconds([] {
+    frmPatients().Refresca();
+    QApplication::processEvents();
+  });
+}
+
+void measureView(Bare& bare) {
+  frmPatients().resize(1100, 600);
+  MainWindow->show();
+  frmPatients().show();
+  timeView(0);
+  bench::report("view of 32,000 patients, ms", "to the paint",
+                bench::median([] { return timeView(0); }), kMostView);
+  for (const FilterRow& row : kDuplicates) {
+    bench::report(row.name, "ms", bench::median([&] { return timeView(row.number); }),
+                  kMostDuplicates);
+    bench::compare(
+        std::string(row.name) + " against the engine", kMostTimesBareRead,
+        [&] { return timeView(row.number); },
+        [&] { return bench::milliseconds([&] { bare.run(row.statement); }); });
+  }
+}
+
+void measureMerge(Bare& bare) {
+  const auto there = [] {
+    std::string message;
+    if (PatientTransferCharges(2, 1, message) != 0) throw std::runtime_error(message);
+  };
+  const auto back = [&] {
+    bare.run("BEGIN");
+    bare.run("UPDATE PatientCharges SET PatientId=1 WHERE PatientId = 2");
+    bare.run("COMMIT");
+  };
+  // In turns: what one moves the other moves back.
+  double ours = 0;
+  bench::compare(
+      "merge of 5,000 charges", kMostTimesBareMerge, [&] { return ours; },
+      [&] {
+        ours = bench::processorMilliseconds(there);
+        return bench::processorMilliseconds(back);
+      });
+}
+
+// Closes the editor when it has been painted, and remembers when that was.
+class Watch : public QObject {
+ public:
+  std::chrono::steady_clock::time_point painted;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint && watched->objectName() == "frmEditPatient")
+      QTimer::singleShot(0, watched, [this, watched] {
+        painted = std::chrono::steady_clock::now();
+        static_cast<Dialog*>(watched)->unload();
+      });
+    return false;
+  }
+};
+
+double openEditor(Watch& watch) {
+  CurrentPatientId = 1;
+  watch.painted = {};
+  const auto begin = std::chrono::steady_clock::now();
+  frmEditPatient().showModal();
+  if (watch.painted < begin) throw std::runtime_error("The editor was not shown.");
+  return std::chrono::duration<double, std::milli>(watch.painted - begin).count();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  services().now = systemNow;
+  services().settingsFolder = [] { return bench::folder() / "bench-settings"; };
+  unhandledError() = [](const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    std::_Exit(EXIT_FAILURE);
+  };
+  const std::string path = (bench::folder() / "bench-patients.db").string();
+  bench::makeOffice(path, {32000, 0});
+  DatabaseConnection = Connection(openSqlite(path));
+  addPatientOfMerge();
+  Bare bare(path);
+
+  frmMain window;
+  MainWindow = &window;
+  measureView(bare);
+  measureMerge(bare);
+  Watch watch;
+  application.installEventFilter(&watch);
+  openEditor(watch);  // the first dialog of a process pays for fonts and styles
+  bench::report("patient editor, 300 insurances, 170 history items", "ms",
+                bench::median([&] { return openEditor(watch); }), kMostEditor);
+  return bench::verdict();
+}

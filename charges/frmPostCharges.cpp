@@ -1,0 +1,89 @@
+#include "charges/frmPostCharges.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+#include <optional>
+
+#include "charges/frmCharges.h"
+#include "controls/QtText.h"
+#include "core/Services.h"
+#include "platform/Conversions.h"
+#include "platform/RuntimeError.h"
+
+namespace bw {
+namespace {
+
+// The whole number that a text stands for; nothing when it is none, or one beyond 32 bits.
+std::optional<std::int32_t> lotOf(const std::string& text) {
+  try {
+    return toInt32(text);
+  } catch (const RuntimeError&) {
+    return std::nullopt;
+  }
+}
+
+class PostDialog : public Dialog {
+ public:
+  explicit PostDialog(QWidget* owner);
+  void load();
+
+ private:
+  void post();
+
+  QLineEdit* TxtNumCharges = new QLineEdit;
+  QLineEdit* TxtLotNumber = new QLineEdit;
+  QCheckBox* chkPrint = new QCheckBox;
+};
+
+PostDialog::PostDialog(QWidget* owner) : Dialog("frmPostCharges", "Post Charges", owner) {
+  constexpr const char* kExplanation =
+      "With this option the previously selected charges will be marked as posted to the insurance "
+      "company. The lot number is assigned to each posted charge to group it for batch printing.";
+  auto* explanation = named(new QLabel(kExplanation), "Label2", kExplanation);
+  explanation->setWordWrap(true);
+  auto* fields = new QGridLayout;
+  addField(fields, 0, 0, "Number of charges:", TxtNumCharges, "TxtNumCharges");
+  addField(fields, 1, 0, "Lot number:", TxtLotNumber, "TxtLotNumber");
+  addField(fields, 2, 0, "Print after post:", chkPrint, "chkPrint");
+  makeReadOnly(TxtNumCharges);
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(explanation);
+  column->addLayout(fields);
+  column->addWidget(makeFoot(
+      {"OKButton", "Post", "CancelButton", "Cancel"}, [this] { post(); }, [this] { unload(); }));
+  TxtLotNumber->setFocus();
+}
+
+void PostDialog::load() {
+  ChargesView& view = frmCharges();
+  chkPrint->setChecked(true);
+  TxtLotNumber->setText(QString::number(view.PostLotNumber));
+  TxtNumCharges->setText(QString::number(view.PostChargeCount));
+  view.PostChargeCount = 0;
+}
+
+void PostDialog::post() {
+  const std::optional<std::int32_t> lot = lotOf(fromQt(TxtLotNumber->text()));
+  if (!lot) {
+    MsgBox("The lot number must be a whole number of at most 2147483647. Please correct it.");
+    TxtLotNumber->setFocus();
+    TxtLotNumber->selectAll();
+    return;
+  }
+  ChargesView& view = frmCharges();
+  view.PostLotNumber = *lot;
+  view.PostChargeCount = toInt16(fromQt(TxtNumCharges->text()));
+  view.PostPrint = chkPrint->isChecked() ? 1 : 0;
+  unload();
+}
+
+}  // namespace
+
+const Form& frmPostCharges() {
+  static const Form form(showModal<PostDialog>);
+  return form;
+}
+
+}  // namespace bw

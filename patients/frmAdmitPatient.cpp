@@ -1,0 +1,236 @@
+#include "patients/frmAdmitPatient.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "controls/ComboBox.h"
+#include "controls/QtText.h"
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "core/WorkingList.h"
+#include "data/BWSQLDoctors.h"
+#include "data/BWSQLFacilities.h"
+#include "data/BWSQLPatients.h"
+#include "data/BWSQLWards.h"
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+// How an attending doctor who is not among the visitors becomes one, whatever these codes mean.
+constexpr std::int16_t kAttendingType = 1;
+constexpr std::int16_t kAttendingFrequency = 1;
+
+class AdmitPatient : public Dialog {
+ public:
+  explicit AdmitPatient(QWidget* owner);
+  ~AdmitPatient() override;
+  void load();
+
+ private:
+  void build();
+  QWidget* buildVisitors();
+  void showCatalogues();
+  void openVisitors();
+
+  void facilitySelected();
+  void addVisitor();
+  void ok();
+  void addAttending(std::int16_t doctor);
+  void storeVisitors();
+
+  RecordSetRef RsFacilities;
+  RecordSetRef RsWards;
+  RecordSetRef RsDoctors;
+
+  QLineEdit* TxtPatient;
+  ComboBox* CBFacilities;
+  ComboBox* CBFacilityWards;
+  ComboBox* CBDoctors;
+  ListView* ListView1;
+  QPushButton* Command1 = nullptr;
+  QPushButton* Command2 = nullptr;
+  WorkingList VisitingDoctors;
+};
+
+// Fills a box with the descriptions and selects the row of that code; the first one for a code that
+// is 0 or has gone. Without rows nothing is selected.
+void fillAndSelect(ComboBox& box, const RecordSetRef& rows, const char* key, std::int16_t code) {
+  box.Clear();
+  if (!rows || rows->RecordCount() == 0) return;
+  box.fillFrom(rows, "Description");
+  if (code == 0) return box.setListIndex(0);
+  box.selectFound(rows, concat(key, " = ", code));
+}
+
+AdmitPatient::AdmitPatient(QWidget* owner)
+    : Dialog("frmAdmitPatient", "Admission Information", owner), TxtPatient(new QLineEdit(this)),
+      CBFacilities(new ComboBox(this)), CBFacilityWards(new ComboBox(this)),
+      CBDoctors(new ComboBox(this)),
+      ListView1(new ListView({{"Names", "Doctor", 2000},
+                              {"AttentionTypeDescription", "Rol", 1500},
+                              {"FrequencyDescription", "Frequency", 1000}},
+                             {}, this)),
+      VisitingDoctors(*ListView1) {
+  build();
+}
+
+AdmitPatient::~AdmitPatient() {
+  for (RecordSetRef* rows : {&RsFacilities, &RsWards, &RsDoctors, &VisitingDoctors.rows})
+    rows->close();
+}
+
+void AdmitPatient::build() {
+  auto* column = new QVBoxLayout(this);
+  auto* grid = new QGridLayout;
+  addField(grid, 0, 0, "Patient:", TxtPatient, "TxtPatient");
+  makeReadOnly(TxtPatient);
+  addField(grid, 1, 0, "&Facility:", CBFacilities, "CBFacilities");
+  addField(grid, 2, 0, "&Ward:", CBFacilityWards, "CBFacilityWards");
+  addField(grid, 3, 0, "A&ttending:", CBDoctors, "CBDoctors");
+  grid->setColumnStretch(1, 1);
+  column->addLayout(grid);
+  column->addWidget(buildVisitors(), 1);
+  column->addWidget(makeFoot(
+      {.okName = "OKButton", .cancelName = "CancelButton"}, [this] { ok(); },
+      [this] { unload(); }));
+  CBFacilities->onSelected = [this] { facilitySelected(); };
+  CBFacilities->setFocus();
+  resize(520, 460);
+}
+
+QWidget* AdmitPatient::buildVisitors() {
+  auto* frame =
+      named(new QGroupBox("Doctors visiting patient", this), "Frame1", "Doctors visiting patient");
+  auto* column = new QVBoxLayout(frame);
+  named(ListView1, "ListView1", "Doctors visiting patient");
+  ListView1->stretchLastColumn();
+  ListView1->onInsertKey = [this] { addVisitor(); };
+  ListView1->onDeleteKey = [this] { VisitingDoctors.toggleSelected(); };
+  column->addWidget(ListView1);
+  auto* buttons = new QHBoxLayout;
+  Command1 = makeButton("Command1", "&add", frame, [this] { addVisitor(); });
+  Command1->setToolTip("Add a visiting doctor (Insert)");
+  Command2 = makeButton("Command2", "&del", frame, [this] { VisitingDoctors.toggleSelected(); });
+  Command2->setToolTip("Remove the selected doctor, or keep him after all (Delete)");
+  buttons->addWidget(Command1);
+  buttons->addWidget(Command2);
+  buttons->addStretch();
+  column->addLayout(buttons);
+  return frame;
+}
+
+void AdmitPatient::load() {
+  NotLoaded = true;
+  RecordSetRef patient = PatientGet(CurrentPatientId);
+  if (!patient || patient->RecordCount() == 0)
+    return MsgBox("Record not found.  Please report this error!");
+  TxtPatient->setText(toQt(patient->textOrEmpty("Names")));
+  CurrentFacilityCode = patient->code("InFacilityCode");
+  CurrentWardCode = patient->code("InWardCode");
+  CurrentDoctorCode = patient->code("InDoctorCode");
+  showCatalogues();
+  openVisitors();
+  patient.close();
+  NotLoaded = false;
+}
+
+void AdmitPatient::showCatalogues() {
+  RsFacilities = FacilityList();
+  fillAndSelect(*CBFacilities, RsFacilities, "FacilityCode", CurrentFacilityCode);
+  RsDoctors = DoctorList();
+  fillAndSelect(*CBDoctors, RsDoctors, "DoctorCode", CurrentDoctorCode);
+}
+
+void AdmitPatient::openVisitors() {
+  std::string message;
+  if (OpenRecordset(
+          VisitingDoctors.rows,
+          concat("Select * From PatientDoctorsDescriptive Where Patientid = ", CurrentPatientId),
+          message) == 0)
+    return VisitingDoctors.fill();
+  MsgBox(message);
+  // There is nothing to keep changes in.
+  for (QWidget* control : std::initializer_list<QWidget*>{ListView1, Command1, Command2})
+    control->setEnabled(false);
+}
+
+// The stored ward stays selected if, and only if, it belongs to the facility.
+void AdmitPatient::facilitySelected() {
+  CBFacilities->moveToSelected(RsFacilities);
+  RsWards.close();
+  RsWards = WardListByFacility(RsFacilities->code("FacilityCode"));
+  fillAndSelect(*CBFacilityWards, RsWards, "WardCode", CurrentWardCode);
+}
+
+// A doctor who is on the list already is added again; the table refuses the second one.
+void AdmitPatient::addVisitor() {
+  frmAdmitPatientDoctors().showModal();
+  if (PickedDoctorCode <= 0) return;
+  VisitingDoctors.add({{"DoctorCode", Value(std::int64_t{PickedDoctorCode})},
+                       {"Names", Value(PickedDoctorNames)},
+                       {"AttentionTypeCode", Value(std::int64_t{PickedAttentionTypeCode})},
+                       {"AttentionTypeDescription", Value(PickedAttentionTypeDescription)},
+                       {"Frequency", Value(std::int64_t{PickedFrequency})},
+                       {"FrequencyDescription", Value(PickedFrequencyDescription)}});
+  VisitingDoctors.fill();
+}
+
+// The admission is stored first, then each visitor by himself: what fails leaves the rest done.
+void AdmitPatient::ok() {
+  for (const ComboBox* required : {CBFacilities, CBFacilityWards, CBDoctors})
+    if (required->ListIndex() < 0) return;
+  CBFacilities->moveToSelected(RsFacilities);
+  CBFacilityWards->moveToSelected(RsWards);
+  CBDoctors->moveToSelected(RsDoctors);
+  const std::int16_t doctor = RsDoctors->code("DoctorCode");
+  std::string message;
+  if (PatientSetAdmission(CurrentPatientId, RsFacilities->code("FacilityCode"),
+                          RsWards->code("WardCode"), doctor, message) > 0)
+    return MsgBox(message);
+  if (VisitingDoctors.rows) {
+    addAttending(doctor);
+    storeVisitors();
+  }
+  unload();
+}
+
+// A row that is to be removed counts as present: an attending doctor marked so ends without one.
+void AdmitPatient::addAttending(std::int16_t doctor) {
+  bool present = false;
+  VisitingDoctors.forEach(
+      [&](int) { present = present || VisitingDoctors.rows->code("DoctorCode") == doctor; });
+  if (present) return;
+  VisitingDoctors.add({{"DoctorCode", Value(std::int64_t{doctor})},
+                       {"AttentionTypeCode", Value(std::int64_t{kAttendingType})},
+                       {"Frequency", Value(std::int64_t{kAttendingFrequency})}});
+}
+
+void AdmitPatient::storeVisitors() {
+  VisitingDoctors.forEach([&](int state) {
+    const RecordSetRef& row = VisitingDoctors.rows;
+    const std::int16_t doctor = row->code("DoctorCode");
+    std::string message;
+    const auto write = [&](auto routine) {
+      return routine(CurrentPatientId, doctor, row->code("AttentionTypeCode"),
+                     row->code("Frequency"), message);
+    };
+    int result = 0;
+    if (state == pending::kAdded) result = write(PatientDoctorInsert);
+    if (state == pending::kRemoved) result = PatientDoctorDelete(CurrentPatientId, doctor, message);
+    if (state == pending::kChanged) result = write(PatientDoctorUpdate);
+    if (result != 0) MsgBox(message);
+  });
+}
+
+}  // namespace
+
+const Form& frmAdmitPatient() {
+  static const Form form(showModal<AdmitPatient>);
+  return form;
+}
+
+}  // namespace bw

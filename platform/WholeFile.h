@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace bw {
+
+// A large file that is written piece by piece and appears only when it is complete: until then it
+// stands under a temporary name beside its place, and what stood there before stays untouched.
+// It is gone without a trace when it is not finished. Not synced: for what can be made again.
+// Failures raise error 76 with a sentence that names the file and the reason.
+class WholeFile {
+ public:
+  WholeFile(std::filesystem::path file, std::filesystem::perms permissions);
+  WholeFile(const WholeFile&) = delete;
+  WholeFile& operator=(const WholeFile&) = delete;
+  ~WholeFile();
+
+  void append(std::string_view piece) {
+    if (piece.size() > kBuffer - used_) return appendSlowly(piece);
+    std::memcpy(buffer_.get() + used_, piece.data(), piece.size());
+    used_ += piece.size();
+  }
+
+  // Puts the file in its place; nothing can be appended afterwards.
+  void finish();
+
+ private:
+  static constexpr std::size_t kBuffer = 1U << 20U;
+
+  void appendSlowly(std::string_view piece);
+  void flush();
+  void write(std::string_view text);
+  [[noreturn]] void refuse(int error) const;
+
+  std::filesystem::path file_;
+  std::string temporary_;
+  int descriptor_ = -1;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t used_ = 0;
+};
+
+}  // namespace bw

@@ -1,0 +1,181 @@
+#include "controls/ListView.h"
+
+#include <gtest/gtest.h>
+
+#include <QHeaderView>
+#include <QTest>
+
+#include "core/Lists.h"
+#include "core/WorkingList.h"
+#include "platform/RuntimeError.h"
+
+namespace bw {
+namespace {
+
+// Names, a second column that may have no value, and the working column.
+RecordSetRef rowsOf(const std::vector<std::string>& names, std::int64_t checked = 0) {
+  auto store = std::make_shared<RowStore>();
+  store->columns.emplace_back("Names", FieldType::text);
+  store->columns.emplace_back("Note", FieldType::text);
+  store->columns.emplace_back("checked", FieldType::smallint);
+  for (const std::string& name : names) {
+    store->columns[0].appendText(name);
+    store->columns[1].appendNull();
+    store->columns[2].appendInteger(checked);
+  }
+  return RecordSetRef(std::make_shared<RecordSet>(store, LockType::optimistic));
+}
+
+std::vector<std::string> texts(const ListView& list) {
+  std::vector<std::string> shown;
+  for (int row = 0; row < list.count(); ++row) shown.push_back(list.text(row));
+  return shown;
+}
+
+using Texts = std::vector<std::string>;
+const std::vector<ListColumn> kColumns{
+    {"Names", "Names", 2880}, {"Note", "Note", 1440}, {"", "", 1000}};
+
+TEST(ListViewTest, FillingSelectsTheFirstRowAndFiresNothing) {
+  ListView list(kColumns, {.checkBoxes = true});
+  int events = 0;
+  list.onChosen = list.onOpen = [&] { ++events; };
+  list.onItemCheck = [&](int, bool) { ++events; };
+  const RecordSetRef rows = rowsOf({"a", "b"}, 1);
+  ListFill(list, rows);
+  EXPECT_TRUE(rows->EOF_());
+  EXPECT_EQ(list.selectedItem(), 0);
+  EXPECT_TRUE(list.checked(1));
+  list.setSelected(1, true);
+  list.setText(0, "star");
+  EXPECT_EQ(list.selectedFromLast(), std::vector<int>{1}) << "one at a time";
+  ListFill(list, rowsOf({}));
+  EXPECT_EQ(list.selectedItem(), std::nullopt);
+  EXPECT_EQ(events, 0);
+}
+
+TEST(ListViewTest, WhatAListShowedStaysReadableWhenItsRecordsAreClosed) {
+  ListView list(kColumns, {});
+  {
+    RecordSetRef rows = rowsOf({"a", "b"});
+    ListFill(list, rows);
+    rows.close();
+  }
+  EXPECT_EQ(texts(list), (Texts{"a", "b"}));
+}
+
+TEST(ListViewTest, AMissingFieldOrAFirstColumnWithoutValueIsAnErrorAndKeepsTheList) {
+  ListView list(kColumns, {});
+  ListFill(list, rowsOf({"a"}));
+  ListView misspelt({{"Nmaes", "Names", 100}}, {});
+  EXPECT_THROW(ListFill(misspelt, rowsOf({"a"})), RuntimeError);
+  const RecordSetRef rows = rowsOf({"b", "c"});
+  rows->MoveFirst();
+  rows->set("Names", Value());
+  rows->Update();
+  EXPECT_THROW(ListFill(list, rows), RuntimeError);
+  EXPECT_EQ(texts(list), Texts{"a"});
+  EXPECT_TRUE(list.updatesEnabled());
+}
+
+TEST(ListViewTest, KeysOfRowsKeepTheirNumbersWhenOneIsTakenOut) {
+  ListView list(kColumns, {});
+  ListFill(list, rowsOf({"a", "b", "c"}));
+  list.removeItem(0);
+  EXPECT_EQ(list.key(0), "K0000000002");
+  EXPECT_EQ(list.rowAt(3), 1);
+  EXPECT_THROW(list.rowAt(1), RuntimeError);
+  EXPECT_EQ(list.selectedItem(), std::nullopt) << "a neighbour has the focus, not the selection";
+}
+
+TEST(ListViewTest, ATickByTheUserIsToldOnceWhenItIsDone) {
+  ListView list(kColumns, {.checkBoxes = true});
+  ListFill(list, rowsOf({"a", "b"}));
+  std::vector<std::pair<int, bool>> told;
+  list.onItemCheck = [&](int row, bool checked) {
+    EXPECT_EQ(list.checked(row), checked);
+    told.emplace_back(row, checked);
+  };
+  list.setCurrentIndex(list.model()->index(1, 0));
+  QTest::keyClick(&list, Qt::Key_Space);
+  QTest::keyClick(&list, Qt::Key_Space);
+  EXPECT_EQ(told, (std::vector<std::pair<int, bool>>{{1, true}, {1, false}}));
+}
+
+// Positions are set one after another; that does not give back every order.
+TEST(ListViewTest, StoredPositionsMoveTheOtherColumnsAlong) {
+  ListView list({{"a", "a"}, {"b", "b"}, {"c", "c"}, {"d", "d"}}, {});
+  for (const auto& [column, position] : {std::pair{0, 3}, {1, 4}, {2, 2}, {3, 1}})
+    list.setPosition(column, position);
+  EXPECT_EQ(
+      (std::vector<int>{list.Position(0), list.Position(1), list.Position(2), list.Position(3)}),
+      (std::vector<int>{2, 4, 3, 1}));
+  EXPECT_THROW(list.setPosition(0, 5), RuntimeError);
+}
+
+TEST(ListViewTest, ADesignedWidthIsKeptToTheTwipUntilTheUserChangesIt) {
+  ListView list({{"a", "a", 1000}}, {});
+  EXPECT_EQ(list.Width(0), 1000.0F);
+  list.horizontalHeader()->resizeSection(0, 50);
+  EXPECT_EQ(list.Width(0), 750.0F);
+  list.setWidth(0, 0);
+  EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 0) << "no least width";
+}
+
+TEST(WorkingListTest, DelTakesOutAddedRowsAndMarksStoredOnes) {
+  ListView list({{"Names", "Names", 100}}, {});
+  WorkingList working(list);
+  working.rows = rowsOf({"stored"});
+  working.add({{"Names", Value(std::string("first"))}});
+  working.add({{"Names", Value(std::string("second"))}});
+  working.fill();
+  EXPECT_EQ(list.selectedItem(), std::nullopt);
+  working.toggleSelected();  // nothing is selected
+  list.setSelected(0, true);
+  working.toggleSelected();
+  EXPECT_EQ(list.text(0), "*stored");
+  working.fill();
+  EXPECT_EQ(list.text(0), "stored") << "the star goes with a new filling, the mark stays";
+  list.setSelected(0, true);
+  working.toggleSelected();
+  EXPECT_EQ(list.text(0), "tored") << "taking the mark back cuts what stands first";
+  list.setSelected(1, true);
+  working.toggleSelected();
+  EXPECT_EQ(texts(list), (Texts{"tored", "second"}));
+  // The second row still names the place that nobody has now.
+  list.setSelected(1, true);
+  EXPECT_THROW(working.toggleSelected(), RuntimeError);
+}
+
+TEST(ListsTest, MergingARecordSelectsJustItsRowUnderTheSort) {
+  ListView list({{"Names", "Names", 100}}, {.selection = ListView::Selection::several});
+  const RecordSetRef rows = rowsOf({"beta", "delta", "alpha"});
+  rows->setSort(" Names ");
+  ListFill(list, rows);
+  list.selectAll();
+  rows->MoveFirst();
+  rows->Find("Names = 'alpha'");
+  mergeRecord(rows, rowsOf({"zeta"}), list);
+  EXPECT_EQ(texts(list), (Texts{"beta", "delta", "zeta"}));
+  EXPECT_EQ(list.selectedFromLast(), std::vector<int>{2});
+  rows->setAbsolutePosition(9);
+  mergeRecord(rows, rowsOf({"carl"}), list);
+  EXPECT_EQ(texts(list), (Texts{"beta", "carl", "delta", "zeta"}));
+  EXPECT_EQ(list.selectedFromLast(), std::vector<int>{1});
+}
+
+TEST(ListsTest, AColumnClickFindsPaddedTokensOnly) {
+  ListView list({{"Names", "Names", 100}, {"Note", "Note", 100}}, {});
+  const RecordSetRef rows = rowsOf({"b", "a"});
+  rows->setSort(" Names ");
+  sortByColumn(rows, list, " Note ");
+  EXPECT_EQ(rows->Sort(), " Note , Names ");
+  sortByColumn(rows, list, " Names ");
+  EXPECT_EQ(rows->Sort(), " Names , Note ");
+  sortByColumn(rows, list, " Names ");
+  EXPECT_EQ(rows->Sort(), " Names , Note ");
+  EXPECT_EQ(texts(list), (Texts{"a", "b"}));
+}
+
+}  // namespace
+}  // namespace bw

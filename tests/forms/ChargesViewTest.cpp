@@ -1,0 +1,162 @@
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTest>
+
+#include "charges/frmCharges.h"
+#include "core/Principal.h"
+#include "core/Settings.h"
+#include "shell/frmShorcuts.h"
+#include "tests/forms/FormsFixture.h"
+
+namespace bw {
+namespace {
+
+// Charges of three days: Smith (1st), Jones (2nd, 3rd).
+class ChargesViewTest : public FormsTest {
+ protected:
+  ChargesViewTest() {
+    for (const char* statement :
+         {"INSERT INTO Insurance VALUES (2, 'Other', '')",
+          "UPDATE Patient SET InsuranceCode = 2 WHERE PatientId = 25001",
+          "INSERT INTO PatientCharges VALUES "
+          "(25001, #06/02/2003#, #09:00:00#, #06/02/2003#, 1, 1, 2, 1, 1, 77), "
+          "(25001, #06/03/2003#, #10:00:00#, #06/03/2003#, 1, 1, 3, 1, 3, NULL)"})
+      run(statement);
+    openMainWindow();
+    window().resize(1000, 700);
+    allDates();
+    takeStatements();
+  }
+
+  ListView& list() { return control<ListView>(frmCharges(), "ListView1"); }
+  void allDates() { click(frmCharges(), "optAllDates"); }
+  std::vector<std::string> names() { return shownTexts(list(), 1); }
+};
+
+using Texts = std::vector<std::string>;
+
+TEST_F(ChargesViewTest, EachPanelNarrowsTheStatement) {
+  const std::string base = "SELECT * FROM ChargesDescriptive Where [status]";
+  frmShorcuts().FuerzaNodeClick(0, 13);
+  click(frmCharges(), "optSelectedDates");
+  click(frmCharges(), "optAllDates");
+  CurrentPatientId = 25001;
+  click(frmCharges(), "optSelectedPatients");
+  CurrentInsuranceCode = 2;
+  click(frmCharges(), "optSelectedInsurances");
+  CurrentDoctorCode = 3;
+  click(frmCharges(), "optSelectedDoctors");
+  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "");
+  click(frmCharges(), "optSelectedLot");
+  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "20 03x");
+  click(frmCharges(), "btnGo2");
+  const std::string patient = " and PatientId= 25001";
+  const std::string insurance = patient + " and InsuranceCode= 2";
+  const std::string doctor = insurance + " and DoctorCode= 3";
+  EXPECT_EQ(takeStatements(),
+            (Texts{base + "=2",
+                   base + "=2 and ChargeRealDate >= #06/15/2003# and ChargeRealDate <= "
+                          "#06/15/2003#",
+                   base + "=2", base + "=2" + patient, base + "=2" + insurance,
+                   base + "=2" + doctor, base + "=2" + doctor + " and PrintLot = 0",
+                   base + "=2" + doctor + " and PrintLot = 2003"}));
+}
+
+TEST_F(ChargesViewTest, ArchivedByTheRunStaysInTheWholeListAndInNoFilter) {
+  EXPECT_EQ(names(), (Texts{"Smith, Ann", "Jones, Bob", "Jones, Bob"}));
+  for (const auto& [filter, rows] : {std::pair{4, 1}, std::pair{5, 1}, std::pair{13, 0}}) {
+    frmShorcuts().FuerzaNodeClick(0, static_cast<std::int16_t>(filter));
+    EXPECT_EQ(list().count(), rows) << filter;
+  }
+}
+
+TEST_F(ChargesViewTest, AColumnThatSaysTheSameIsHiddenAndItsWidthIsKept) {
+  const int column = list().columnOf("Names");
+  list().horizontalHeader()->resizeSection(column, 250);
+  CurrentPatientId = 25001;
+  click(frmCharges(), "optSelectedPatients");
+  EXPECT_EQ(list().Width(column), 0);
+  EXPECT_EQ(list().count(), 2);
+  closeMainWindow();
+  EXPECT_EQ(GetSetting(kApplicationTitle, "Charges", "NamesWidth", ""), "3750");
+  EXPECT_EQ(GetSetting(kApplicationTitle, "Charges", "ActiveFilter", ""), "0");
+}
+
+TEST_F(ChargesViewTest, ASearchThatPicksTheCurrentOneReadsNothing) {
+  CurrentInsuranceCode = 2;
+  click(frmCharges(), "optSelectedInsurances");
+  const auto pick = [](int row) {
+    return [row](QWidget& dialog) {
+      clickRow(control<ListView>(dialog, "ListView1"), row);
+      click(dialog, "btnOk");
+    };
+  };
+  takeStatements();
+  script.in("frmPickInsurance", pick(1));
+  click(frmCharges(), "btnSearchInsurance");
+  EXPECT_EQ(takeStatements(), Texts{"SELECT * FROM Insurance"});
+  script.in("frmPickInsurance", pick(0));
+  click(frmCharges(), "btnSearchInsurance");
+  EXPECT_EQ(control<QLineEdit>(frmCharges(), "TxtInsurance").text(), "Mutual");
+  EXPECT_EQ(names(), Texts{"Smith, Ann"});
+}
+
+TEST_F(ChargesViewTest, ClicksOnHeadsPutOneKeyInFrontOfTheOthers) {
+  clickHead(list(), list().columnOf("Names"));
+  EXPECT_EQ(names(), (Texts{"Jones, Bob", "Jones, Bob", "Smith, Ann"}));
+  EXPECT_EQ(selectedRows(list()), std::vector<int>{0});
+  clickHead(list(), list().columnOf("Doctor"));
+  clickHead(list(), list().columnOf("Names"));
+  EXPECT_EQ(shownTexts(list(), 3), (Texts{"Bell", "Cole", "Ames"}));
+}
+
+TEST_F(ChargesViewTest, DeletesJustTheSelectedRowsAndKeepsARefusedOne) {
+  // The third charge cannot be deleted.
+  onStatement = [](std::string_view statement) {
+    if (statement.find("DELETE") == 0 && statement.find("25001") != std::string_view::npos)
+      throw RuntimeError(ErrorNumber::database, "kept");
+  };
+  clickRow(list(), 0);
+  clickRow(list(), 2, Qt::ControlModifier);
+  answer(false);
+  trigger(window(), "Eliminar");
+  EXPECT_EQ(selectedRows(list()), (std::vector<int>{0, 2})) << "Cancel changes nothing";
+  answer(true);
+  QTest::keyClick(&list(), Qt::Key_Delete);
+  EXPECT_EQ(takeMessages(), Texts{"U:IMPELIENT"});
+  EXPECT_EQ(names(), (Texts{"Jones, Bob", "Jones, Bob"}));
+  EXPECT_EQ(rows("SELECT DoctorCode FROM PatientCharges"), "2 3");
+}
+
+TEST_F(ChargesViewTest, AChargeThatHasGoneShowsItsMessageAndNoEditor) {
+  run("DELETE FROM PatientCharges");
+  doubleClickRow(list(), 0);
+  EXPECT_EQ(takeMessages(), Texts{"Record not found.  Please report this error!"});
+}
+
+TEST_F(ChargesViewTest, AFailedReadLeavesTheListOnShowAndItsRecordsClosed) {
+  closeConnection();
+  click(frmCharges(), "btnGo");
+  const Texts shown = takeMessages();
+  ASSERT_EQ(shown.size(), 1U);
+  EXPECT_EQ(shown[0], "SELECT * FROM ChargesDescriptive Where [status]<>2 " + std::string(kClosed));
+  EXPECT_EQ(names(), (Texts{"Smith, Ann", "Jones, Bob", "Jones, Bob"}));
+  doubleClickRow(list(), 0);
+  EXPECT_EQ(takeFatal(), Texts{kClosed});
+}
+
+// Three searches one behind the other are no search for the key: the row of another patient with
+// that date and time is overwritten.
+TEST_F(ChargesViewTest, MergingGoesOverARowThatHasTheSameDateAndTime) {
+  run("INSERT INTO PatientCharges VALUES "
+      "(25000, #06/03/2003#, #10:00:00#, #06/03/2003#, 1, 1, 4, 1, 0, NULL)");
+  CurrentPatientId = 25000;
+  CurrentChargeDate = day(2003, 6, 3);
+  CurrentChargeTime = makeTime(10, 0, 0).value();
+  frmCharges().Insertado();
+  EXPECT_EQ(names(), (Texts{"Smith, Ann", "Jones, Bob", "Smith, Ann"}));
+  EXPECT_EQ(selectedRows(list()), std::vector<int>{2});
+}
+
+}  // namespace
+}  // namespace bw

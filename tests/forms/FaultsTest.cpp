@@ -1,0 +1,93 @@
+#include <QLineEdit>
+#include <QTest>
+
+#include "charges/frmCharges.h"
+#include "core/Principal.h"
+#include "tests/forms/FormsFixture.h"
+
+namespace bw {
+namespace {
+
+// What happens to a charge under the clerk's hands when the database cannot take it.
+class FaultsTest : public FormsTest {
+ protected:
+  FaultsTest() { CurrentPatientId = 25000; }
+
+  // Opens a new charge, lets Ok fail once with that error, and again without.
+  void okFailsThenWorks(std::string_view statement, const std::string& text) {
+    openMainWindow();
+    script.in("frmEditCharge", [&, statement, text](QWidget& editor) {
+      choose(control<ComboBox>(editor, "CBRefDoctors"), "Cole");
+      onStatement = [=](std::string_view issued) {
+        if (issued.starts_with(statement)) throw RuntimeError(ErrorNumber::database, text);
+      };
+      click(editor, "btnOk");
+      onStatement = nullptr;
+      EXPECT_EQ(takeMessages(), std::vector<std::string>{text});
+      EXPECT_TRUE(editor.isVisible());
+      EXPECT_FALSE(inTransaction());
+      EXPECT_EQ(count("PatientCharges"), "1") << "as it was before";
+      EXPECT_EQ(control<ComboBox>(editor, "CBRefDoctors").currentText(), "Cole");
+      click(editor, "btnOk");
+    });
+    QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
+    EXPECT_EQ(count("PatientCharges"), "2") << "a second Ok tries again";
+    closeMainWindow();
+  }
+};
+
+TEST_F(FaultsTest, ALockedDatabaseLeavesTheDialogAsItWas) {
+  okFailsThenWorks("INSERT", "The database is locked by another station.");
+}
+
+TEST_F(FaultsTest, ADiskThatFillsUpAtTheCommitLeavesTheDialogAsItWas) {
+  okFailsThenWorks("COMMIT", "The disk is full. Nothing was stored.");
+}
+
+TEST_F(FaultsTest, ASecondChargeWithinTheSameSecondIsRefusedAndStoredLater) {
+  openMainWindow();
+  now = {kSeedDate, kSeedTime};
+  script.in("frmEditCharge", [&](QWidget& editor) {
+    click(editor, "btnOk");
+    EXPECT_EQ(takeMessages(), std::vector<std::string>{kDuplicateKey});
+    now.time.second += 1;
+    click(editor, "btnOk");
+  });
+  QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
+  EXPECT_EQ(count("PatientCharges"), "2");
+  closeMainWindow();
+}
+
+// Texts that reach a statement through a list or a filter.
+TEST_F(FaultsTest, DifficultNamesAreShownFoundAndSortedAsTheyStand) {
+  const std::vector<std::string> names{"O''Brien, Pat", "日本, 太郎", "שלום, דוד",
+                                       "😀, Smile",      "MUÑOZ, Ana", "muñoz, Ana"};
+  int id = 25010;
+  for (const std::string& name : names)
+    run("INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
+        "(" +
+        std::to_string(id++) + ", '" + name + "', #01/01/1980#, 'A', 1)");
+  EXPECT_EQ(count("PatientsDescriptiveDupName"), "2");
+  openMainWindow();
+  CurrentPatientId = 25011;
+  script.in("frmEditCharge", [](QWidget& editor) {
+    EXPECT_EQ(control<QLineEdit>(editor, "TxtPatient").text(), "日本, 太郎");
+    click(editor, "Command5");
+    EXPECT_EQ(control<QLineEdit>(editor, "TxtPatient").text(), "O'Brien, Pat");
+    choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
+    click(editor, "btnOk");
+  });
+  script.in("frmPickPatient", [](QWidget& pick) {
+    auto& list = control<ListView>(pick, "ListView1");
+    EXPECT_EQ(list.text(list.selectedItem().value_or(0)), "日本, 太郎");
+    for (int row = 0; row < list.count(); ++row)
+      if (list.text(row) == "O'Brien, Pat") clickRow(list, row);
+    click(pick, "btnOk");
+  });
+  QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
+  EXPECT_EQ(rows("SELECT count(*) FROM PatientCharges WHERE PatientId = 25010"), "1");
+  closeMainWindow();
+}
+
+}  // namespace
+}  // namespace bw

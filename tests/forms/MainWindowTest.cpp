@@ -1,0 +1,143 @@
+#include <QAction>
+#include <QLabel>
+#include <QSettings>
+#include <QTest>
+#include <QToolBar>
+#include <QTreeWidget>
+
+#include "core/Principal.h"
+#include "core/Settings.h"
+#include "platform/RuntimeError.h"
+#include "shell/frmShorcuts.h"
+#include "tests/forms/FormsFixture.h"
+
+namespace bw {
+namespace {
+
+class MainWindowTest : public FormsTest {
+ protected:
+  QTreeWidget& tree() { return control<QTreeWidget>(frmShorcuts(), "TreeView1"); }
+  std::string node() { return tree().currentItem()->text(0).toStdString(); }
+  static std::string setting(const char* section, const char* key) {
+    return GetSetting(kApplicationTitle, section, key, "none");
+  }
+  static void store(const char* section, const char* key, const char* text) {
+    SaveSetting(kApplicationTitle, section, key, text);
+  }
+  QTreeWidgetItem* child(const char* parent, const char* text) {
+    for (QTreeWidgetItemIterator item(&tree()); *item != nullptr; ++item)
+      if ((*item)->text(0) == text && (*item)->parent() != nullptr &&
+          (*item)->parent()->text(0) == parent)
+        return *item;
+    throw std::runtime_error(std::string("no node ") + text);
+  }
+};
+
+TEST_F(MainWindowTest, PlacementViewAndFilterComeBack) {
+  openMainWindow();
+  EXPECT_EQ(window().size(), QSize(433, 433));
+  EXPECT_EQ(window().VistaActualNumero, 0);
+  EXPECT_EQ(window().FiltroActualNumero, 0);
+  window().setGeometry(30, 40, 900, 600);
+  tree().expandAll();
+  frmShorcuts().FuerzaNodeClick(0, 5);
+  closeMainWindow();
+  EXPECT_EQ(setting("Settings", "MainWidth"), "13500");
+  EXPECT_EQ(setting("settings", "ACTIVEFILTER"), "5");
+  EXPECT_EQ(setting("Settings", "Shortcut"), "none");
+
+  openMainWindow();
+  EXPECT_EQ(window().geometry(), QRect(30, 40, 900, 600));
+  EXPECT_EQ(window().FiltroActualNumero, 5);
+  EXPECT_EQ(node(), "Posted");
+
+  window().showMinimized();
+  window().resize(700, 500);
+  frmShorcuts().FuerzaNodeClick(0, 4);
+  closeMainWindow();
+  EXPECT_EQ(setting("Settings", "MainWidth"), "13500") << "a minimized window stores no placement";
+  EXPECT_EQ(setting("Settings", "ActiveFilter"), "4");
+}
+
+TEST_F(MainWindowTest, AStoredPairWithoutANodeEndsTheLoad) {
+  store("Settings", "ActiveView", "0");
+  store("Settings", "ActiveFilter", "7");
+  EXPECT_THROW(openMainWindow(), RuntimeError);
+}
+
+TEST_F(MainWindowTest, AStoredTextThatIsNoNumberEndsTheLoad) {
+  store("Settings", "MainLeft", "wide");
+  EXPECT_THROW(openMainWindow(), RuntimeError);
+}
+
+TEST_F(MainWindowTest, OnlyAChangeOfViewOrFilterReadsTheList) {
+  openMainWindow();
+  takeStatements();
+  const auto press = [&](QTreeWidgetItem* item) {
+    tree().scrollToItem(item);
+    QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, tree().visualItemRect(item).center());
+  };
+  press(child("Brantiwell", "Charges"));
+  EXPECT_TRUE(takeStatements().empty()) << "it was on show already";
+  tree().expandAll();
+  press(child("Charges", "Ready"));
+  ASSERT_EQ(takeStatements().size(), 1U);
+  trigger(window(), "mnuCurrentViewFilter(13)");
+  EXPECT_EQ(node(), "Archived") << "the menu goes through the tree";
+  EXPECT_TRUE(control<QAction>(window(), "mnuCurrentViewFilter(13)").isChecked());
+  trigger(window(), "mnuCurrentViewFilter(13)");
+  EXPECT_TRUE(control<QAction>(window(), "mnuCurrentViewFilter(13)").isChecked());
+  EXPECT_EQ(takeStatements().size(), 1U);
+  QTest::keyClick(&tree(), Qt::Key_Up);
+  EXPECT_EQ(window().FiltroActualNumero, 5) << "a node chosen by the keyboard counts";
+}
+
+TEST_F(MainWindowTest, TheTreeAndTheGoToMenuStandInForEachOther) {
+  openMainWindow();
+  window().resize(900, 600);
+  auto& view = control<QWidget>(window(), "frmCharges");
+  EXPECT_FALSE(control<QAction>(window(), "mnuGoTo0").isVisible());
+  const int narrow = view.width();
+  trigger(window(), "mnuViewShortcuts");
+  EXPECT_TRUE(control<QAction>(window(), "mnuGoTo0").isVisible());
+  EXPECT_FALSE(control<QAction>(window(), "mnuViewShortcuts").isChecked());
+  EXPECT_EQ(view.width(), window().clientArea()->width());
+  trigger(window(), "mnuGoTo(10)");
+  EXPECT_EQ(window().VistaActualNumero, 10);
+  EXPECT_FALSE(view.isVisible());
+  EXPECT_FALSE(control<QAction>(window(), "mnuCurrentView").isVisible());
+  trigger(window(), "mnuGoTo(0)");
+  trigger(window(), "mnuViewShortcuts");
+  EXPECT_EQ(view.width(), narrow);
+}
+
+TEST_F(MainWindowTest, ACommandThatTheViewLacksEndsTheProgramOrDoesNothingByItsRoad) {
+  openMainWindow();
+  frmShorcuts().FuerzaNodeClick(10, 0);
+  trigger(window(), "Eliminar");
+  trigger(window(), "mnuFilePrint");
+  EXPECT_TRUE(takeFatal().empty()) << "toolbar and print pass over it";
+  trigger(window(), "mnuActions(2)");
+  EXPECT_EQ(takeFatal(),
+            std::vector<std::string>{std::string(errorText(ErrorNumber::noSuchOperation))});
+  trigger(window(), "mnuViewRefresh");
+  EXPECT_TRUE(takeFatal().empty());
+}
+
+// The record is stored; then a mark that nobody made is asked.
+TEST_F(MainWindowTest, ANewEntryOfTheActionsMenuEndsTheProgramAfterASave) {
+  openMainWindow();
+  CurrentPatientId = 25000;
+  script.in("frmEditCharge", [](QWidget& editor) { click(editor, "btnCancel"); });
+  trigger(window(), "mnuNewAction(0)");
+  EXPECT_TRUE(takeFatal().empty());
+  script.in("frmEditCharge", [](QWidget& editor) { click(editor, "btnOk"); });
+  trigger(window(), "mnuNewAction(0)");
+  EXPECT_EQ(takeFatal(),
+            std::vector<std::string>{std::string(errorText(ErrorNumber::objectRequired))});
+  EXPECT_EQ(count("PatientCharges"), "2");
+  closeMainWindow();
+}
+
+}  // namespace
+}  // namespace bw

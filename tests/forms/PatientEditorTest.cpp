@@ -1,0 +1,184 @@
+#include <QLineEdit>
+#include <QTest>
+
+#include "charges/frmEditCharge.h"
+#include "controls/DatePicker.h"
+#include "core/Principal.h"
+#include "core/Settings.h"
+#include "patients/frmEditPatient.h"
+#include "patients/frmPatients.h"
+#include "tests/forms/FormsFixture.h"
+
+namespace bw {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class PatientEditorTest : public FormsTest {
+ protected:
+  PatientEditorTest() {
+    SaveSetting(kApplicationTitle, "Settings", "ActiveView", "1");
+    run("INSERT INTO Insurance VALUES (2, 'Provident', '')");
+    run("INSERT INTO Sickness (SicknessCode, Description, SicknessTypeCode) VALUES "
+        "(3, 'Dust', 0), (4, 'Asthma', 1)");
+    openMainWindow();
+  }
+
+  ListView& list() { return control<ListView>(frmPatients(), "ListView1"); }
+  // Opens the editor on 25000.
+  void edit(const ModalScript::Step& step, const Strings& picked = {}) {
+    script.in("frmEditPatient", step);
+    if (!picked.empty()) pickHistory(picked);
+    frmPatients().Refresca();
+    doubleClickRow(list(), 1);
+  }
+  static ListView& history(const QWidget& editor) { return control<ListView>(editor, "ListView1"); }
+  void pickHistory(const Strings& items) {
+    script.in("frmPickHistory", [items](QWidget& pick) {
+      for (const std::string& item : items) tick(control<ListView>(pick, "ListView1"), item);
+      click(pick, "btnOk");
+    });
+  }
+  static std::string historyOf(int id) {
+    return rows("SELECT SicknessCode, SicknessTypeCode FROM PatientHistory WHERE PatientId=" +
+                std::to_string(id));
+  }
+};
+
+TEST_F(PatientEditorTest, ANewPatientWithHistoryOfTwoTypesComesIntoTheList) {
+  script.in("frmEditPatient", [&](QWidget& editor) {
+    EXPECT_EQ(control<DatePicker>(editor, "DTDOB").value(), now.date);
+    type(control<QWidget>(editor, "TxtNames"), "Brown, Cy");
+    control<DatePicker>(editor, "DTDOB").setValue(day(1980, 2, 29));
+    type(control<QWidget>(editor, "TxtAccount"), "00417");
+    choose(control<ComboBox>(editor, "CBSeguros"), "Provident");
+    click(editor, "Command1");
+    EXPECT_EQ(shownTexts(history(editor)), (Strings{"Pollen", "Dust"}));
+    clickRow(history(editor), 1);
+    click(editor, "Command2");
+    EXPECT_EQ(shownTexts(history(editor)), Strings{"Pollen"}) << "never a star on a new row";
+    control<ComboBox>(editor, "CBSicknessType").setListIndex(1);
+    click(editor, "Command1");
+    EXPECT_EQ(frmEditPatient().LastSicknessTypeCode, 1);
+    EXPECT_EQ(shownTexts(history(editor)), Strings{"Asthma"});
+    click(editor, "btnOk");
+  });
+  pickHistory({"Pollen", "Dust"});
+  pickHistory({"Asthma"});
+  list().setFocus();
+  QTest::keyClick(&list(), Qt::Key_Insert);
+  EXPECT_EQ(CurrentPatientId, 25002);
+  EXPECT_EQ(rows("SELECT Names, DateOfBirth, AccountNumber, InsuranceCode, InFacilityCode, ZITS "
+                 "FROM Patient WHERE PatientId=25002"),
+            "Brown, Cy|2/29/1980|00417|2|0|null");
+  EXPECT_EQ(historyOf(25002), "1|0 4|1");
+  EXPECT_EQ(shownTexts(list()), (Strings{"Brown, Cy", "Jones, Bob", "Smith, Ann"}));
+  EXPECT_EQ(selectedRows(list()), std::vector<int>{0});
+}
+
+TEST_F(PatientEditorTest, AMarkOutlivesTheChangeOfTypeWithoutItsStar) {
+  edit([&](QWidget& editor) {
+    clickRow(history(editor), 0);
+    click(editor, "Command2");
+    EXPECT_EQ(history(editor).text(0), "*Pollen");
+    control<ComboBox>(editor, "CBSicknessType").setListIndex(1);
+    EXPECT_EQ(history(editor).count(), 0);
+    control<ComboBox>(editor, "CBSicknessType").setListIndex(0);
+    EXPECT_EQ(history(editor).text(0), "Pollen");
+    EXPECT_TRUE(selectedRows(history(editor)).empty());
+    clickRow(history(editor), 0);
+    click(editor, "Command2");
+    EXPECT_EQ(history(editor).text(0), "ollen") << "the mark is taken back, with a letter";
+    click(editor, "Command2");
+    type(control<QWidget>(editor, "TxtNames"), "Smith, Anna");
+    click(editor, "btnOk");
+  });
+  EXPECT_EQ(historyOf(25000), "");
+  EXPECT_EQ(rows("SELECT Names, ZITS FROM Patient WHERE PatientId=25000"),
+            "Smith, Anna|6/15/2003 2:05:09 PM");
+  EXPECT_EQ(list().text(1), "Smith, Anna");
+}
+
+TEST_F(PatientEditorTest, AHistoryRowThatFailsIsToldAndTheRestIsStored) {
+  edit(
+      [&](QWidget& editor) {
+        click(editor, "Command1");
+        EXPECT_EQ(shownTexts(history(editor)), (Strings{"Pollen", "Pollen", "Dust"}));
+        click(editor, "btnOk");
+      },
+      {"Pollen", "Dust"});
+  EXPECT_EQ(takeMessages(), Strings{"This item is in the medical history already."});
+  EXPECT_TRUE(RecordSaved);
+  EXPECT_EQ(historyOf(25000), "1|0 3|0");
+}
+
+TEST_F(PatientEditorTest, WhatIsRefusedStaysInTheDialog) {
+  edit([&](QWidget& editor) {
+    RecordSaved = false;
+    type(control<QWidget>(editor, "TxtNames"), "O'Brien");
+    control<DatePicker>(editor, "DTDOB").setValue(day(2031, 1, 1));
+    clickRow(history(editor), 0);
+    click(editor, "Command2");
+    click(editor, "btnOk");
+    EXPECT_EQ(takeMessages().size(), 1U);
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_FALSE(RecordSaved);
+    EXPECT_EQ(control<QLineEdit>(editor, "TxtNames").text(), "O'Brien");
+    EXPECT_EQ(control<DatePicker>(editor, "DTDOB").value(), day(2031, 1, 1));
+    EXPECT_EQ(historyOf(25000), "1|0");
+    type(control<QWidget>(editor, "TxtNames"), "OBrien");
+    control<QLineEdit>(editor, "TxtAccount").setText(QString(300, '7'));
+    click(editor, "btnOk");
+    EXPECT_EQ(takeMessages(),
+              Strings{"AccountNumber is too long: at most 255 characters can be stored."});
+    type(control<QWidget>(editor, "TxtAccount"), "");
+    control<QLineEdit>(editor, "TxtAccount").clear();
+    click(editor, "btnOk");
+  });
+  EXPECT_EQ(rows("SELECT Names, DateOfBirth, AccountNumber FROM Patient WHERE PatientId=25000"),
+            "OBrien|1/1/2031|");
+  EXPECT_EQ(historyOf(25000), "");
+}
+
+TEST_F(PatientEditorTest, NumbersAreUsedUpAt32767WithTwoMessages) {
+  run("INSERT INTO Patient (PatientId, InsuranceCode) VALUES (32767, 1)");
+  script.in("frmEditPatient", [&](QWidget& editor) {
+    click(editor, "btnOk");
+    EXPECT_EQ(takeMessages(), (Strings{"Overflow", ""}));
+    EXPECT_EQ(CurrentPatientId, 0);
+    QTest::keyClick(&editor, Qt::Key_Escape);
+  });
+  trigger(window(), "NewPatient");
+  EXPECT_FALSE(RecordSaved);
+}
+
+TEST_F(PatientEditorTest, AMissingInsuranceOrBirthdaySelectsTheFirst) {
+  run("PRAGMA foreign_keys=OFF");
+  run("UPDATE Patient SET InsuranceCode=9, DateOfBirth=NULL WHERE PatientId=25000");
+  edit([&](QWidget& editor) {
+    EXPECT_EQ(control<ComboBox>(editor, "CBSeguros").ListIndex(), 0);
+    EXPECT_EQ(control<DatePicker>(editor, "DTDOB").value(), day(1800, 1, 1));
+    click(editor, "btnOk");
+  });
+  EXPECT_EQ(rows("SELECT InsuranceCode FROM Patient WHERE PatientId=25000"), "1");
+}
+
+TEST_F(PatientEditorTest, WithoutCataloguesOrPatientOnlyTheMessageIsSeen) {
+  RecordSaved = true;
+  CurrentPatientId = 7;
+  frmEditPatient().showModal();
+  EXPECT_EQ(takeMessages(), Strings{"Record not found.  Please report this error!"});
+  run("PRAGMA foreign_keys=OFF");
+  for (const char* table : {"PatientCharges", "PatientHistory", "Sickness", "SicknessType"})
+    run(std::string("DELETE FROM ") + table);
+  frmEditPatient().showModal();
+  EXPECT_EQ(takeMessages(), Strings{"You have to define Sickness Types First!"});
+  run("DELETE FROM Patient");
+  run("DELETE FROM Insurance");
+  frmEditPatient().showModal();
+  EXPECT_EQ(takeMessages(), Strings{"You have to define Insurances First!"});
+  EXPECT_TRUE(RecordSaved) << "a load that fails leaves it";
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,228 @@
+#include <QApplication>
+#include <QTest>
+
+#include "core/Principal.h"
+#include "core/Settings.h"
+#include "patients/frmPatients.h"
+#include "tests/forms/FormsFixture.h"
+
+namespace bw {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+// Patients 25000 (admitted, with a charge) and 25001 of the small office, and the doubles of 25010
+// to 25019.
+class PatientsViewTest : public FormsTest {
+ protected:
+  PatientsViewTest() {
+    SaveSetting(kApplicationTitle, "Settings", "ActiveView", "1");
+    add(25010, "Mu\u00f1oz, Eva", "2001/02/03", "B1");
+    add(25011, "MU\u00d1OZ, EVA", "1999/01/01", "C1");
+    add(25012, "\u0418\u0432\u0430\u043d\u043e\u0432", "2001/02/03", "c1  ");
+    add(25013, "\u0418\u0412\u0410\u041d\u041e\u0412", "2001/02/03", "");
+    add(25014, "", "1950/01/01", "D1");
+  }
+
+  static void add(int id, const std::string& names, const char* born, const char* account) {
+    run("INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
+        "(" +
+        std::to_string(id) + ", '" + names + "', #" + born + "#, '" + account + "', 1)");
+  }
+  ListView& list() { return control<ListView>(frmPatients(), "ListView1"); }
+  int rowOf(const std::string& names) {
+    for (int row = 0; row < list().count(); ++row)
+      if (list().text(row) == names) return row;
+    throw std::runtime_error("no patient " + names);
+  }
+};
+
+TEST_F(PatientsViewTest, EachFilterShowsItsPatientsInItsOrder) {
+  openMainWindow();
+  const std::string bob = "Jones, Bob";
+  const std::string eva = "Mu\u00f1oz, Eva";
+  const std::string evaLoud = "MU\u00d1OZ, EVA";
+  const std::string ivan = "\u0418\u0432\u0430\u043d\u043e\u0432";
+  const std::string ivanLoud = "\u0418\u0412\u0410\u041d\u041e\u0412";
+  const std::string ann = "Smith, Ann";
+  const struct {
+    std::int16_t filter;
+    Strings names;
+  } cases[] = {{0, {"", bob, eva, evaLoud, ann, ivan, ivanLoud}},
+               {1, {"", ivanLoud}},
+               {2, {ann}},
+               {3, {"", bob, eva, evaLoud, ivan, ivanLoud}},
+               {15, {eva, ivan, ivanLoud}},
+               {16, {eva, evaLoud, ivan, ivanLoud}},
+               {17, {ivan, ivanLoud}},
+               {18, {evaLoud, ivan}}};
+  for (const auto& [filter, names] : cases) {
+    window().CambiaAVista(1, filter);
+    EXPECT_EQ(shownTexts(list()), names) << "filter " << filter;
+    EXPECT_EQ(selectedRows(list()), std::vector<int>{0});
+  }
+  // A filter of another view has no statement.
+  EXPECT_NO_THROW(window().CambiaAVista(1, 7));
+  EXPECT_THROW(frmPatients().Refresca(), RuntimeError);
+}
+
+TEST_F(PatientsViewTest, FilterAndLayoutSurviveTheProgramButNotRubbish) {
+  openMainWindow();
+  window().CambiaAVista(1, 16);
+  list().setWidth(list().columnOf("FacilityName"), 900);
+  closeMainWindow();
+  EXPECT_EQ(GetSetting(kApplicationTitle, "Patients", "ActiveFilter", ""), "16");
+  EXPECT_EQ(GetSetting(kApplicationTitle, "Patients", "FacilityNameWidth", ""), "900");
+  SaveSetting(kApplicationTitle, "Patients", "ActiveFilter", "none");
+  openMainWindow();
+  EXPECT_EQ(list().Width(list().columnOf("FacilityName")), 900);
+}
+
+TEST_F(PatientsViewTest, ColumnClicksPutKeysInFront) {
+  openMainWindow();
+  clickHead(list(), list().columnOf("AccountNumber"));
+  EXPECT_EQ(shownTexts(list(), 4), (Strings{"", "A1", "A2", "B1", "C1", "c1  ", "D1"}));
+  clickHead(list(), list().columnOf("DateOfBirth"));
+  EXPECT_EQ(shownTexts(list(), 4), (Strings{"D1", "A1", "A2", "C1", "", "B1", "c1  "}));
+  clickRow(list(), 3);
+  clickHead(list(), list().columnOf("DateOfBirth"));
+  EXPECT_EQ(shownTexts(list(), 4), (Strings{"D1", "A1", "A2", "C1", "", "B1", "c1  "}));
+  EXPECT_EQ(selectedRows(list()), std::vector<int>{0}) << "filled again all the same";
+}
+
+TEST_F(PatientsViewTest, GoingToARowMakesItThePatientOfTheCharges) {
+  openMainWindow();
+  clickRow(list(), rowOf("Smith, Ann"));
+  EXPECT_EQ(CurrentPatientId, 25000);
+  list().setFocus();
+  QTest::keyClick(&list(), Qt::Key_Home);
+  EXPECT_EQ(CurrentPatientId, 25014);
+  QTest::keyClick(&list(), Qt::Key_Down);
+  EXPECT_EQ(CurrentPatientId, 25001);
+}
+
+TEST_F(PatientsViewTest, DeletingSeveralKeepsTheRowThatChargesUse) {
+  openMainWindow();
+  window().CambiaAVista(1, 0);
+  clickRow(list(), rowOf("Jones, Bob"));
+  clickRow(list(), rowOf("Smith, Ann"), Qt::ControlModifier);
+  clickRow(list(), rowOf("Mu\u00f1oz, Eva"), Qt::ControlModifier);
+  answer(false);
+  QTest::keyClick(&list(), Qt::Key_Delete);
+  EXPECT_EQ(list().count(), 7);
+  EXPECT_EQ(selectedRows(list()).size(), 3U);
+  answer(true);
+  trigger(window(), "Eliminar");
+  EXPECT_EQ(takeQuestions(),
+            (Strings{2, "Are You sure you want to delete the selected Patients?"}));
+  EXPECT_EQ(takeMessages(), Strings{"This record cannot be deleted: charges still use it."});
+  EXPECT_EQ(rows("SELECT PatientId FROM Patient"), "25000 25011 25012 25013 25014");
+  EXPECT_EQ(list().count(), 5);
+  EXPECT_EQ(CurrentPatientId, 25001) << "the last row touched";
+}
+
+TEST_F(PatientsViewTest, OfSeveralSelectedOnlyTheLowestIsAdmitted) {
+  openMainWindow();
+  window().CambiaAVista(1, 3);
+  list().selectAll();
+  script.in("frmAdmitPatient", [](QWidget& dialog) { click(dialog, "OKButton"); });
+  trigger(window(), "Admit");
+  EXPECT_EQ(rows("SELECT PatientId FROM Patient WHERE InFacilityCode=1"), "25000 25013");
+  const int row = rowOf("\u0418\u0412\u0410\u041d\u041e\u0412");
+  EXPECT_EQ(selectedRows(list()), std::vector<int>{row});
+  EXPECT_EQ(shownTexts(list(), 3)[static_cast<std::size_t>(row)], "General")
+      << "the row stays until the filter is chosen again";
+  frmPatients().Refresca();
+  EXPECT_EQ(list().count(), 5);
+}
+
+TEST_F(PatientsViewTest, AFailingStatementLeavesTheListAsItWas) {
+  openMainWindow();
+  run("DROP VIEW PatientsDescriptiveAdmitted");
+  window().CambiaAVista(1, 2);
+  EXPECT_EQ(list().count(), 7);
+  EXPECT_EQ(takeMessages(), Strings{"SELECT * FROM PatientsDescriptiveAdmitted "
+                                    "no such table: PatientsDescriptiveAdmitted"});
+}
+
+// Merge. The charge of 25000 was entered at kSeedDate and kSeedTime.
+class MergeTest : public PatientsViewTest {
+ protected:
+  MergeTest() {
+    openMainWindow();
+    charge(25001, "09:00:00");
+    charge(25010, "08:30:00");
+    charge(25010, "10:00:00");
+  }
+  static void charge(int id, const char* time) {
+    run("INSERT INTO PatientCharges VALUES (" + std::to_string(id) + ", #06/01/2003#, #" + time +
+        "#, #06/01/2003#, 1, 1, 1, 2, 1, 7)");
+  }
+  void select(const Strings& names) {
+    list().clearSelected();
+    for (const std::string& name : names) clickRow(list(), rowOf(name), Qt::ControlModifier);
+  }
+  static std::string owners() {
+    return rows("SELECT PatientId, count(*) FROM PatientCharges GROUP BY 1 ORDER BY 1");
+  }
+};
+
+TEST_F(MergeTest, OneWhoseChargesCollideKeepsThemAllTheOthersAreMoved) {
+  select({"Smith, Ann", "Jones, Bob", "Mu\u00f1oz, Eva", "\u0418\u0432\u0430\u043d\u043e\u0432"});
+  script.in("frmMergePatients", [&](QWidget& dialog) {
+    auto& choice = control<ListView>(dialog, "ListView1");
+    EXPECT_EQ(shownTexts(choice), (Strings{"Smith, Ann", "Jones, Bob", "Mu\u00f1oz, Eva",
+                                           "\u0418\u0432\u0430\u043d\u043e\u0432"}));
+    click(dialog, "btnOk");
+    EXPECT_EQ(takeMessages(),
+              (Strings{"Mu\u00f1oz, Eva : Both patients have a charge that was entered on the same "
+                       "date at the same time. Nothing was moved.",
+                       "\u0418\u0432\u0430\u043d\u043e\u0432 : No Charges to transfer!"}));
+    EXPECT_EQ(owners(), "25000|2 25010|2");
+    EXPECT_TRUE(dialog.isVisible() && RecordSaved);
+    clickRow(choice, 2);  // the other way round the same charge is in the way
+    click(dialog, "btnOk");
+    EXPECT_EQ(takeMessages().size(), 3U);
+    EXPECT_EQ(owners(), "25000|2 25010|2");
+    click(dialog, "btnCancel");
+  });
+  trigger(window(), "Merge");
+  EXPECT_EQ(MergeSelection, "0000025012000002500000000250100000025001");
+  EXPECT_FALSE(RecordSaved);
+  EXPECT_EQ(rows("SELECT DiagnosisCode FROM ChargeDiagnosis WHERE PatientId=25000"), "1");
+  EXPECT_EQ(rows("SELECT Status, PrintLot FROM PatientCharges WHERE ChargeTime='09:00:00'"), "1|7");
+  EXPECT_EQ(count("Patient"), "7");
+}
+
+TEST_F(MergeTest, OnlyTheCloseBoxAfterAMergeReadsTheViewAgain) {
+  select({"Smith, Ann", "Jones, Bob"});
+  script.in("frmMergePatients", [](QWidget& dialog) {
+    control<ListView>(dialog, "ListView1").clearSelected();
+    click(dialog, "btnOk");  // nothing selected: nothing moves, without a word
+    dialog.close();
+  });
+  takeStatements();
+  trigger(window(), "Merge");
+  EXPECT_EQ(takeStatements(),
+            (Strings{"SELECT * FROM PatientsDescriptive Where PatientId =  25000 or "
+                     "PatientId =  25001",
+                     "SELECT * FROM PatientsDescriptive"}));
+  EXPECT_EQ(owners(), "25000|1 25001|1 25010|2");
+}
+
+TEST_F(MergeTest, FewerThanTwoPatientsGetAMessageAndNoDialog) {
+  for (const Strings& names : {Strings{}, Strings{"Smith, Ann"}}) {
+    select(names);
+    trigger(window(), "Merge");
+    EXPECT_EQ(takeMessages(), Strings{"You have to select at least 2 patients!"});
+  }
+  select({"Smith, Ann", ""});
+  run("DELETE FROM Patient WHERE PatientId=25014");
+  trigger(window(), "Merge");
+  EXPECT_EQ(takeMessages(),
+            Strings{"At least two patients need to be selected to proceed with this "
+                    "operation!"});
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,194 @@
+#include "viewer/Document.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "tests/viewer/SampleDocument.h"
+#include "viewer/TextRows.h"
+#include "viewer/Windows1252.h"
+
+namespace bw {
+
+namespace {
+
+Document documentOf(const std::string& text) { return Document(DocumentBytes(text)); }
+
+std::string textsOf(const Document& document, std::size_t page) {
+  return utf8(plainText(textRows(document.parse(page).items), document.pageCount()));
+}
+
+std::string cell(int page, const std::string& text) {
+  return sampleText({.page = page, .text = text});
+}
+
+class FileDocument : public ::testing::Test {
+ protected:
+  void write(const std::string& text) {
+    std::ofstream(path_, std::ios::binary | std::ios::trunc) << text;
+  }
+  void TearDown() override { std::filesystem::remove(path_); }
+
+  std::string path_ = (std::filesystem::temp_directory_path() /
+                       ("document-test-" + std::to_string(::getpid()) + ".myv"))
+                          .string();
+};
+
+}  // namespace
+
+struct DamageCase {
+  const char* name;
+  std::string text;
+  Fault fault;
+  std::size_t line;
+  std::size_t pages;
+};
+
+class Damaged : public ::testing::TestWithParam<DamageCase> {};
+
+TEST_P(Damaged, IsShownUpToTheLineThatIsNamed) {
+  const DamageCase& damaged = GetParam();
+  const Document document = documentOf(damaged.text);
+  EXPECT_EQ(document.damage().fault, damaged.fault);
+  EXPECT_EQ(document.damage().line, damaged.line);
+  EXPECT_EQ(document.pageCount(), damaged.pages);
+  const bool numbered = damaged.fault != Fault::none && damaged.fault != Fault::empty;
+  EXPECT_EQ(sentence(document.damage()).find("Line " + std::to_string(damaged.line)) == 0,
+            numbered);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Documents, Damaged,
+    ::testing::Values(
+        DamageCase{"whole", sampleHead() + cell(1, "a") + cell(2, "b"), Fault::none, 0, 2},
+        DamageCase{"headOnly", "MYVIEWER10,8,11", Fault::none, 0, 0},
+        DamageCase{"empty", "", Fault::empty, 1, 0},
+        DamageCase{"rubbish", std::string("\x00\xFF\n\n,,", 6), Fault::foreign, 1, 0},
+        DamageCase{"sizeIsNoNumber", sampleHead("nan,11") + cell(3, "a"), Fault::pageSize, 1, 3},
+        DamageCase{"sizeTooLarge", sampleHead("8,1e308") + cell(1, "a"), Fault::pageSize, 1, 1},
+        DamageCase{"heightMissing", "MYVIEWER10,8\r\n" + cell(1, "a"), Fault::pageSize, 1, 1},
+        DamageCase{"fieldsMissing", sampleHead() + cell(1, "a") + "1,2,3\r\n" + cell(2, "b"),
+                   Fault::fields, 3, 1},
+        DamageCase{"pageZero", sampleHead() + cell(0, "a"), Fault::pageNumber, 2, 0},
+        DamageCase{"pageBillion", sampleHead() + cell(1, "a") + cell(1000000000, "b"),
+                   Fault::pageNumber, 3, 1},
+        DamageCase{"pageNegative", sampleHead() + cell(-1, "a"), Fault::pageNumber, 2, 0},
+        DamageCase{"endlessLine", sampleHead() + cell(1, std::string(10'000'000, ',')),
+                   Fault::tooLong, 2, 0},
+        DamageCase{"lastLineWithoutEnd", sampleHead() + cell(1, "a") + "1,936", Fault::fields, 3,
+                   1}),
+    [](const auto& damaged) { return damaged.param.name; });
+
+TEST(Document, PagesScatteredOverTheFileComeTogether) {
+  const Document document = documentOf(sampleHead() + cell(3, "c1") + cell(1, "a1") + "\r\n" +
+                                       cell(3, "c2") + cell(1, "a2") + cell(1, "a3"));
+  ASSERT_EQ(document.pageCount(), 3U);
+  EXPECT_EQ(textsOf(document, 1), "a1\ta2\ta3\n");
+  EXPECT_EQ(textsOf(document, 2), "");
+  EXPECT_EQ(textsOf(document, 3), "c1\tc2\n");
+  EXPECT_TRUE(document.parse(4).items.empty());
+}
+
+TEST(Document, LineNumberOfAnUnusableItemCountsAllLines) {
+  const Document document = documentOf(sampleHead() + cell(1, "a") + cell(2, "b") + "\r\n" +
+                                       cell(1, "c") + sampleShape(1, "1e308,1,1,1"));
+  EXPECT_EQ(document.parse(1).unusableLine, 6U);
+  EXPECT_EQ(document.parse(2).unusableLine, 0U);
+  EXPECT_EQ(document.parse(1).items.size(), 2U);
+}
+
+TEST(Document, LargeDocumentHasItsPagesAndRows) {
+  const Document document = documentOf(sampleList(10'000));
+  EXPECT_FALSE(document.damage());
+  ASSERT_EQ(document.pageCount(), 176U);
+  EXPECT_NE(textsOf(document, 1).find("1 of 176"), std::string::npos);
+  EXPECT_NE(textsOf(document, 176).find("110000\t"), std::string::npos);
+}
+
+TEST(PageItems, FieldsOfAText) {
+  const auto item = parseItem("1,720,-7.5,1440,288,1,0,2,1,,,32768,,Times New Roman,12,1,0,,a,b,");
+  ASSERT_TRUE(item);
+  EXPECT_EQ(item->kind, ItemKind::text);
+  EXPECT_EQ(item->x, 720);
+  EXPECT_EQ(item->y, -7.5);
+  EXPECT_EQ(item->align, Align::end);
+  EXPECT_EQ(item->valign, Align::centre);
+  EXPECT_EQ(item->colour, 0x8000U);
+  EXPECT_EQ(item->fontSize, 12);
+  EXPECT_TRUE(item->bold && item->caption && item->pageTotal);
+  EXPECT_EQ(item->text, "a,b,");
+}
+
+TEST(PageItems, OutlineIsTheFirstColourAndInsideTheSecond) {
+  const auto item = parseItem("2,720,1,2,3,0,2,,,,,0,16777215,,,,,28.8,");
+  ASSERT_TRUE(item);
+  EXPECT_EQ(item->kind, ItemKind::shape);
+  EXPECT_EQ(item->colour, 0U);
+  EXPECT_EQ(item->fill, 0xFFFFFFU);
+  EXPECT_EQ(item->lineWidth, 28.8);
+}
+
+TEST(PageItems, NumbersThatCannotBeUsedLeaveTheItemOut) {
+  const std::vector<std::string> texts = {"nan,0,1,1",  "inf,0,1,1", "1e308,0,1,1", "-1e9,0,1,1",
+                                          "0x10,0,1,1", ",0,1,1",    " 1,0,1,1",    "1,2,3,1e400"};
+  for (const std::string& box : texts) {
+    EXPECT_FALSE(parseItem("1," + box + ",,0,0,0,,,0,,Times New Roman,10,0,1,,t")) << box;
+  }
+  for (const std::string size : {"0", "-1", "1000000000", "nan", ""}) {
+    EXPECT_FALSE(parseItem("1,0,0,1,1,,0,0,0,,,0,,Times New Roman," + size + ",0,1,,t")) << size;
+  }
+  EXPECT_FALSE(parseItem("1,0,0,1,1,,1,0,0,,,0,,Times New Roman,10,0,1,,t"));
+  EXPECT_TRUE(parseItem("1,1E-05,0,-72,1,,0,0,0,,,0,,Times New Roman,10,0,1,,t"));
+}
+
+TEST(PageItems, TokenIsReplacedOnlyWhereItIsFlagged) {
+  PageItem item;
+  item.text = "3 of #TotalPaginas";
+  EXPECT_EQ(itemText(item, 12), u"3 of #TotalPaginas");
+  item.pageTotal = true;
+  EXPECT_EQ(itemText(item, 12), u"3 of 12");
+}
+
+TEST(Windows1252, BytesAboveAsciiAndControls) {
+  EXPECT_EQ(fromWindows1252("A\xE9\x80\x9F\x81\t\x7F"), u"A\u00E9\u20AC\u0178\uFFFD  ");
+  EXPECT_EQ(utf8(u"A\u00E9\u20AC"), "A\xC3\xA9\xE2\x82\xAC");
+}
+
+TEST(TextRows, OrderOfReadingWithoutCaptionsAndShapes) {
+  const Document document =
+      documentOf(sampleHead() + sampleText({.box = "5000,1000,1,1", .text = "right"}) +
+                 sampleText({.box = "100,1216,1,1", .text = "below"}) +
+                 sampleText({.box = "100,1014.4,1,1", .text = "left"}) +
+                 sampleText({.box = "100,1000,1,1", .look = "6,0,0", .text = "caption"}) +
+                 sampleText({.box = "90,1000,1,1", .text = ""}) + sampleShape(1, "1,1000,1,1"));
+  EXPECT_EQ(textsOf(document, 1), "left\tright\nbelow\n");
+}
+
+TEST_F(FileDocument, BigFileThatShrinksWhileItIsShown) {
+  const std::string text = sampleList(20'000);
+  ASSERT_GT(text.size(), DocumentBytes::kInMemory);
+  write(text);
+  std::error_code error;
+  const auto document = Document::open(path_, error);
+  ASSERT_TRUE(document) << error.message();
+  const std::size_t last = document->pageCount();
+  write("MYVIEWER10,8,11\r\n");
+  EXPECT_NE(textsOf(*document, last).find("120000\t"), std::string::npos);
+}
+
+TEST_F(FileDocument, WhatIsNoRegularFileIsRefused) {
+  std::error_code error;
+  EXPECT_EQ(Document::open(path_ + ".none", error), nullptr);
+  EXPECT_EQ(error, std::errc::no_such_file_or_directory);
+  EXPECT_EQ(Document::open(std::filesystem::temp_directory_path().string(), error), nullptr);
+  EXPECT_EQ(error, std::errc::is_a_directory);
+  EXPECT_EQ(Document::open("/dev/zero", error), nullptr);
+  EXPECT_TRUE(error);
+}
+
+}  // namespace bw

@@ -1,0 +1,140 @@
+#include "viewer/Printing.h"
+
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QFile>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPageRanges>
+#include <QPainter>
+#include <QPrinter>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include "tests/viewer/SampleDocument.h"
+#include "viewer/PagePainter.h"
+
+namespace bw {
+
+namespace {
+
+bool goOn(std::size_t, std::size_t) { return true; }
+
+qsizetype pagesIn(const QByteArray& pdf) {
+  static const QRegularExpression page("/Type /Page\\b");
+  return QString::fromLatin1(pdf).count(page);
+}
+
+class Printed : public ::testing::Test {
+ protected:
+  Printed() {
+    printer_.setOutputFormat(QPrinter::PdfFormat);
+    printer_.setOutputFileName(folder_.filePath("out.pdf"));
+    printer_.setPageSize(QPageSize(QPageSize::Letter));
+  }
+
+  QByteArray result() {
+    QFile file(folder_.filePath("out.pdf"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+
+  QTemporaryDir folder_;
+  QPrinter printer_{QPrinter::HighResolution};
+  Document document_{DocumentBytes(sampleList(57 * 5))};  // five pages
+};
+
+}  // namespace
+
+TEST_F(Printed, PagesOfTheRangeTimesTheCopies) {
+  ASSERT_EQ(document_.pageCount(), 5U);
+  printer_.setPrintRange(QPrinter::PageRange);
+  printer_.setPageRanges(QPageRanges::fromString("2-3,5,9"));
+  printer_.setCopyCount(2);
+  const auto pages = chosenPages(printer_, document_.pageCount(), 4);
+  EXPECT_EQ(pages, (std::vector<std::size_t>{2, 3, 5}));
+  EXPECT_EQ(printPages(printer_, document_, pages, goOn), Outcome::done);
+  const int copiesMade = printer_.supportsMultipleCopies() ? 1 : 2;
+  EXPECT_EQ(pagesIn(result()), 3 * copiesMade);
+}
+
+TEST_F(Printed, ChoiceOfPages) {
+  EXPECT_EQ(chosenPages(printer_, 3, 2), (std::vector<std::size_t>{1, 2, 3}));
+  printer_.setPageOrder(QPrinter::LastPageFirst);
+  EXPECT_EQ(chosenPages(printer_, 3, 2), (std::vector<std::size_t>{3, 2, 1}));
+  printer_.setPrintRange(QPrinter::CurrentPage);
+  EXPECT_EQ(chosenPages(printer_, 3, 2), (std::vector<std::size_t>{2}));
+  printer_.setPrintRange(QPrinter::PageRange);
+  printer_.setFromTo(2, 3);
+  EXPECT_EQ(chosenPages(printer_, 3, 1), (std::vector<std::size_t>{3, 2}));
+  printer_.setPageRanges(QPageRanges::fromString("7-9"));
+  EXPECT_TRUE(chosenPages(printer_, 3, 2).empty());
+}
+
+TEST_F(Printed, WideDocumentTurnsThePaperAndKeepsIt) {
+  preparePrinter(printer_, Document(DocumentBytes(sampleHead("11,8.2"))), "x");
+  EXPECT_EQ(printer_.pageLayout().orientation(), QPageLayout::Landscape);
+  EXPECT_EQ(printer_.pageLayout().pageSize().id(), QPageSize::Letter);
+}
+
+TEST_F(Printed, StoppedWorkSaysSo) {
+  const auto stopAtTwo = [](std::size_t done, std::size_t) { return done < 2; };
+  EXPECT_EQ(printPages(printer_, document_, {1, 2, 3}, stopAtTwo), Outcome::stopped);
+  QBuffer buffer;
+  ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
+  EXPECT_EQ(writePdf(buffer, document_, "x", stopAtTwo), Outcome::stopped);
+}
+
+TEST_F(Printed, PdfHasAllPagesInTheirSizeAndItsFontsWithin) {
+  QBuffer buffer;
+  ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
+  ASSERT_EQ(writePdf(buffer, document_, "Patients", goOn), Outcome::done);
+  const QByteArray pdf = buffer.data();
+  EXPECT_EQ(pagesIn(pdf), 5);
+  EXPECT_TRUE(pdf.contains("/MediaBox [0 0 576 792]") || pdf.contains("576.000000 792.000000"))
+      << pdf.mid(pdf.indexOf("/MediaBox"), 60).toStdString();
+  EXPECT_TRUE(pdf.contains("/FontFile2"));
+  EXPECT_TRUE(pdf.contains("/ToUnicode"));
+}
+
+TEST(PagePainter, TextRunsOnOverItsBoxByItsAlignment) {
+  PagePainter painter;
+  PageItem item;
+  item.x = 1000;
+  item.y = 2000;
+  item.width = 100;
+  item.height = 360;
+  item.fontSize = 10;
+  item.text = "much longer than its box";
+  item.valign = Align::centre;
+  const QRectF left = painter.textRect(item, 1);
+  EXPECT_EQ(left.left(), 1000);
+  EXPECT_GT(left.right(), 1100);
+  EXPECT_NEAR(left.center().y(), 2180, 1e-6);
+  item.align = Align::end;
+  const QRectF right = painter.textRect(item, 1);
+  EXPECT_NEAR(right.right(), 1100, 1e-6);
+  EXPECT_EQ(right.width(), left.width());
+  item.align = Align::centre;
+  EXPECT_NEAR(painter.textRect(item, 1).center().x(), 1050, 1e-6);
+}
+
+TEST(PagePainter, ExtremesAreDrawnWithoutFailure) {
+  const Document document{DocumentBytes(
+      sampleHead() + sampleShape(1, "-1440000,-1440000,1440000,1440000") +
+      sampleShape(1, "1000,1000,-72,360") + sampleShape(1, "0,0,0,0", "4294967295,-1", "1440000") +
+      sampleText({.box = "1440000,1440000,-1440000,1440000", .look = "500,1,1", .text = "huge"}) +
+      sampleText({.look = "0.01,0,1", .text = std::string(30'000, 'W')}))};
+  EXPECT_EQ(document.parse(1).items.size(), 5U);
+  PagePainter pagePainter;
+  for (const double scale : {1e-3, 0.0667, 0.53}) {
+    QImage image(200, 200, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.scale(scale, scale);
+    pagePainter.paint(painter, document.parse(1), 1, QRectF(-1e7, -1e7, 2e7, 2e7));
+    EXPECT_TRUE(painter.end());
+  }
+}
+
+}  // namespace bw

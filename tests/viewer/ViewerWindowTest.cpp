@@ -1,0 +1,301 @@
+#include "viewer/ViewerWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QNativeGestureEvent>
+#include <QPointingDevice>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "tests/viewer/SampleDocument.h"
+
+namespace bw {
+
+namespace {
+
+constexpr int kPages = 5;
+constexpr int kPatience = 5000;  // milliseconds
+
+class Viewer : public ::testing::Test {
+ protected:
+  Viewer() {
+    write(sampleList(57 * kPages, "~"));
+    window_.openDocument(path());
+    window_.resize(900, 700);
+    window_.show();
+  }
+
+  QString path(const char* name = "list.myv") const { return folder_.filePath(name); }
+
+  void write(const std::string& text) {
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(text.data(), static_cast<qint64>(text.size())),
+              static_cast<qint64>(text.size()));
+  }
+
+  QByteArray read(const QString& name) {
+    QFile file(name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+
+  template <class T>
+  T* part(const char* name) {
+    T* found = window_.findChild<T*>(name);
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+
+  void run(const char* command) { part<QAction>(command)->trigger(); }
+
+  QString trouble() {
+    auto* label = part<QLabel>("trouble");
+    return label->isHidden() ? QString() : label->text();
+  }
+
+  QString copied() {
+    QApplication::clipboard()->clear();
+    run("copy");
+    return QApplication::clipboard()->text();
+  }
+
+  void drag(const QPoint& from, const QPoint& to) {
+    QWidget* area = view()->viewport();
+    QTest::mousePress(area, Qt::LeftButton, {}, from);
+    QTest::mouseMove(area, (from + to) / 2);
+    QTest::mouseMove(area, to);
+    QTest::mouseRelease(area, Qt::LeftButton, {}, to);
+  }
+
+  // Where a place of page 1 is on the viewport, from twips; the view stands at its top.
+  QPoint place(double x, double y) {
+    const double scale = view()->zoom() * view()->logicalDpiX() / kTwipsPerInch;
+    const int left = (view()->viewport()->width() - qRound(11520 * scale)) / 2;
+    return {qRound(x * scale) + left, qRound(y * scale) + PageLayout::kGap};
+  }
+
+  PageView* view() { return part<PageView>("pageView"); }
+
+  QTemporaryDir folder_;
+  ViewerWindow window_;
+};
+
+}  // namespace
+
+TEST_F(Viewer, PageBoxAndPagesFollowEachOther) {
+  auto* box = part<QSpinBox>("pageBox");
+  EXPECT_EQ(box->maximum(), kPages);
+  EXPECT_EQ(box->text(), "1 / 5");
+  run("typePage");
+  QTest::keyClicks(box, "4");
+  QTest::keyClick(box, Qt::Key_Return);
+  EXPECT_EQ(view()->currentPage(), 4U);
+  run("nextPage");
+  EXPECT_EQ(box->value(), 5);
+  run("nextPage");
+  EXPECT_EQ(box->value(), 5);
+  QTest::keyClick(view(), Qt::Key_Home);
+  EXPECT_EQ(box->value(), 1);
+  QTest::keyClick(view(), Qt::Key_End);
+  EXPECT_EQ(box->value(), 5);
+}
+
+TEST_F(Viewer, ZoomKeepsThePageAndFitEndsWithIt) {
+  run("fitPage");
+  EXPECT_TRUE(part<QAction>("fitPage")->isChecked());
+  const double whole = view()->zoom();
+  window_.resize(900, 500);
+  EXPECT_LT(view()->zoom(), whole);
+  view()->goToPage(3);
+  run("naturalSize");
+  EXPECT_EQ(view()->zoom(), 1);
+  EXPECT_FALSE(part<QAction>("fitPage")->isChecked());
+  EXPECT_EQ(view()->currentPage(), 3U);
+  QWheelEvent wheel(QPointF(100, 100), view()->mapToGlobal(QPointF(100, 100)), {}, {0, 240},
+                    Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(view()->viewport(), &wheel);
+  EXPECT_NEAR(view()->zoom(), 1.15 * 1.15, 1e-9);
+  run("fitWidth");
+  const double wide = view()->zoom();
+  QNativeGestureEvent pinch(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2,
+                            QPointF(100, 100), QPointF(100, 100), QPointF(100, 100), 0.25, {});
+  QApplication::sendEvent(view()->viewport(), &pinch);
+  EXPECT_NEAR(view()->zoom(), wide * 1.25, 1e-9);
+  EXPECT_EQ(view()->fit(), PageView::Fit::none);
+  for (int i = 0; i < 30; ++i) run("zoomIn");
+  EXPECT_EQ(view()->zoom(), PageLayout::kMaxZoom);
+  for (int i = 0; i < 30; ++i) run("zoomOut");
+  EXPECT_EQ(view()->zoom(), PageLayout::kMinZoom);
+}
+
+TEST_F(Viewer, FindGoesForwardBackwardAndRound) {
+  run("find");
+  auto* edit = part<QLineEdit>("findText");
+  auto* note = part<QLabel>("findNote");
+  QTest::keyClicks(edit, "MOIRA 228");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return view()->match().has_value(); }, kPatience));
+  EXPECT_EQ(view()->match()->page, 4U);
+  EXPECT_EQ(view()->currentPage(), 4U);
+  EXPECT_EQ(copied(), "Aldern, Moira 228");
+  edit->setText("Moira 57");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return view()->match().has_value(); }, kPatience));
+  const Match only = *view()->match();
+  EXPECT_EQ(only.page, 1U);
+  EXPECT_FALSE(note->text().isEmpty());
+  for (const Qt::KeyboardModifier way : {Qt::NoModifier, Qt::ShiftModifier}) {
+    note->clear();
+    QTest::keyClick(edit, Qt::Key_Return, way);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !note->text().isEmpty(); }, kPatience));
+    EXPECT_EQ(view()->match(), only);
+  }
+  edit->setText("nobody of this name");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !note->text().isEmpty(); }, kPatience));
+  EXPECT_FALSE(view()->match().has_value());
+  run("backToPages");
+  EXPECT_TRUE(edit->parentWidget()->isHidden());
+  EXPECT_TRUE(view()->needle().isEmpty());
+}
+
+TEST_F(Viewer, MatchesOfAPageComeInTheOrderOfReading) {
+  const Document document{
+      DocumentBytes(sampleHead() + sampleText({.box = "100,900,1,1", .text = "abAB"}) +
+                    sampleText({.box = "900,400,1,1", .text = "ab"}) +
+                    sampleText({.box = "100,400,1,1", .look = "6,0,0", .text = "ab"}) +
+                    sampleText({.box = "100,404,1,1", .text = "xab"}))};
+  const auto matches = matchesOnPage(document.parse(1), 1, 1, "Ab");
+  const std::vector<Match> expected = {{1, 3, 1, 2}, {1, 1, 0, 2}, {1, 0, 0, 2}, {1, 0, 2, 2}};
+  EXPECT_EQ(matches, expected);
+}
+
+TEST_F(Viewer, DragCopiesTheTextsThatItTouches) {
+  // Rows stand 216 twips apart in boxes of 360: the middle of the first row's text is at 2268.
+  drag(place(1000, 2250), place(4100, 2500));
+  EXPECT_EQ(copied(), "100001\tAldern, Moira 1\t6/15/1961~\n100002\tAldern, Moira 2\t6/15/1961~\n");
+  drag(place(4100, 2500), place(1800, 2480));
+  EXPECT_EQ(copied(), "Aldern, Moira 2\t6/15/1961~\n");
+  QTest::mouseClick(view()->viewport(), Qt::LeftButton, {}, place(4100, 2500));
+  EXPECT_FALSE(part<QAction>("copy")->isEnabled());
+  QTest::mouseDClick(view()->viewport(), Qt::LeftButton, {}, place(1800, 2270));
+  EXPECT_EQ(copied(), "Aldern, Moira 1\n");
+}
+
+TEST_F(Viewer, SelectedPageIsCopiedWhole) {
+  view()->goToPage(2);
+  run("selectPage");
+  const QStringList lines = copied().split('\n', Qt::SkipEmptyParts);
+  EXPECT_EQ(lines.size(), 59);
+  EXPECT_EQ(lines.last().section('\t', 0, 1), "100114\tAldern, Moira 114");
+}
+
+TEST_F(Viewer, DocumentWrittenAnewKeepsPageAndZoom) {
+  view()->setZoom(1.5);
+  view()->goToPage(3);
+  write(sampleList(57 * 8));
+  auto* box = part<QSpinBox>("pageBox");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return box->maximum() == 8; }, kPatience));
+  EXPECT_EQ(box->value(), 3);
+  EXPECT_EQ(view()->zoom(), 1.5);
+  view()->goToPage(8);
+  write(sampleList(57 * 2));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return box->maximum() == 2; }, kPatience));
+  EXPECT_EQ(box->value(), 2);
+}
+
+TEST_F(Viewer, DocumentReplacedByAnotherFileIsReadAgain) {
+  auto* box = part<QSpinBox>("pageBox");
+  for (const int pages : {7, 6}) {
+    ASSERT_TRUE(QFile::remove(path()));
+    write(sampleList(57 * pages));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return box->maximum() == pages; }, kPatience));
+  }
+}
+
+TEST_F(Viewer, TroubleNamesTheLineAndGoesAway) {
+  EXPECT_EQ(trouble(), "");
+  write(sampleHead() + sampleText({.text = "a"}) + "1,2\r\n");
+  run("reload");
+  EXPECT_TRUE(trouble().startsWith("Line 3 "));
+  write(sampleHead() + sampleText({.text = "a"}) + sampleText({.page = 2, .look = "nan,0,1"}));
+  run("reload");
+  EXPECT_EQ(trouble(), "");
+  run("nextPage");
+  EXPECT_TRUE(trouble().startsWith("Line 3 "));
+  window_.openDocument(path("none.myv"));
+  EXPECT_TRUE(trouble().contains("none.myv"));
+  EXPECT_EQ(part<QSpinBox>("pageBox")->maximum(), 2);
+  window_.openDocument(path());
+  EXPECT_EQ(trouble(), "");
+}
+
+TEST_F(Viewer, DocumentWithoutPagesOffersNothing) {
+  write("");
+  run("reload");
+  for (const char* command : {"print", "savePdf", "exportCsv", "find", "zoomIn", "copy"}) {
+    EXPECT_FALSE(part<QAction>(command)->isEnabled()) << command;
+  }
+  EXPECT_TRUE(part<QAction>("open")->isEnabled());
+  EXPECT_FALSE(trouble().isEmpty());
+}
+
+TEST_F(Viewer, SavedFilesAreWholeAndPrivate) {
+  ASSERT_TRUE(window_.savePdfAs(path("out.pdf")));
+  EXPECT_TRUE(read(path("out.pdf")).startsWith("%PDF-"));
+  ASSERT_TRUE(window_.exportCsvTo(path("out.csv")));
+  const QByteArray csv = read(path("out.csv"));
+  EXPECT_TRUE(csv.contains("100001,\"Aldern, Moira 1\",6/15/1961~"));
+  const auto others = QFile::ReadGroup | QFile::ReadOther;
+  EXPECT_FALSE(QFile::permissions(path("out.csv")) & others);
+  EXPECT_FALSE(window_.exportCsvTo(path("no/such/folder.csv")));
+  EXPECT_TRUE(trouble().contains("folder.csv"));
+}
+
+TEST_F(Viewer, DroppedDocumentIsOpened) {
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(path())});
+  window_.openDocument(path("none.myv"));
+  QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+  QApplication::sendEvent(&window_, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+  QApplication::sendEvent(&window_, &drop);
+  EXPECT_EQ(trouble(), "");
+}
+
+TEST_F(Viewer, ZoomAndSidePaneOutliveTheWindow) {
+  view()->setZoom(1.75);
+  run("thumbnailPane");
+  EXPECT_FALSE(part<QAction>("thumbnailPane")->isChecked());
+  window_.close();
+  ViewerWindow next;
+  EXPECT_EQ(next.findChild<PageView*>("pageView")->zoom(), 1.75);
+  EXPECT_TRUE(next.findChild<QWidget*>("side")->isHidden());
+  next.openDocument(path());
+  next.findChild<QAction*>("fitWidth")->trigger();
+  next.findChild<QAction*>("thumbnailPane")->trigger();
+  next.close();
+  EXPECT_EQ(ViewerWindow().findChild<PageView*>("pageView")->fit(), PageView::Fit::width);
+}
+
+TEST(PageLayout, AHundredThousandTallPagesStayCountable) {
+  const double zoom = PageLayout::maxZoom(DocumentIndex::kMaxPage, 100 * 96);
+  PageLayout layout;
+  layout.pages = static_cast<int>(DocumentIndex::kMaxPage);
+  layout.pageHeight = qRound(100 * 96 * zoom);
+  EXPECT_GT(layout.height(), 0);
+  EXPECT_EQ(layout.pageAt(layout.top(99'999)), 99'999);
+  EXPECT_EQ(layout.pageAt(layout.height()), layout.pages);
+  EXPECT_EQ(layout.pageAt(-50), 1);
+}
+
+}  // namespace bw

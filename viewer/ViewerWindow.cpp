@@ -1,0 +1,392 @@
+#include "viewer/ViewerWindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMimeData>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProgressDialog>
+#include <QSaveFile>
+#include <QSettings>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "viewer/CsvExport.h"
+#include "viewer/FindBar.h"
+#include "viewer/ThumbnailPane.h"
+
+namespace bw {
+
+namespace {
+
+constexpr int kToldMilliseconds = 8000;
+constexpr int kProgressAfterMilliseconds = 500;
+
+QSettings settings() {
+  return QSettings(QSettings::IniFormat, QSettings::UserScope, "Brantiwell", "myviewer");
+}
+
+QLabel* makeTroubleLine() {
+  auto* label = new QLabel;
+  label->setObjectName("trouble");
+  label->setWordWrap(true);
+  label->setMargin(6);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  label->setAutoFillBackground(true);
+  QPalette colours = label->palette();
+  colours.setColor(QPalette::Window, QColor(255, 240, 190));
+  colours.setColor(QPalette::WindowText, Qt::black);
+  label->setPalette(colours);
+  label->hide();
+  return label;
+}
+
+}  // namespace
+
+ViewerWindow::ViewerWindow()
+    : view_(new PageView), findBar_(new FindBar), trouble_(makeTroubleLine()),
+      side_(new QDockWidget(tr("Pages"))), thumbnails_(new ThumbnailPane), pageBox_(new QSpinBox),
+      zoomLabel_(new QLabel) {
+  setAcceptDrops(true);
+  auto* middle = new QWidget;
+  auto* layout = new QVBoxLayout(middle);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(trouble_);
+  layout->addWidget(view_, 1);
+  layout->addWidget(findBar_);
+  setCentralWidget(middle);
+  findBar_->hide();
+  side_->setObjectName("side");
+  side_->setWidget(thumbnails_);
+  side_->setFeatures(QDockWidget::DockWidgetClosable);
+  addDockWidget(Qt::LeftDockWidgetArea, side_);
+  addCommands();
+  addPageBox();
+  connectParts();
+  restoreSettings();
+  showDocument(nullptr, false);
+  view_->setFocus();
+}
+
+// A part that loses the keys or its place while the window goes down still tells of it.
+ViewerWindow::~ViewerWindow() {
+  for (QObject* part : findChildren<QObject*>()) part->disconnect(this);
+}
+
+void ViewerWindow::addPageBox() {
+  auto* bar = findChild<QToolBar*>("toolbar");
+  pageBox_->setObjectName("pageBox");
+  pageBox_->setAccessibleName(tr("Page"));
+  pageBox_->setToolTip(tr("Page (Ctrl+L)"));
+  pageBox_->setKeyboardTracking(false);
+  pageBox_->setAlignment(Qt::AlignRight);
+  zoomLabel_->setObjectName("zoom");
+  zoomLabel_->setMargin(4);
+  bar->insertWidget(findChild<QAction*>("zoomOut"), zoomLabel_);
+  bar->addSeparator();
+  bar->addAction(findChild<QAction*>("previousPage"));
+  bar->addWidget(pageBox_);
+  bar->addAction(findChild<QAction*>("nextPage"));
+}
+
+void ViewerWindow::connectParts() {
+  connect(pageBox_, &QSpinBox::valueChanged, this,
+          [this](int page) { view_->goToPage(static_cast<std::size_t>(page)); });
+  // Emitted also when the box loses the keys to another widget, which is to keep them.
+  connect(pageBox_, &QSpinBox::editingFinished, this, [this] {
+    if (pageBox_->hasFocus()) view_->setFocus();
+  });
+  connect(thumbnails_, &ThumbnailPane::pageWanted, view_, &PageView::goToPage);
+  connect(view_, &PageView::currentPageChanged, this, [this] {
+    updatePageBox();
+    showTrouble();
+  });
+  connect(view_, &PageView::zoomChanged, this, &ViewerWindow::updateZoom);
+  connect(view_, &PageView::selectionChanged, this, &ViewerWindow::updateCommands);
+  connect(side_, &QDockWidget::visibilityChanged, this,
+          [this] { findChild<QAction*>("thumbnailPane")->setChecked(!side_->isHidden()); });
+  connect(findBar_, &FindBar::textChanged, this, &ViewerWindow::searchTyped);
+  connect(findBar_, &FindBar::nextWanted, this, [this] { findAgain(Finder::Direction::forward); });
+  connect(findBar_, &FindBar::previousWanted, this,
+          [this] { findAgain(Finder::Direction::backward); });
+  connect(findBar_, &FindBar::closed, this, &ViewerWindow::backToPages);
+  connect(&finder_, &Finder::found, this, &ViewerWindow::showFound);
+  connect(&finder_, &Finder::notFound, this,
+          [this] { findBar_->setNote(tr("Not in this document")); });
+  connect(&file_, &DocumentFile::rewritten, this, &ViewerWindow::reload);
+  view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  view_->addActions({findChild<QAction*>("copy"), findChild<QAction*>("selectPage")});
+}
+
+void ViewerWindow::restoreSettings() {
+  const QSettings stored = settings();
+  resize(1000, 800);
+  restoreGeometry(stored.value("Window/Geometry").toByteArray());
+  side_->setVisible(stored.value("Window/Thumbnails", true).toBool());
+  const QString fit = stored.value("View/Fit", "width").toString();
+  view_->setZoom(stored.value("View/Zoom", 1.0).toDouble());
+  if (fit == "width") view_->setFit(PageView::Fit::width);
+  if (fit == "page") view_->setFit(PageView::Fit::page);
+}
+
+void ViewerWindow::storeSettings() const {
+  QSettings stored = settings();
+  stored.setValue("Window/Geometry", saveGeometry());
+  stored.setValue("Window/Thumbnails", !side_->isHidden());
+  stored.setValue("View/Zoom", view_->zoom());
+  stored.setValue("View/Fit", view_->fit() == PageView::Fit::width  ? "width"
+                              : view_->fit() == PageView::Fit::page ? "page"
+                                                                    : "none");
+}
+
+void ViewerWindow::closeEvent(QCloseEvent* event) {
+  storeSettings();
+  QMainWindow::closeEvent(event);
+}
+
+void ViewerWindow::openDocument(const QString& path) {
+  QString reason;
+  auto document = file_.open(path, reason);
+  if (document == nullptr) {
+    tell(tr("The document \"%1\" cannot be opened: %2.").arg(path, reason));
+    return;
+  }
+  showDocument(std::move(document), false);
+}
+
+void ViewerWindow::reload() {
+  QString reason;
+  auto document = file_.reopen(reason);
+  if (document == nullptr) {
+    tell(tr("The document \"%1\" cannot be read again: %2. What was read before is still shown.")
+             .arg(file_.path(), reason));
+    return;
+  }
+  showDocument(std::move(document), true);
+}
+
+void ViewerWindow::showDocument(std::shared_ptr<const Document> document, bool keepPlace) {
+  document_ = std::move(document);
+  finder_.setDocument(document_);
+  thumbnails_->setDocument(document_);
+  view_->setDocument(document_, keepPlace);
+  setWindowTitle(document_ ? tr("%1 - Report Viewer").arg(file_.name()) : tr("Report Viewer"));
+  findBar_->setNote(QString());
+  showTrouble();
+  updatePageBox();
+  updateZoom();
+  updateCommands();
+}
+
+void ViewerWindow::showTrouble() {
+  QString sentences;
+  if (document_ != nullptr) {
+    sentences = QString::fromStdString(sentence(document_->damage()));
+    const std::size_t line = document_->page(view_->currentPage())->unusableLine;
+    if (sentences.isEmpty() && line != 0) {
+      sentences = QString::fromStdString(unusableSentence(line));
+    }
+    if (sentences.isEmpty() && document_->pageCount() == 0) {
+      sentences = tr("This report has no pages.");
+    }
+  }
+  tell(sentences);
+}
+
+void ViewerWindow::tell(const QString& sentence) {
+  trouble_->setText(sentence);
+  trouble_->setVisible(!sentence.isEmpty());
+}
+
+void ViewerWindow::updatePageBox() {
+  const int pages = document_ ? static_cast<int>(document_->pageCount()) : 0;
+  const int page = static_cast<int>(view_->currentPage());
+  const QSignalBlocker quiet(pageBox_);
+  pageBox_->setEnabled(pages > 0);
+  pageBox_->setRange(pages > 0 ? 1 : 0, pages);
+  pageBox_->setSuffix(tr(" / %1").arg(pages));
+  pageBox_->setValue(page);
+  thumbnails_->setCurrentPage(view_->currentPage());
+}
+
+void ViewerWindow::updateZoom() {
+  zoomLabel_->setText(tr("%1 %").arg(qRound(view_->zoom() * 100)));
+  updateCommands();
+}
+
+void ViewerWindow::step(int pages) {
+  const int wanted = static_cast<int>(view_->currentPage()) + pages;
+  if (wanted > 0) view_->goToPage(static_cast<std::size_t>(wanted));
+}
+
+void ViewerWindow::typePage() {
+  pageBox_->setFocus(Qt::ShortcutFocusReason);
+  pageBox_->selectAll();
+}
+
+void ViewerWindow::toggleThumbnails() { side_->setVisible(side_->isHidden()); }
+
+void ViewerWindow::copy() {
+  const QString text = view_->selectedText();
+  if (!text.isEmpty()) QApplication::clipboard()->setText(text);
+}
+
+void ViewerWindow::selectPage() { view_->selectPage(); }
+
+void ViewerWindow::openFind() {
+  findStart_ = view_->currentPage();
+  findBar_->open();
+  searchTyped(findBar_->text());
+}
+
+void ViewerWindow::backToPages() {
+  finder_.stop();
+  view_->setNeedle(QString());
+  findBar_->hide();
+  view_->setFocus();
+}
+
+// Every letter typed searches from the page where the search was begun.
+void ViewerWindow::searchTyped(const QString& text) {
+  view_->setNeedle(text);
+  findBar_->setNote(QString());
+  finder_.stop();
+  finder_.findFrom(text, findStart_);
+}
+
+void ViewerWindow::findAgain(Finder::Direction direction) {
+  if (findBar_->isHidden()) {
+    openFind();
+    return;
+  }
+  if (const auto& match = view_->match()) {
+    finder_.findNext(findBar_->text(), *match, direction);
+  } else {
+    finder_.findFrom(findBar_->text(), view_->currentPage());
+  }
+}
+
+void ViewerWindow::showFound(const Match& match, bool wentRound) {
+  view_->showMatch(match);
+  findStart_ = match.page;
+  findBar_->setNote(wentRound ? tr("Went on from the other end") : QString());
+}
+
+void ViewerWindow::dragEnterEvent(QDragEnterEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+}
+
+void ViewerWindow::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  openDocument(event->mimeData()->urls().front().toLocalFile());
+}
+
+void ViewerWindow::open() {
+  const QString path =
+      QFileDialog::getOpenFileName(this, tr("Open report"), QFileInfo(file_.path()).absolutePath(),
+                                   tr("Reports (*.myv);;All files (*)"));
+  if (!path.isEmpty()) openDocument(path);
+}
+
+QString ViewerWindow::askFile(const QString& title, const QString& filter, const QString& ending) {
+  const QFileInfo info(file_.path());
+  QFileDialog dialog(this, title, info.absolutePath(), filter);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(ending);
+  dialog.selectFile(info.completeBaseName() + '.' + ending);
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().front() : QString();
+}
+
+void ViewerWindow::savePdf() {
+  const QString path = askFile(tr("Save as PDF"), tr("PDF (*.pdf)"), "pdf");
+  if (!path.isEmpty()) savePdfAs(path);
+}
+
+void ViewerWindow::exportTable() {
+  const QString path = askFile(tr("Export table"), tr("Tables (*.csv)"), "csv");
+  if (!path.isEmpty()) exportCsvTo(path);
+}
+
+bool ViewerWindow::savePdfAs(const QString& path) {
+  return writeFile(
+      path, tr("Saving pages..."), [this](QIODevice& device, const Progress& progress) {
+        return writePdf(device, *document_, QFileInfo(file_.path()).completeBaseName(), progress);
+      });
+}
+
+bool ViewerWindow::exportCsvTo(const QString& path) {
+  return writeFile(path, tr("Exporting pages..."),
+                   [document = document_](QIODevice& device, const Progress& progress) {
+                     bool written = true;
+                     const auto write = [&](std::string_view piece) {
+                       const auto size = static_cast<qint64>(piece.size());
+                       written = written && device.write(piece.data(), size) == size;
+                     };
+                     if (!exportCsv(*document, write, progress)) return Outcome::stopped;
+                     return written ? Outcome::done : Outcome::failed;
+                   });
+}
+
+// Either the whole file is written, readable by its owner alone, or what was there stays.
+bool ViewerWindow::writeFile(const QString& path, const QString& label, const Writer& writer) {
+  const std::shared_ptr<const Document> held = document_;
+  QSaveFile file(path);
+  Outcome outcome = Outcome::failed;
+  if (file.open(QIODevice::WriteOnly)) {
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    outcome = withProgress(label, [&](const Progress& progress) { return writer(file, progress); });
+  }
+  if (outcome == Outcome::stopped) return false;
+  if (outcome == Outcome::failed || !file.commit()) {
+    tell(tr("\"%1\" could not be written: %2.").arg(path, file.errorString()));
+    return false;
+  }
+  statusBar()->showMessage(tr("Saved as %1").arg(path), kToldMilliseconds);
+  return true;
+}
+
+Outcome ViewerWindow::withProgress(const QString& label, const Work& work) {
+  QProgressDialog dialog(label, tr("Cancel"), 0, 0, this);
+  dialog.setWindowModality(Qt::WindowModal);
+  dialog.setMinimumDuration(kProgressAfterMilliseconds);
+  return work([&dialog](std::size_t done, std::size_t total) {
+    dialog.setMaximum(static_cast<int>(total));
+    dialog.setValue(static_cast<int>(done));
+    return !dialog.wasCanceled();
+  });
+}
+
+void ViewerWindow::print() {
+  const std::shared_ptr<const Document> held = document_;
+  QPrinter printer(QPrinter::HighResolution);
+  preparePrinter(printer, *held, file_.name());
+  QPrintDialog dialog(&printer, this);
+  dialog.setOptions(QPrintDialog::PrintToFile | QPrintDialog::PrintPageRange |
+                    QPrintDialog::PrintCurrentPage | QPrintDialog::PrintCollateCopies);
+  dialog.setMinMax(1, static_cast<int>(held->pageCount()));
+  if (dialog.exec() != QDialog::Accepted) return;
+  const auto pages = chosenPages(printer, held->pageCount(), view_->currentPage());
+  if (pages.empty()) {
+    tell(tr("None of the pages chosen is in this report, so nothing was printed."));
+    return;
+  }
+  const Outcome outcome = withProgress(tr("Printing pages..."), [&](const Progress& progress) {
+    return printPages(printer, *held, pages, progress);
+  });
+  if (outcome == Outcome::failed) {
+    tell(tr("The report could not be printed. Look whether the printer is ready, and try again."));
+  }
+}
+
+}  // namespace bw
