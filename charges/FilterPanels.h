@@ -10,6 +10,8 @@
 #include "controls/DatePicker.h"
 #include "controls/OptionButton.h"
 
+class QHBoxLayout;
+
 namespace bw {
 
 enum class PanelKind { dates, patient, insurance, doctor, lot };
@@ -50,7 +52,7 @@ class FilterPanels {
 
   const Panel& panel(PanelKind kind) const { return panels_[static_cast<std::size_t>(kind)]; }
   void build(PanelKind kind, const PanelRow& row, QWidget* parent);
-  void buildDates(Panel& panel, class QHBoxLayout* line);
+  void buildDates(Panel& panel, QHBoxLayout* line);
   void enable(PanelKind kind, bool selected);
 
   Events events_;

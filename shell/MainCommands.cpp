@@ -1,5 +1,6 @@
 #include <array>
 
+#include "catalogues/Editors.h"
 #include "charges/frmArchiveCharges.h"
 #include "charges/frmEditCharge.h"
 #include "core/PassOver.h"
@@ -18,15 +19,26 @@ namespace {
 
 // The editor of each record kind, opened on a new record.
 using OpenNew = void (*)();
+template <auto& current, auto form>
+void openNew() {
+  current = 0;
+  form().showModal();
+}
+
 constexpr std::array<OpenNew, 10> kNewRecord{
     [] {
       CurrentChargeDate = kNewCharge;
       frmEditCharge().showModal();
     },
-    [] {
-      CurrentPatientId = 0;
-      frmEditPatient().showModal();
-    },
+    openNew<CurrentPatientId, frmEditPatient>,
+    openNew<CurrentDoctorCode, frmEditDoctor>,
+    openNew<CurrentFacilityCode, frmEditFacility>,
+    openNew<CurrentDiagnosisCode, frmEditDiagnosis>,
+    openNew<CurrentProcedureCode, frmEditProcedure>,
+    openNew<CurrentInsuranceCode, frmEditInsurance>,
+    openNew<CurrentEMCode, frmEditEMCode>,
+    openNew<CurrentSicknessCode, frmEditSickness>,
+    openNew<CurrentDiagnosisFamilyCode, frmEditDiagnosisFamily>,
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "charges/frmCharges.h"
 #include "patients/frmPatients.h"
 #include "platform/Text.h"
+#include "shell/RecordView.h"
 #include "shell/frmGeneralInfo.h"
 
 namespace bw {
@@ -21,14 +22,14 @@ View& as() {
 const std::array<ViewRow, kViewCount> kViews{{
     {"Charges", as<frmCharges>, ",4,5,13,", ToolbarGroup::charges, ",0,"},
     {"Patients", as<frmPatients>, ",1,2,3,15,16,17,18,", ToolbarGroup::patients, ",1,2,"},
-    {"Doctors", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::records, kDischarge},
-    {"Facilities", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::records, kDischarge},
-    {"Diagnosis", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::records, kDischarge},
-    {"Procedures", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::records, kDischarge},
-    {"Insurances", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::records, kDischarge},
-    {"Evaluation && Management Concepts", as<frmGeneralInfo>, ",6,7,8,9,14,", ToolbarGroup::records, kDischarge},
-    {"History Items", as<frmGeneralInfo>, ",10,11,12,", ToolbarGroup::records, kDischarge},
-    {"Diagnosis Groups", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::records, kDischarge},
+    {"Doctors", as<frmDoctors>, kIncomplete, ToolbarGroup::records, kDischarge},
+    {"Facilities", as<frmFacilities>, kIncomplete, ToolbarGroup::records, kDischarge},
+    {"Diagnosis", as<frmDiagnosis>, kIncomplete, ToolbarGroup::records, kDischarge},
+    {"Procedures", as<frmProcedures>, kIncomplete, ToolbarGroup::records, kDischarge},
+    {"Insurances", as<frmInsurances>, kIncomplete, ToolbarGroup::records, kDischarge},
+    {"Evaluation && Management Concepts", as<frmEMCodes>, ",6,7,8,9,14,", ToolbarGroup::records, kDischarge},
+    {"History Items", as<frmSickness>, ",10,11,12,", ToolbarGroup::records, kDischarge},
+    {"Diagnosis Groups", as<frmDiagnosisFamilies>, kIncomplete, ToolbarGroup::records, kDischarge},
     {"Brantiwell", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::none, ""},
     {"Halvorne on the Web", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::browser, ""},
     {"Fenmoor Systems on the Web", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::browser, ""},

@@ -1,0 +1,105 @@
+#include "catalogues/CatalogueEditor.h"
+#include "catalogues/Editors.h"
+#include "charges/PickDialogs.h"
+#include "controls/QtText.h"
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "data/BWSQLDoctors.h"
+#include "data/CodeList.h"
+#include "platform/Text.h"
+
+namespace bw {
+namespace {
+
+class DoctorEditor : public CatalogueEditor {
+ public:
+  explicit DoctorEditor(QWidget* owner);
+  ~DoctorEditor() override { coverage_.rows.close(); }
+  void load();
+
+ private:
+  bool loadStored();
+  void add();
+  bool covers(std::int16_t doctor);
+  void ok();
+
+  QLineEdit* TxtDescription;
+  QLineEdit* TxtBillingCode;
+  WorkingList coverage_;
+};
+
+DoctorEditor::DoctorEditor(QWidget* owner)
+    : CatalogueEditor("frmEditDoctor", "Doctor", owner),
+      TxtDescription(addText("&Description:", "TxtDescription")),
+      TxtBillingCode(addText("&Billing code:", "TxtBillingCode")),
+      coverage_(*new ListView({{"Names", "Doctor", 3400}}, {}, this)) {
+  addFrame({"Doctors covered", "Add a doctor (Insert)",
+            "Remove the selected doctor, or keep him after all (Delete)"},
+           coverage_, [this] { add(); });
+  addFoot([this] { ok(); });
+  resize(440, 400);
+}
+
+void DoctorEditor::load() {
+  NotLoaded = true;
+  std::string message;
+  if (OpenRecordset(coverage_.rows,
+                    concat("Select * From Coverage Where DoctorCode=", CurrentDoctorCode),
+                    message) != 0)
+    return MsgBox(message);
+  if (CurrentDoctorCode != 0 && !loadStored()) return;
+  NotLoaded = false;
+}
+
+bool DoctorEditor::loadStored() {
+  RecordSetRef doctor = DoctorGet(CurrentDoctorCode);
+  if (!foundRecord(doctor)) return false;
+  TxtDescription->setText(toQt(doctor->textOrEmpty("Description")));
+  TxtBillingCode->setText(toQt(doctor->textOrEmpty("BillingDoctorCode")));
+  coverage_.fill();
+  doctor.close();
+  return true;
+}
+
+void DoctorEditor::add() {
+  PickedDoctorCode = 0;
+  frmPickDoctor().showModal();
+  if (PickedDoctorCode == 0) return;
+  if (PickedDoctorCode == CurrentDoctorCode) return MsgBox("Bad selection!");
+  if (covers(PickedDoctorCode)) return MsgBox("Doctor already on the list!");
+  coverage_.add({{"CoveringDoctorCode", Value(std::int64_t{PickedDoctorCode})},
+                 {"Names", Value(PickedDoctorNames)}});
+  coverage_.fill();
+}
+
+// One who is marked to be removed counts as well.
+bool DoctorEditor::covers(std::int16_t doctor) {
+  bool found = false;
+  coverage_.forEach(
+      [&](int) { found = found || coverage_.rows->code("CoveringDoctorCode") == doctor; });
+  return found;
+}
+
+void DoctorEditor::ok() {
+  std::string list = kNoCodes;
+  coverage_.forEach([&](int state) {
+    if (state != pending::kRemoved) appendCode(list, coverage_.rows->code("CoveringDoctorCode"));
+  });
+  std::string message;
+  const auto write = [&](auto routine) {
+    return routine(CurrentDoctorCode, fromQt(TxtDescription->text()),
+                   fromQt(TxtBillingCode->text()), list, message);
+  };
+  const int result = CurrentDoctorCode != 0 ? write(DoctorUpdate) : write(DoctorInsert);
+  finish(result, message);
+}
+
+}  // namespace
+
+const Form& frmEditDoctor() {
+  static const Form form(showModal<DoctorEditor>);
+  return form;
+}
+
+}  // namespace bw

@@ -1,0 +1,40 @@
+#include "catalogues/CatalogueEditor.h"
+#include "catalogues/Editors.h"
+#include "controls/QtText.h"
+#include "core/Principal.h"
+
+namespace bw {
+namespace {
+
+class WardEditor : public CatalogueEditor {
+ public:
+  explicit WardEditor(QWidget* owner)
+      : CatalogueEditor("frmEditWard", "Ward", owner),
+        TxtDescription(addText("&Description:", "TxtDescription")) {
+    addFoot([this] { ok(); }, [this] { cancelWard(); });
+    resize(380, sizeHint().height());
+  }
+  void load() { TxtDescription->setText(toQt(frmEditFacility().WardDescription)); }
+
+ private:
+  void ok() {
+    frmEditFacility().WardDescription = fromQt(TxtDescription->text());
+    finish(0, {});
+  }
+
+  void cancelWard() {
+    frmEditFacility().WardDescription.clear();
+    cancel();
+  }
+
+  QLineEdit* TxtDescription;
+};
+
+}  // namespace
+
+const Form& frmEditWard() {
+  static const Form form(showModal<WardEditor>);
+  return form;
+}
+
+}  // namespace bw

@@ -1,0 +1,124 @@
+#include "shell/RecordView.h"
+
+#include "core/AsisRutinasRecordsets.h"
+#include "core/Lists.h"
+#include "core/PassOver.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "core/Settings.h"
+#include "platform/Conversions.h"
+#include "platform/Text.h"
+#include "reports/ListReports.h"
+#include "shell/frmMain.h"
+
+namespace bw {
+namespace {
+
+void take(std::int16_t& current, const RecordSet& records, const char* key) {
+  current = records.code(key);
+}
+void take(std::int32_t& current, const RecordSet& records, const char* key) {
+  current = records.integer(key);
+}
+
+}  // namespace
+
+RecordView::RecordView(const RecordViewRow& row, QWidget* parent)
+    : View(row.name, row.caption, parent), row_(row),
+      ListView1(new ListView(row.columns, {.selection = ListView::Selection::several}, this)) {
+  named(ListView1, "ListView1", row.caption);
+  ListView1->onOpen = [this] { openSelected(); };
+  ListView1->onColumnClick = [this](int column) { columnClick(column); };
+  ListView1->onInsertKey = [] { MainWindow->newFromToolbar(); };
+  ListView1->onDeleteKey = [this] { Eliminar(); };
+  offer("Refresca", [this] { Refresca(); });
+  offer("Insertado", [this] { Insertado(); });
+  offer("Eliminar", [this] { Eliminar(); });
+  offer("Imprimir",
+        [this] { printList(*ListView1, ViewRecords, listReport(row_.name), CurrentFilter); });
+  onUnload = [this] { close(); };
+  load();
+}
+
+void RecordView::load() {
+  ColumnLayoutRestore(*ListView1, row_.layoutSection);
+  CurrentFilter = 0;
+  passOver([this] {
+    CurrentFilter =
+        toInt16(GetSetting(kApplicationTitle, row_.filterReadSection, "ActiveFilter", "0"));
+  });
+  passOver([this] { MainWindow->ActivaFiltro(CurrentFilter); });
+}
+
+void RecordView::close() {
+  ColumnLayoutSave(*ListView1, row_.layoutSection);
+  ViewRecords.close();
+  if (row_.filterWriteSection != nullptr)
+    SaveSetting(kApplicationTitle, row_.filterWriteSection, "ActiveFilter", concat(CurrentFilter));
+}
+
+void RecordView::resizeEvent(QResizeEvent*) { ListView1->setGeometry(rect()); }
+
+// Empty for a filter that the view does not have.
+std::string RecordView::statement() const {
+  if (CurrentFilter == 0 || row_.filtering == RecordViewRow::Filters::ignored)
+    return row_.statement;
+  for (const RecordViewRow::Filter& filter : row_.filters)
+    if (filter.number == CurrentFilter) return concat(row_.statement, " ", filter.clause);
+  return {};
+}
+
+void RecordView::Refresca() {
+  ViewRecords.close();
+  CurrentFilter = MainWindow->FiltroActualNumero;
+  const std::string text = statement();
+  std::string message;
+  // Without a statement the record set stays unset, and the sort is error 91.
+  if (!text.empty() && OpenRecordset(ViewRecords, text, message) != 0) return MsgBox(message);
+  ViewRecords->setSort(row_.firstSort);
+  ListFill(*ListView1, ViewRecords);
+}
+
+void RecordView::columnClick(int column) {
+  const std::string& key = ListView1->column(column).key;
+  const bool padded = row_.token == RecordViewRow::Token::padded;
+  sortByColumn(ViewRecords, *ListView1, padded ? " " + key + " " : key);
+}
+
+void RecordView::takeKey(int row) {
+  moveToRow(ViewRecords, *ListView1, row);
+  std::visit([this](auto* current) { take(*current, *ViewRecords, row_.key); }, row_.current);
+}
+
+void RecordView::openSelected() {
+  const auto selected = ListView1->selectedItem();
+  if (!selected) return;
+  takeKey(*selected);
+  row_.editor().showModal();
+  if (RecordSaved) Insertado();
+}
+
+// Does not look at the filter: a record that does not meet it stays on show until the next
+// Refresca.
+void RecordView::Insertado() {
+  const std::string criterion =
+      std::visit([this](auto* current) { return concat(row_.key, "=", *current); }, row_.current);
+  ListRefreshRecord(ViewRecords, concat(row_.statement, " WHERE "), criterion, *ListView1);
+}
+
+void RecordView::Eliminar() {
+  if (!services().confirm(row_.deleteQuestion)) return;
+  // From the last row on: the positions of those that are yet to come stay true.
+  for (const int row : ListView1->selectedFromLast()) {
+    takeKey(row);
+    std::string message;
+    if (row_.remove(message) != 0)
+      MsgBox(message);
+    else
+      ViewRecords->Delete();
+  }
+  ListFill(*ListView1, ViewRecords);
+  update();
+}
+
+}  // namespace bw

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "controls/Dialog.h"
+#include "controls/ListView.h"
+#include "platform/RecordSet.h"
+#include "shell/View.h"
+
+namespace bw {
+
+// What tells one view of records from another.
+struct RecordViewRow {
+  struct Filter {
+    std::int16_t number;
+    const char* clause;  // behind the statement of filter 0
+  };
+  enum class Token { padded, bare };  // how a column's key stands in the sort text
+  enum class Filters { used, ignored };
+
+  const char* name;
+  const char* caption;
+  const char* statement;  // of filter 0
+  std::vector<Filter> filters;
+  Filters filtering = Filters::used;
+  const char* firstSort;
+  Token token;
+  const char* key;  // field
+  std::variant<std::int16_t*, std::int32_t*> current;
+  const char* deleteQuestion;
+  int (*remove)(std::string& message);  // the record of `current`
+  const Form& (*editor)();
+  const char* layoutSection;
+  const char* filterReadSection;
+  const char* filterWriteSection;  // null: the filter is not stored
+  std::vector<ListColumn> columns;
+};
+
+// The list of one kind of record, under the main window's filter.
+class RecordView : public View {
+ public:
+  RecordView(const RecordViewRow& row, QWidget* parent);
+
+  void Refresca();
+  void Insertado();
+  void Eliminar();
+
+  // Unset when the last Refresca failed.
+  const RecordSetRef& records() const { return ViewRecords; }
+  // With which the list was last read.
+  std::int16_t filter() const { return CurrentFilter; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void load();
+  void close();
+  std::string statement() const;
+  void columnClick(int column);
+  void takeKey(int row);
+  void openSelected();
+
+  const RecordViewRow& row_;
+  ListView* ListView1;
+  std::int16_t CurrentFilter = 0;
+  RecordSetRef ViewRecords;
+};
+
+RecordView& frmDoctors();
+RecordView& frmFacilities();
+RecordView& frmDiagnosis();
+RecordView& frmProcedures();
+RecordView& frmInsurances();
+RecordView& frmEMCodes();
+RecordView& frmSickness();
+RecordView& frmDiagnosisFamilies();
+
+}  // namespace bw
