@@ -1,0 +1,227 @@
+// Reports, posting and archiving against the bare engine and the bare bytes.
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "bench/Measure.h"
+#include "bench/Office.h"
+#include "charges/Archiving.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "data/BWSQLCharges.h"
+#include "platform/Formats.h"
+#include "platform/RelaxedSync.h"
+#include "platform/Text.h"
+#include "reports/ApoyoImpresion.h"
+
+namespace {
+
+using namespace bw;
+namespace fs = std::filesystem;
+
+constexpr double kMostTimesRawBytes = 5;
+constexpr double kMostTimesBareDetails = 1.3;
+constexpr double kMostTimesBareWrites = 1.1;
+
+constexpr bench::OfficeSize kOffice{3200, 103200};
+
+class Bare {
+ public:
+  explicit Bare(const std::string& path) {
+    if (sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+      throw std::runtime_error("cannot open " + path);
+    run("PRAGMA foreign_keys=ON");
+  }
+  Bare(const Bare&) = delete;
+  Bare& operator=(const Bare&) = delete;
+  ~Bare() { sqlite3_close_v2(database_); }
+
+  // Reads every value of the result.
+  void run(const std::string& statement) {
+    sqlite3_stmt* prepared = nullptr;
+    if (sqlite3_prepare_v2(database_, statement.c_str(), -1, &prepared, nullptr) != SQLITE_OK)
+      throw std::runtime_error(sqlite3_errmsg(database_));
+    while (sqlite3_step(prepared) == SQLITE_ROW)
+      for (int i = 0; i < sqlite3_column_count(prepared); ++i) sqlite3_column_text(prepared, i);
+    if (sqlite3_finalize(prepared) != SQLITE_OK)
+      throw std::runtime_error(sqlite3_errmsg(database_));
+  }
+
+ private:
+  sqlite3* database_ = nullptr;
+};
+
+struct Key {
+  std::int16_t patient;
+  Date date;
+  TimeOfDay time;
+};
+
+std::string conditionOf(const Key& key) {
+  return concat("PatientId = ", key.patient, " and ChargeDate = '", isoDate(key.date),
+                "' and ChargeTime = '", isoTime(key.time), "'");
+}
+
+std::vector<Key> keysOf(const std::string& statement) {
+  std::vector<Key> keys;
+  const RecordSetRef charges = DatabaseConnection.Read(statement);
+  for (; !charges->EOF_(); charges->MoveNext())
+    keys.push_back(
+        {charges->code("PatientId"), charges->date("ChargeDate"), charges->time("ChargeTime")});
+  return keys;
+}
+
+std::string bytesOf(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void writeBytes(const fs::path& file, const std::string& bytes) {
+  const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const ssize_t written = write(descriptor, bytes.data() + done, bytes.size() - done);
+    if (written < 0) throw std::runtime_error("cannot write");
+    done += static_cast<std::size_t>(written);
+  }
+  close(descriptor);
+}
+
+void measureList() {
+  const RecordSetRef charges =
+      DatabaseConnection.Read("SELECT * FROM ChargesDescriptive Where [status]<>2 LIMIT 100000");
+  charges->setSort("ChargeRealDate");
+  const std::string fields =
+      "ChargeRealDate,1;Names,2;EMDescription,2;Doctor,2;Facility,2;Insurance,2;"
+      "StatusDescription,1;";
+  const fs::path document = bench::folder() / "list.myv";
+  const auto ours = [&] {
+    ListReportWrite(charges, document, 8, 11, "", "Outstanding Charges (All)", "", fields, fields);
+  };
+  ours();
+  const std::string bytes = bytesOf(document);
+  bench::compare(
+      concat("list report of 100000 charges, ", bytes.size() / 1000000, " MB"), kMostTimesRawBytes,
+      [&] { return bench::milliseconds(ours); },
+      [&] { return bench::milliseconds([&] { writeBytes(bench::folder() / "raw.myv", bytes); }); });
+}
+
+void measureDetails(const std::string& database) {
+  const char* statement = "SELECT * FROM ChargesDescriptive Where [status]<>2 LIMIT 10000";
+  const RecordSetRef charges = DatabaseConnection.Read(statement);
+  const std::vector<Key> keys = keysOf(statement);
+  Bare bare(database);
+  const auto bareDetails = [&] {
+    for (const Key& key : keys) {
+      bare.run(
+          "SELECT ChargeDiagnosis.*, Diagnosis.Description, Diagnosis.RealDiagnosisCode, "
+          "Diagnosis.BillingDiagnosisCode FROM Diagnosis INNER JOIN ChargeDiagnosis ON "
+          "Diagnosis.DiagnosisCode = ChargeDiagnosis.DiagnosisCode WHERE " +
+          conditionOf(key));
+      bare.run(
+          "SELECT ChargeProcedures.*, Procedures.Description, Procedures.RealProcedureCode, "
+          "Procedures.BillingProcedureCode FROM Procedures INNER JOIN ChargeProcedures ON "
+          "Procedures.ProcedureCode = ChargeProcedures.ProcedureCode WHERE " +
+          conditionOf(key));
+    }
+  };
+  bench::compare(
+      "detailed report of 10000 charges", kMostTimesBareDetails,
+      [&] {
+        return bench::milliseconds([&] {
+          ChargesDetailReport(charges, bench::folder() / "detail.myv", 8, 11, "", "Charges", "",
+                              true);
+        });
+      },
+      [&] { return bench::milliseconds(bareDetails); });
+}
+
+// The same statements and commits as the program's, as quick as the engine can.
+void bareUpdates(Bare& bare, const std::vector<Key>& keys, const std::string& set) {
+  bare.run("PRAGMA synchronous=NORMAL");
+  for (const Key& key : keys) {
+    bare.run("BEGIN");
+    bare.run("UPDATE PatientCharges SET " + set + " WHERE " + conditionOf(key));
+    bare.run("COMMIT");
+  }
+  bare.run("PRAGMA synchronous=FULL");
+  bare.run("BEGIN IMMEDIATE");
+  bare.run("PRAGMA user_version=0");
+  bare.run("COMMIT");
+}
+
+void measurePosting(const std::string& database) {
+  const char* statement = "SELECT * FROM ChargesDescriptive Where [status]<>2 LIMIT 1000";
+  const std::vector<Key> keys = keysOf(statement);
+  Bare bare(database);
+  bench::compare(
+      "posting 1000 charges", kMostTimesBareWrites,
+      [&] {
+        const RecordSetRef charges = DatabaseConnection.Read(statement);
+        return bench::milliseconds([&] {
+          RelaxedSync relaxed(DatabaseConnection);
+          std::string message;
+          for (std::ptrdiff_t i = 1; i <= charges->RecordCount(); ++i) {
+            charges->setAbsolutePosition(i);
+            if (ChargeSetPrintLot(charges->code("PatientId"), charges->date("ChargeDate"),
+                                  charges->time("ChargeTime"), 7, 1, message) != 0)
+              throw std::runtime_error(message);
+            charges->set("status", 1);
+            charges->set("statusDescription", "Posted");
+          }
+          relaxed.finish();
+        });
+      },
+      [&] {
+        return bench::milliseconds([&] { bareUpdates(bare, keys, "PrintLot = 7, Status = 1"); });
+      });
+}
+
+// Once each, on two copies: an archived charge is not archived again.
+void measureArchiving(const std::string& database) {
+  const std::string other = database + ".bare";
+  DatabaseConnection = Connection();
+  fs::copy_file(database, other, fs::copy_options::overwrite_existing);
+  DatabaseConnection = Connection(openSqlite(database));
+  Bare bare(other);
+  std::vector<Key> keys;
+  std::int16_t last = 0;
+  for (const Key& key :
+       keysOf("SELECT * FROM PatientCharges WHERE [Status] <> 3 ORDER BY PatientId, "
+              "ChargeRealDate DESC")) {
+    if (key.patient == last) keys.push_back(key);
+    last = key.patient;
+  }
+  const char* read =
+      "SELECT * FROM PatientCharges WHERE Status <> 3 ORDER BY PatientId, ChargeRealDate DESC";
+  const double bareTime = bench::milliseconds([&] {
+    bare.run(read);
+    bareUpdates(bare, keys, "Status = 3");
+  });
+  const double ours = bench::milliseconds([&] {
+    std::string message;
+    if (!archiveCharges(Date{100000}, message)) throw std::runtime_error(message);
+  });
+  bench::report(concat("archiving ", keys.size(), " charges"), "ms", ours,
+                kMostTimesBareWrites * bareTime);
+  fs::remove(other);
+}
+
+}  // namespace
+
+int main() {
+  services().view = [](const fs::path&) {};
+  const std::string database = (bench::folder() / "reports.db").string();
+  bench::makeOffice(database, kOffice);
+  DatabaseConnection = Connection(openSqlite(database));
+  measureList();
+  measureDetails(database);
+  measurePosting(database);
+  measureArchiving(database);
+  return bench::verdict();
+}

@@ -1,0 +1,219 @@
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+#include <filesystem>
+
+#include "charges/frmCharges.h"
+#include "controls/DatePicker.h"
+#include "controls/ProgressWindow.h"
+#include "core/Principal.h"
+#include "reports/ListReports.h"
+#include "tests/forms/FormsFixture.h"
+
+namespace bw {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+// Four charges: Smith's of the seed (ready), Jones's posted, ready and archived by the run.
+class PostingTest : public FormsTest {
+ protected:
+  PostingTest() {
+    for (const char* statement :
+         {"INSERT INTO Insurance VALUES (2, 'Other', '')",
+          "UPDATE Patient SET InsuranceCode = 2 WHERE PatientId = 25001",
+          "INSERT INTO PatientCharges VALUES "
+          "(25001, #06/02/2003#, #09:00:00#, #06/02/2003#, 1, 1, 2, 1, 1, 77), "
+          "(25001, #06/03/2003#, #10:00:00#, #06/03/2003#, 1, 1, 3, 1, 0, NULL), "
+          "(25001, #06/04/2003#, #10:00:00#, #06/04/2003#, 1, 1, 3, 1, 3, NULL)"})
+      run(statement);
+    services().view = [this](const std::filesystem::path& file) { viewed.push_back(file); };
+    openMainWindow();
+    window().resize(1000, 700);
+    click(frmCharges(), "optAllDates");
+    takeStatements();
+  }
+
+  ListView& list() { return control<ListView>(frmCharges(), "ListView1"); }
+  Texts status() { return shownTexts(list(), 6); }
+  static std::string stored() {
+    return rows("SELECT Status, PrintLot FROM PatientCharges ORDER BY ChargeRealDate");
+  }
+  void post(ModalScript::Step step) {
+    script.in("frmPostCharges", std::move(step));
+    trigger(window(), "mnuActions(0)");
+  }
+
+  std::vector<std::filesystem::path> viewed;
+};
+
+TEST_F(PostingTest, PostsWhatIsReadyAndNothingElse) {
+  post([](QWidget& dialog) {
+    EXPECT_EQ(control<QLineEdit>(dialog, "TxtNumCharges").text(), "2");
+    EXPECT_TRUE(control<QLineEdit>(dialog, "TxtNumCharges").isReadOnly());
+    EXPECT_EQ(control<QLineEdit>(dialog, "TxtLotNumber").text(), "200306151");
+    EXPECT_TRUE(control<QCheckBox>(dialog, "chkPrint").isChecked());
+    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
+    click(dialog, "OKButton");
+  });
+  EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
+  EXPECT_EQ(status(), (Texts{"Posted", "Posted", "Posted", ""}));
+  EXPECT_TRUE(viewed.empty());
+  trigger(window(), "mnuActions(0)");
+  EXPECT_EQ(takeMessages(), Texts{"No charges to post!"});
+}
+
+TEST_F(PostingTest, PostsUnderASortThatMovesTheRows) {
+  clickHead(list(), 6);
+  post([](QWidget& dialog) {
+    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
+    click(dialog, "OKButton");
+  });
+  EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
+}
+
+TEST_F(PostingTest, ALotThatIsNoneKeepsTheDialogAndCancelPostsNothing) {
+  post([](QWidget& dialog) {
+    for (const char* lot : {"", "x", "2147483648"}) {
+      control<QLineEdit>(dialog, "TxtLotNumber").setText(lot);
+      click(dialog, "OKButton");
+    }
+    EXPECT_TRUE(dialog.isVisible());
+    click(dialog, "CancelButton");
+  });
+  const std::string told =
+      "The lot number must be a whole number of at most 2147483647. Please correct it.";
+  EXPECT_EQ(takeMessages(), Texts(3, told));
+  EXPECT_EQ(stored(), "0|null 1|77 0|null 3|null");
+  EXPECT_EQ(frmCharges().PostChargeCount, 0);
+}
+
+TEST_F(PostingTest, AChargeThatFailsStaysReadyAndTheOthersArePosted) {
+  run("DELETE FROM PatientCharges WHERE PatientId = 25000");
+  post([](QWidget& dialog) {
+    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
+    click(dialog, "OKButton");
+  });
+  EXPECT_EQ(takeMessages(), Texts{"Problems updating status: U:IMPACTENT"});
+  EXPECT_EQ(stored(), "1|77 1|200306151 3|null");
+  EXPECT_EQ(status(), (Texts{"Ready", "Posted", "Posted", ""}));
+}
+
+TEST_F(PostingTest, MoreThanTheCountHoldsIsToldAndNothingIsPosted) {
+  run("INSERT INTO PatientCharges WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n "
+      "WHERE i < 32767) SELECT 25000, date('2003-07-01', '+' || (i / 80000) || ' days'), "
+      "time(i, 'unixepoch'), '2003-07-01', 1, 1, 1, 2, 0, NULL FROM n");
+  frmCharges().Refresca();
+  trigger(window(), "mnuActions(0)");
+  const Texts told = takeMessages();
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_NE(told.front().find("32770 charges"), std::string::npos);
+  EXPECT_EQ(rows("SELECT count(*) FROM PatientCharges WHERE PrintLot IS NOT NULL"), "1");
+}
+
+TEST_F(PostingTest, PostingGoesOnToPrintAndTheReportsDependOnTheInsurance) {
+  CurrentInsuranceCode = 2;
+  click(frmCharges(), "optSelectedInsurances");
+  script.in("frmPostCharges", [](QWidget& dialog) { click(dialog, "OKButton"); });
+  script.in("frmPrintGeneral", [](QWidget& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Print Charges");
+    auto& items = control<QListWidget>(dialog, "List1");
+    EXPECT_EQ(items.count(), 5);
+    EXPECT_EQ(items.currentRow(), 0);
+    items.setCurrentRow(4);
+    click(dialog, "OKButton");
+  });
+  trigger(window(), "mnuActions(0)");
+  ASSERT_EQ(viewed.size(), 1U);
+  EXPECT_EQ(viewed.front(), services().documentFolder() / "ChargesBillingB.myv");
+  EXPECT_EQ(PrintDialogChoice, 5);
+  click(frmCharges(), "optAllInsurances");
+  script.in("frmPrintGeneral", [](QWidget& dialog) {
+    EXPECT_EQ(control<QListWidget>(dialog, "List1").count(), 3);
+    dialog.close();
+  });
+  frmCharges().Imprimir();
+  EXPECT_EQ(PrintDialogChoice, 0);
+  EXPECT_EQ(viewed.size(), 1U);
+}
+
+TEST_F(PostingTest, AListPrintsAsItStands) {
+  list().setPosition(list().columnOf("StatusDescription"), 1);
+  list().setWidth(list().columnOf("Doctor"), 0);
+  list().setWidth(list().columnOf("Facility"), 180);   // 0.125 inches
+  list().setWidth(list().columnOf("Insurance"), 540);  // 0.375 inches
+  const ColumnLists lists = columnLists(list());
+  EXPECT_EQ(lists.heads, "Status,1;Date,1;Patient,2;E & M Concept,2;Facility,0.12;Insurance,0.38;");
+  EXPECT_EQ(lists.fields,
+            "StatusDescription,1;ChargeRealDate,1;Names,2;EMDescription,2;Facility,0.12;"
+            "Insurance,0.38;");
+  const ListReport& concepts = listReport("frmEMCodes");
+  EXPECT_EQ(reportTitle(concepts.title, concepts.words, 14), "Evaulation & Management Codes ()");
+  EXPECT_EQ(reportTitle("Diagnosis Families(", listReport("frmDiagnosisFamilies").words, 1),
+            "Diagnosis Families(Incomplete)");
+}
+
+TEST_F(PostingTest, ArchivesWhatIsOlderExceptEachPatientsLatest) {
+  run("INSERT INTO PatientCharges VALUES "
+      "(25000, #01/01/2002#, #08:00:00#, #01/01/2002#, 1, 1, 1, 2, 2, 5), "
+      "(25000, #06/14/2002#, #08:00:00#, #06/14/2002#, 1, 1, 1, 2, 1, 6), "
+      "(25000, #06/15/2002#, #08:00:00#, #06/15/2002#, 1, 1, 1, 2, 1, 7)");
+  script.in("frmArchiveCharges", [](QWidget& dialog) {
+    EXPECT_EQ(control<DatePicker>(dialog, "DTPicker1").value(), day(2002, 6, 15));
+    click(dialog, "OKButton");
+  });
+  trigger(window(), "mnuToolsArchive");
+  EXPECT_EQ(takeMessages(), Texts{"Process ended successfully"});
+  // The day itself is not earlier, and lots stay.
+  EXPECT_EQ(stored(), "3|5 3|6 1|7 0|null 1|77 0|null 3|null");
+  EXPECT_EQ(CurrentPatientId, 25001);
+}
+
+TEST_F(PostingTest, ArchivingKeepsTheLatestHoweverOldAndIsStoppedByAFailedRead) {
+  const auto archiveUntil2010 = [](QWidget& dialog) {
+    control<DatePicker>(dialog, "DTPicker1").setValue(day(2010, 1, 1));
+    click(dialog, "OKButton");
+  };
+  script.in("frmArchiveCharges", archiveUntil2010);
+  trigger(window(), "mnuToolsArchive");
+  EXPECT_EQ(takeMessages(), Texts{"Process ended successfully"});
+  EXPECT_EQ(stored(), "0|null 3|77 0|null 3|null");
+  script.in("frmArchiveCharges", [&](QWidget& dialog) {
+    closeConnection();
+    archiveUntil2010(dialog);
+    EXPECT_TRUE(dialog.isVisible());
+    dialog.close();
+  });
+  trigger(window(), "mnuToolsArchive");
+  EXPECT_EQ(takeMessages().size(), 2U);  // the run's, then the view's own
+}
+
+TEST_F(PostingTest, TheWindowTakesNoInputWhileWorkIsShown) {
+  services().patience = {};
+  installProgressWindow();
+  int shown = 0;
+  onStatement = [&](std::string_view statement) {
+    QWidget* progress = QApplication::activeModalWidget();
+    if (!statement.starts_with("UPDATE") || progress == nullptr) return;
+    EXPECT_EQ(progress->objectName(), "Progress");
+    ++shown;
+    EXPECT_TRUE(progress->isVisible());
+    // Would ask a question that no test expects.
+    QTest::keyClick(window().windowHandle(), Qt::Key_Delete);
+    QTest::keyClick(progress, Qt::Key_Escape);
+    progress->close();
+    EXPECT_TRUE(progress->isVisible());
+  };
+  post([](QWidget& dialog) {
+    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
+    click(dialog, "OKButton");
+  });
+  onStatement = nullptr;
+  EXPECT_EQ(shown, 1);  // of two charges: after the first
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,130 @@
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+
+#include "core/Principal.h"
+#include "reports/ApoyoImpresion.h"
+#include "reports/ApoyoMyView.h"
+#include "tests/data/DataFixture.h"
+#include "tests/tools/TemporaryFolder.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+class DocumentTest : public DataTest {
+ protected:
+  DocumentTest() {
+    seedOffice();
+    services().view = [this](const fs::path&) { ++viewed; };
+  }
+
+  void writeDoctors(const char* statement = "SELECT * FROM Doctors") {
+    ListReportWrite(DatabaseConnection.Read(statement), document, 8, 11, "", "Doctors (All)", "",
+                    "Description,2;", "Description,2;");
+  }
+  std::string document_() { return folder.read("documents/DoctorsView.myv"); }
+  std::ptrdiff_t files() const {
+    return std::distance(fs::directory_iterator(document.parent_path()), {});
+  }
+
+  TemporaryFolder folder;
+  fs::path document = folder / "documents/DoctorsView.myv";
+  int viewed = 0;
+};
+
+int modeOf(const fs::path& path) { return static_cast<int>(fs::status(path).permissions()); }
+
+TEST_F(DocumentTest, IsTheUsersAloneAndReplacesTheOneBefore) {
+  folder.write("documents/DoctorsView.myv", "before");
+  fs::remove_all(document.parent_path());
+  writeDoctors();
+  writeDoctors();
+  EXPECT_EQ(modeOf(document), 0600);
+  EXPECT_EQ(modeOf(document.parent_path()), 0700);
+  EXPECT_EQ(files(), 1);
+  EXPECT_EQ(viewed, 2);
+}
+
+TEST_F(DocumentTest, WithoutRecordsNothingIsWrittenOrStarted) {
+  writeDoctors("SELECT * FROM Doctors WHERE DoctorCode=99");
+  EXPECT_FALSE(fs::exists(document.parent_path()));
+  EXPECT_EQ(viewed, 0);
+}
+
+TEST_F(DocumentTest, ADiskThatIsFullLeavesTheOldDocument) {
+  folder.write("documents/DoctorsView.myv", "before");
+  const auto saved = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit small{1000, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  writeDoctors();
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, saved);
+  EXPECT_EQ(takeMessages(),
+            std::vector<std::string>{"The document cannot be written: " + document.string() +
+                                     ": File too large. The document that was there before is "
+                                     "unchanged."});
+  EXPECT_EQ(document_(), "before");
+  EXPECT_EQ(files(), 1);
+  EXPECT_EQ(viewed, 0);
+}
+
+TEST_F(DocumentTest, AFolderThatCannotBeMadeIsTold) {
+  folder.write("documents", "a file, not a folder");
+  writeDoctors();
+  EXPECT_EQ(takeMessages().size(), 1U);
+  EXPECT_EQ(viewed, 0);
+}
+
+TEST_F(DocumentTest, AnUnknownFieldEndsTheReportAndLeavesTheOldDocument) {
+  folder.write("documents/DoctorsView.myv", "before");
+  EXPECT_THROW(ListReportWrite(DatabaseConnection.Read("SELECT * FROM Doctors"), document, 8, 11,
+                               "", "", "", "A,1;", "NoSuchField,1;"),
+               RuntimeError);
+  EXPECT_EQ(document_(), "before");
+  EXPECT_EQ(files(), 1);
+  EXPECT_THROW(ViewerFooterBar(1, 1, 1), RuntimeError);
+}
+
+TEST_F(DocumentTest, AMissingViewerRaisesBehindACompleteDocument) {
+  services().view = [](const fs::path&) { throw RuntimeError(ErrorNumber::fileNotFound); };
+  try {
+    writeDoctors();
+    ADD_FAILURE();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.text(), "File not found");
+  }
+  EXPECT_TRUE(document_().ends_with(",\r\n"));
+}
+
+TEST_F(DocumentTest, ARowThatIsBeingEditedShowsItsNewValues) {
+  const RecordSetRef doctors = DatabaseConnection.Read("SELECT * FROM Doctors");
+  ViewerDocument open(document, 8, 11);
+  const auto cells = [&] { ViewerRowCells(doctors, 0, 0, 1, kBlack, 10, 0, "Description,1;", 1); };
+  cells();
+  doctors->set("Description", "changed");
+  cells();
+  doctors->Update();
+  cells();
+  open.close();
+  const std::string row = "1,0,0,1440,1440,,0,0,1,,,0,,Times New Roman,10,0,1,,";
+  EXPECT_EQ(document_(),
+            "MYVIEWER10,8,11\r\n" + row + "Ames\r\n" + row + "changed\r\n" + row + "changed\r\n");
+}
+
+TEST_F(DocumentTest, LongWorkIsShownAndEndsAlsoWhenItFails) {
+  services().patience = {};
+  std::vector<bool> ended;
+  services().progress = [&](const WorkProgress& work) { ended.push_back(work.ended); };
+  writeDoctors();
+  ASSERT_GE(ended.size(), 2U);
+  EXPECT_FALSE(ended.front());
+  EXPECT_TRUE(ended.back());
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "core/Principal.h"
+#include "platform/Conversions.h"
+#include "reports/ApoyoImpresion.h"
+#include "tests/data/DataFixture.h"
+#include "tests/tools/TemporaryFolder.h"
+
+// A folder of golden/ is a case: case.tsv tells what is reported, expected.myv is the document,
+// byte by byte. A new case is a new folder.
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string contents(const fs::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+std::vector<std::string> caseNames() {
+  std::vector<std::string> names;
+  for (const fs::directory_entry& entry : fs::directory_iterator(GOLDEN_FOLDER))
+    names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+// The first line in which two documents differ, for people.
+std::string firstDifference(const std::string& expected, const std::string& written) {
+  std::istringstream wanted(expected);
+  std::istringstream found(written);
+  std::string a;
+  std::string b;
+  for (int line = 1;; ++line) {
+    const bool more = static_cast<bool>(std::getline(wanted, a));
+    const bool moreFound = static_cast<bool>(std::getline(found, b));
+    if (!more && !moreFound) return "";
+    if (a != b || more != moreFound)
+      return "line " + std::to_string(line) + "\nexpected: " + a + "\nwritten:  " + b;
+  }
+}
+
+class GoldenTest : public DataTest, public ::testing::WithParamInterface<std::string> {
+ protected:
+  GoldenTest() { seedOffice(); }
+
+  std::map<std::string, std::string> read(const fs::path& file) {
+    std::map<std::string, std::string> settings;
+    std::ifstream lines(file);
+    for (std::string line; std::getline(lines, line);) {
+      const std::size_t tab = line.find('\t');
+      const std::string key = line.substr(0, tab);
+      const std::string value = line.substr(tab + 1);
+      if (key == "sql")
+        run(value);
+      else
+        settings[key] = value;
+    }
+    return settings;
+  }
+
+  void write(std::map<std::string, std::string>& settings, const fs::path& document) {
+    const RecordSetRef records = DatabaseConnection.Read(settings["records"]);
+    const double width = Val(settings["page"].substr(0, settings["page"].find('\t')));
+    const double height = Val(settings["page"].substr(settings["page"].find('\t') + 1));
+    const bool real = settings["codes"] == "real";
+    const std::string& title = settings["title"];
+    const std::string& subtitles = settings["subtitles"];
+    if (settings["report"] == "list")
+      ListReportWrite(records, document, width, height, "", title, subtitles, settings["heads"],
+                      settings["fields"]);
+    else if (settings["report"] == "detail")
+      ChargesDetailReport(records, document, width, height, "", title, subtitles, real);
+    else
+      ChargesBillingReport(records, document, width, height, "", title, subtitles, real);
+  }
+
+  TemporaryFolder folder;
+};
+
+TEST_P(GoldenTest, IsWrittenByteByByte) {
+  const fs::path golden = fs::path(GOLDEN_FOLDER) / GetParam();
+  const fs::path document = folder / "documents/report.myv";
+  std::vector<fs::path> viewed;
+  services().view = [&](const fs::path& file) {
+    // The viewer finds the document complete.
+    EXPECT_TRUE(fs::exists(file));
+    viewed.push_back(file);
+  };
+  auto settings = read(golden / "case.tsv");
+  write(settings, document);
+  const std::string expected = contents(golden / "expected.myv");
+  const std::string written = contents(document);
+  EXPECT_EQ(firstDifference(expected, written), "");
+  EXPECT_TRUE(expected == written);
+  EXPECT_EQ(viewed, std::vector<fs::path>{document});
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, GoldenTest, ::testing::ValuesIn(caseNames()),
+                         [](const auto& test) { return test.param; });
+
+}  // namespace
+}  // namespace bw
