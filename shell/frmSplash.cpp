@@ -42,6 +42,7 @@ class Splash : public QDialog {
     auto* timer = new QTimer(this);
     timer->setObjectName("Timer1");
     timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);  // a coarse one may be a twentieth early
     onEvent(timer, &QTimer::timeout, this, [this] { done(0); });
     timer->start(kMilliseconds);
   }
