@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/ColumnFeed.h"
 #include "platform/Engine.h"
 #include "platform/Refusals.h"
 #include "platform/RuntimeError.h"
@@ -76,18 +77,16 @@ FieldType typeOfDeclaration(const char* declaration) noexcept {
   return FieldType::untyped;
 }
 
-std::string_view textOfColumn(sqlite3_stmt* statement, int column) noexcept {
-  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-  return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+std::string_view textOf(sqlite3_value* value) noexcept {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
 }
 
 // bw_fold(text): its Unicode case folding, for the schema's queries.
 void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
   if (sqlite3_value_type(arguments[0]) == SQLITE_NULL) return sqlite3_result_null(context);
   try {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(arguments[0]));
-    const std::string folded =
-        fold({text, static_cast<std::size_t>(sqlite3_value_bytes(arguments[0]))});
+    const std::string folded = fold(textOf(arguments[0]));
     sqlite3_result_text(context, folded.data(), static_cast<int>(folded.size()), SQLITE_TRANSIENT);
   } catch (const std::exception&) {
     sqlite3_result_error_nomem(context);
@@ -113,7 +112,9 @@ class SqliteEngine final : public Engine {
     for (int i = 0; i < count; ++i)
       store->columns.emplace_back(sqlite3_column_name(statement.get(), i),
                                   typeOfDeclaration(sqlite3_column_decltype(statement.get(), i)));
-    while (step(statement)) appendRow(statement.get(), store->columns);
+    std::vector<ColumnFeed> feeds(store->columns.begin(), store->columns.end());
+    while (step(statement)) feedRow(statement.get(), feeds);
+    for (ColumnFeed& feed : feeds) feed.flush();
     for (Column& column : store->columns) column.finish();
     return store;
   }
@@ -192,21 +193,21 @@ class SqliteEngine final : public Engine {
                        refusalSentence(deletes ? Refusal::inUse : Refusal::missingParent));
   }
 
-  static void appendRow(sqlite3_stmt* statement, std::vector<Column>& columns) {
+  static void feedRow(sqlite3_stmt* statement, std::vector<ColumnFeed>& feeds) {
     int i = 0;
-    for (Column& column : columns) {
-      switch (sqlite3_column_type(statement, i)) {
+    for (ColumnFeed& feed : feeds) {
+      sqlite3_value* value = sqlite3_column_value(statement, i++);
+      switch (sqlite3_value_type(value)) {
         case SQLITE_INTEGER:
-          column.appendInteger(sqlite3_column_int64(statement, i));
+          feed.integer(sqlite3_value_int64(value));
           break;
         case SQLITE_NULL:
-          column.appendNull();
+          feed.null();
           break;
         default:
-          column.appendText(textOfColumn(statement, i));
+          feed.text(textOf(value));
           break;
       }
-      ++i;
     }
   }
 
@@ -282,7 +283,9 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
     throw RuntimeError(ErrorNumber::database,
                        refusalSentence(Refusal::notOpened, "there is no file " + path));
   sqlite3* opened = nullptr;
-  const int flags = inMemory ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READWRITE;
+  // One thread uses a connection: locks within it would only cost.
+  const int flags =
+      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (inMemory ? SQLITE_OPEN_CREATE : 0);
   const int status = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
   Database database(opened);
   if (status != SQLITE_OK)

@@ -9,26 +9,34 @@
 namespace bw {
 namespace {
 
-// Multiply and fold, eight bytes at a time: texts here are short and need no stronger mixing.
+template <class Word>
+std::uint64_t load(const char* at) noexcept {
+  Word word = 0;
+  std::memcpy(&word, at, sizeof word);
+  return word;
+}
+
+// Multiply and fold, eight bytes at a time: texts here are short and need no stronger mixing. The
+// last bytes are read in one go, overlapping those before them.
 std::uint64_t hashOf(std::string_view text) noexcept {
   constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15U;
+  constexpr std::size_t kLong = sizeof(std::uint64_t);
+  constexpr std::size_t kShort = sizeof(std::uint32_t);
   std::uint64_t hash = text.size() * kMultiplier;
-  const char* at = text.data();
-  std::size_t left = text.size();
-  const auto mix = [&](std::uint64_t word) {
+  const auto mix = [&hash](std::uint64_t word) {
     hash = (hash ^ word) * kMultiplier;
     hash ^= hash >> 32U;
   };
-  while (left >= sizeof(std::uint64_t)) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, at, sizeof word);
-    mix(word);
-    at += sizeof word;
-    left -= sizeof word;
+  const char* at = text.data();
+  const char* end = at + text.size();
+  if (text.size() >= kLong) {
+    for (; end - at > static_cast<std::ptrdiff_t>(kLong); at += kLong) mix(load<std::uint64_t>(at));
+    mix(load<std::uint64_t>(end - kLong));
+  } else if (text.size() >= kShort) {
+    mix(load<std::uint32_t>(at) << 32U | load<std::uint32_t>(end - kShort));
+  } else {
+    for (; at != end; ++at) mix(static_cast<unsigned char>(*at));
   }
-  std::uint64_t tail = 0;
-  std::memcpy(&tail, at, left);
-  mix(tail);
   return hash;
 }
 

@@ -1,0 +1,36 @@
+// The program's start, up to the first paint of a view. The title window does not wait.
+
+#include <QApplication>
+#include <QTimer>
+#include <cstdlib>
+
+#include "controls/EventGuard.h"
+#include "controls/MessageBox.h"
+#include "core/Services.h"
+#include "shell/Start.h"
+#include "shell/View.h"
+
+namespace {
+
+class Watch : public QObject {
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Show && watched->objectName() == "frmSplash")
+      watched->findChild<QTimer*>("Timer1")->start(0);
+    if (event->type() == QEvent::Paint && dynamic_cast<bw::View*>(watched) != nullptr)
+      QTimer::singleShot(0, watched, [] { std::_Exit(EXIT_SUCCESS); });
+    return false;
+  }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  Watch watch;
+  application.installEventFilter(&watch);
+  bw::services().message = [](const std::string&) { std::_Exit(EXIT_FAILURE); };
+  bool started = false;
+  bw::guarded([&] { started = bw::start(); });
+  return started ? QApplication::exec() : EXIT_FAILURE;
+}

@@ -1,0 +1,149 @@
+// The list of a million charges: filling, its end, a click on a column head.
+
+#include <malloc.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <cstdlib>
+#include <memory>
+
+#include "bench/Measure.h"
+#include "bench/Office.h"
+#include "core/Lists.h"
+#include "data/Literals.h"
+#include "platform/Connection.h"
+#include "platform/Text.h"
+
+namespace {
+
+using namespace bw;
+
+constexpr double kMostFill = 150;       // ms
+constexpr double kMostBytesOfRow = 24;  // beyond the record set
+constexpr double kMostToEnd = 40;       // ms, painted
+constexpr double kMostSortByDate = 60;
+constexpr double kMostSortByNames = 100;
+constexpr double kMostMerge = 20;
+
+std::unique_ptr<ListView> shownList() {
+  auto list =
+      std::make_unique<ListView>(std::vector<ListColumn>{{"ChargeRealDate", "Date", 1440},
+                                                         {"Names", "Patient", 2880},
+                                                         {"EMDescription", "E & M Concept", 2880},
+                                                         {"Doctor", "Doctor", 2880},
+                                                         {"Facility", "Facility", 2880},
+                                                         {"Insurance", "Insurance", 2880},
+                                                         {"StatusDescription", "Status", 1440}},
+                                 ListView::Options{.selection = ListView::Selection::several});
+  list->resize(1000, 600);
+  list->show();
+  QApplication::processEvents();
+  return list;
+}
+
+double allocatedBytes() {
+  const auto info = mallinfo2();
+  return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+void press(ListView& list, int key) {
+  QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+  QApplication::sendEvent(&list, &event);
+}
+
+void measureFill(const RecordSetRef& rows) {
+  double bytes = 0;
+  const double took = bench::median([&] {
+    const auto list = shownList();
+    const double before = allocatedBytes();
+    const double fill = bench::processorMilliseconds([&] { ListFill(*list, rows); });
+    bytes = allocatedBytes() - before;
+    return fill;
+  });
+  bench::report("fill a list of a million rows", "ms", took, kMostFill);
+  bench::report("list of a million rows", "bytes a row",
+                bytes / static_cast<double>(rows->RecordCount()), kMostBytesOfRow);
+}
+
+void measureEnd(ListView& list) {
+  const double took = bench::median([&] {
+    press(list, Qt::Key_Home);
+    list.viewport()->repaint();
+    return bench::processorMilliseconds([&] {
+      press(list, Qt::Key_End);
+      list.viewport()->repaint();
+    });
+  });
+  bench::report("to the end of a million rows", "ms", took, kMostToEnd);
+}
+
+// Up to the painted list. Each click meets a set that another column sorts, as the first click on
+// a fresh list does.
+void measureSort(ListView& list, const RecordSetRef& rows, const char* key, const char* other,
+                 double limit) {
+  const double took = bench::median([&] {
+    rows->setSort(other);
+    return bench::processorMilliseconds([&] {
+      sortByColumn(rows, list, key);
+      list.viewport()->repaint();
+    });
+  });
+  bench::report(concat("click on ", key, " of a million rows"), "ms", took, limit);
+}
+
+// What the charges view does with a charge that the editor has stored.
+void merge(Connection& connection, const RecordSetRef& rows, ListView& list, Date day,
+           TimeOfDay time, std::int16_t patient) {
+  const std::string date = monthFirst(day);
+  const std::string clock = clock24(time);
+  const RecordSetRef fresh =
+      connection.Read(concat("SELECT * FROM ChargesDescriptive WHERE PatientId=", patient,
+                             " and ChargeDate=#", date, "# and ChargeTime=#", clock, "#"));
+  rows->MoveFirst();
+  rows->Find(concat("PatientId=", patient));
+  rows->Find(concat("ChargeDate=#", date, "#"));
+  rows->Find(concat("ChargeTime=#", clock, "#"));
+  mergeRecord(rows, fresh, list);
+}
+
+void measureMerge(Connection& connection) {
+  const RecordSetRef rows = connection.Read("SELECT TOP 100000 * FROM ChargesDescriptive");
+  rows->setSort("ChargeRealDate");
+  const auto list = shownList();
+  ListFill(*list, rows);
+  list->viewport()->repaint();
+  std::ptrdiff_t position = 10;
+  const double took = bench::median([&] {
+    rows->setAbsolutePosition(position);
+    position += 20000;
+    const std::int16_t patient = rows->code("PatientId");
+    const Date day = rows->date("ChargeDate");
+    const TimeOfDay time = rows->time("ChargeTime");
+    return bench::processorMilliseconds([&] {
+      merge(connection, rows, *list, day, time, patient);
+      list->viewport()->repaint();
+    });
+  });
+  bench::report("merge a charge into 100,000 rows", "ms", took, kMostMerge);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  Connection connection(openSqlite(bench::grownOffice().string()));
+  RecordSetRef rows = connection.Read("SELECT * FROM ChargesDescriptive Where [status]<>2");
+  rows->setSort("ChargeRealDate");
+  measureFill(rows);
+  {
+    const auto list = shownList();
+    ListFill(*list, rows);
+    list->viewport()->repaint();
+    measureEnd(*list);
+    measureSort(*list, rows, "ChargeRealDate", "Names", kMostSortByDate);
+    measureSort(*list, rows, "Names", "ChargeRealDate", kMostSortByNames);
+  }
+  rows.close();
+  measureMerge(connection);
+  return bench::verdict();
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <chrono>
+#include <ctime>
+#include <functional>
+#include <string>
+
+namespace bw::bench {
+
+// A measure is a line: name, ours, limit, ratio of the two, parted by tabs. A ratio above 1 is a
+// limit missed.
+
+inline constexpr int kRuns = 5;
+
+// Milliseconds that a call takes.
+template <class F>
+double milliseconds(F f) {
+  const auto begin = std::chrono::steady_clock::now();
+  f();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
+      .count();
+}
+
+// Milliseconds of the processor that a call takes: what computes without waiting takes these on a
+// machine that does nothing else.
+template <class F>
+double processorMilliseconds(F f) {
+  const std::clock_t begin = std::clock();
+  f();
+  return 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+}
+
+// The median of so many calls of `measure`.
+double median(const std::function<double()>& measure);
+
+// Prints a measure. `unit` stands behind the name.
+void report(const std::string& name, const char* unit, double ours, double limit);
+
+// Takes both in turns, so that a busy machine slows both, and prints the pair with the median
+// ratio; the limit is `factor` times what the other took.
+void compare(const std::string& name, double factor, const std::function<double()>& ours,
+             const std::function<double()>& other);
+
+// Success when no limit was missed: what main() returns.
+int verdict() noexcept;
+
+}  // namespace bw::bench

@@ -1,0 +1,175 @@
+#include "bench/Office.h"
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <random>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "data/Schema.h"
+#include "platform/Engine.h"
+#include "platform/Text.h"
+
+namespace bw::bench {
+namespace {
+
+namespace fs = std::filesystem;
+using Number = std::int64_t;
+
+constexpr std::array kSyllables{"Al",  "bran", "cor", "den", "er",  "fen", "gal",
+                                "hol", "in",   "jor", "kel", "lan", "mor", "nor",
+                                "os",  "pel",  "ran", "sol", "tan", "wen"};
+constexpr std::array kFirstNames{"Ada",  "Bruno", "Clara", "Dario", "Elena", "Felix", "Greta",
+                                 "Hugo", "Irma",  "Jonas", "Karla", "Leo",   "Mira",  "Nils",
+                                 "Olga", "Paula", "Quinn", "Rosa",  "Sven",  "Tilda"};
+
+// Rows of one table; a call a row.
+class Rows {
+ public:
+  Rows(Engine& engine, const std::string& table, const std::vector<std::string>& columns)
+      : insert_(engine.prepareInsert(table, columns)) {}
+
+  template <class... Cells>
+  void operator()(const Cells&... cells) {
+    const std::array<Value, sizeof...(Cells)> values{cell(cells)...};
+    insert_->row(values);
+  }
+
+ private:
+  template <class Cell>
+  static Value cell(const Cell& content) {
+    if constexpr (std::is_integral_v<Cell>)
+      return Number{content};
+    else
+      return content;
+  }
+
+  std::unique_ptr<BulkInsert> insert_;
+};
+
+class Office {
+ public:
+  Office(Engine& engine, OfficeSize size) : engine_(engine), size_(size) {}
+
+  void fill() {
+    engine_.execute("BEGIN");
+    fillCatalogues();
+    fillPatients();
+    fillCharges();
+    engine_.execute("COMMIT");
+  }
+
+ private:
+  // 0 to bound - 1; the same on every computer.
+  int any(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
+
+  std::string anyName() {
+    const auto syllable = [this] { return kSyllables[static_cast<std::size_t>(any(20))]; };
+    return concat(syllable(), syllable(), syllable(), ", ",
+                  kFirstNames[static_cast<std::size_t>(any(20))]);
+  }
+
+  void fillCatalogues() {
+    Rows insurances(engine_, "Insurance", {"InsuranceCode", "Description", "BillingInsuranceCode"});
+    for (int i = 1; i <= kInsurances; ++i)
+      insurances(i, concat("Insurance company ", i), concat("IN", i));
+    Rows families(engine_, "DiagnosisFamily",
+                  {"DiagnosisFamilyCode", "DiagnosisFamilyDescription"});
+    families(1, std::string("All"));
+    Rows diagnoses(engine_, "Diagnosis",
+                   {"DiagnosisCode", "Description", "DiagnosisFamilyCode", "RealDiagnosisCode",
+                    "BillingDiagnosisCode"});
+    for (int i = 1; i <= kDiagnoses; ++i)
+      diagnoses(i, concat("Diagnosis number ", i), 1, concat("X", i), concat("DG", i));
+    Rows concepts(
+        engine_, "EvaluationManagement",
+        {"EMCode", "Description", "FacilityTypeCode", "ChargeTypeCode", "AttentionTypeCode",
+         "BillingEMCode", "RealEMCode", "ShowOnFirst", "ShowOnNext", "IsDischarge"});
+    for (int i = 1; i <= kConcepts; ++i)
+      concepts(i, concat("Concept of evaluation ", i), 1 + i % 5, 1 + i % 2, 1 + i / 2 % 2,
+               concat("EM", i), concat("Z", i), 1, 1, 0);
+    Rows facilities(engine_, "Facility",
+                    {"FacilityCode", "Description", "FacilityTypeCode", "BillingFacilityCode",
+                     "BillingFacilityCodeOut"});
+    for (int i = 1; i <= kFacilities; ++i)
+      facilities(i, concat("Facility of care ", i), 1 + i % 5, concat("FI", i), concat("FO", i));
+    Rows doctors(engine_, "Doctors", {"DoctorCode", "Description", "BillingDoctorCode"});
+    for (int i = 1; i <= kDoctors; ++i) doctors(i, anyName(), concat("DR", i));
+  }
+
+  void fillPatients() {
+    Rows rows(engine_, "Patient",
+              {"PatientId", "Names", "DateOfBirth", "AccountNumber", "InsuranceCode"});
+    for (int i = 1; i <= size_.patients; ++i)
+      rows(i, anyName(), Date{10000 + any(25000)}, concat(400000 + i), 1 + any(kInsurances));
+  }
+
+  // Entered on the day of care or up to two days later. No two charges of a day have one time, and
+  // those of neighbouring days have other times, so that no key stands twice.
+  void fillCharges() {
+    Rows rows(engine_, "PatientCharges",
+              {"PatientId", "ChargeDate", "ChargeTime", "ChargeRealDate", "FacilityCode", "EMCode",
+               "DoctorCode", "ReferDoctorCode", "Status", "PrintLot"});
+    Rows diagnoses(engine_, "ChargeDiagnosis",
+                   {"PatientId", "ChargeDate", "ChargeTime", "DiagnosisCode"});
+    const int days = (size_.charges + kChargesOfDay - 1) / kChargesOfDay;
+    for (int i = 0; i < size_.charges; ++i) {
+      const int day = i / kChargesOfDay;
+      const int patient = 1 + any(size_.patients);
+      const Date care{kFirstDay.day + day};
+      const Date entered{care.day + any(3)};
+      const TimeOfDay time{8 * 3600 + i % kChargesOfDay * 80 + day % 3};
+      const bool ready = days - day <= 20;
+      rows(patient, entered, time, care, 1 + any(kFacilities), 1 + any(kConcepts),
+           1 + any(kDoctors), 1 + any(kDoctors), statusOf(i, days - day),
+           ready ? Value() : Value(Number{day + 1}));
+      for (int detail = 0, code = any(kDiagnoses); detail < 2 + i % 2; ++detail, code += 7)
+        diagnoses(patient, entered, time, 1 + code % kDiagnoses);
+      if (i % 100000 == 99999) restart();
+    }
+  }
+
+  static int statusOf(int charge, int daysAgo) {
+    if (daysAgo <= 20) return 0;
+    if (charge % 1000 == 0) return 2;
+    return daysAgo <= 90 ? 1 : 3;
+  }
+
+  void restart() {
+    engine_.execute("COMMIT");
+    engine_.execute("BEGIN");
+  }
+
+  Engine& engine_;
+  OfficeSize size_;
+  std::mt19937 random_{20030615};
+};
+
+}  // namespace
+
+fs::path folder() { return BENCH_FOLDER; }
+
+void makeOffice(const fs::path& path, OfficeSize size) {
+  for (const char* ending : {"", "-wal", "-shm"}) fs::remove(path.string() + ending);
+  const std::unique_ptr<Engine> engine = createSqlite(path.string());
+  createSchema(*engine);
+  engine->execute("PRAGMA cache_size=-500000");
+  engine->execute("PRAGMA synchronous=OFF");
+  engine->execute("PRAGMA foreign_keys=OFF");
+  Office(*engine, size).fill();
+}
+
+fs::path grownOffice() {
+  const fs::path path = folder() / "bench-office.db";
+  if (fs::exists(path)) return path;
+  std::cerr << "Making the office of a million charges, once.\n";
+  // Under another name as long as it grows: one that was broken off is not taken for whole.
+  const fs::path growing = folder() / "bench-office.part";
+  makeOffice(growing, kGrownOffice);
+  fs::rename(growing, path);
+  return path;
+}
+
+}  // namespace bw::bench

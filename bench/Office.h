@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+
+#include "platform/Moment.h"
+
+namespace bw::bench {
+
+struct OfficeSize {
+  int patients = 0;
+  int charges = 0;  // with two or three diagnoses each
+};
+
+// 32,000 patients, 1,000,000 charges, 2,500,000 diagnoses. One charge in a thousand is of status 2,
+// the others are shown in the unfiltered list.
+inline constexpr OfficeSize kGrownOffice{32000, 1000000};
+
+// Numbers of patients, doctors and the like run from 1 to these.
+inline constexpr int kDoctors = 300;
+inline constexpr int kFacilities = 150;
+inline constexpr int kInsurances = 40;
+inline constexpr int kConcepts = 90;
+inline constexpr int kDiagnoses = 2000;
+
+// Charges are 400 on each day, from the first on; the lot of a day's charges is the day's number,
+// from 1. The last 20 days have none.
+inline constexpr int kChargesOfDay = 400;
+inline constexpr Date kFirstDay{36526};
+
+// The folder that files of a run are made in.
+std::filesystem::path folder();
+
+// Makes an office at a path, in place of what is there. The same rows every time.
+void makeOffice(const std::filesystem::path& path, OfficeSize size);
+
+// The grown office, made when it is not there. Nobody writes to it.
+std::filesystem::path grownOffice();
+
+}  // namespace bw::bench
