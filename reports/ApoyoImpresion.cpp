@@ -182,7 +182,8 @@ void writeDetailColumn(const Sheet& sheet, double x, const char* caption,
 
 // The sheet for data entry.
 
-constexpr double kBillingRow = 0.25;  // height of a text's box
+constexpr double kBillingHead = 0.25;
+constexpr double kBillingRow = 0.2;  // a text's box: a rule between patients stays clear of it
 
 struct BillingColumn {
   const char* caption;
@@ -201,12 +202,12 @@ constexpr BillingColumn kBillingColumns[] = {
 
 void writeBillingHeads(Sheet& sheet) {
   for (const BillingColumn& column : kBillingColumns) {
-    ViewerShape(sheet.page(), column.shapeX, sheet.y, column.shapeW, kBillingRow, 0.001, kGrey,
+    ViewerShape(sheet.page(), column.shapeX, sheet.y, column.shapeW, kBillingHead, 0.001, kGrey,
                 kGrey);
-    ViewerText(sheet.page(), column.textX, sheet.y, column.textW, kBillingRow, kLeft, kMiddle,
+    ViewerText(sheet.page(), column.textX, sheet.y, column.textW, kBillingHead, kLeft, kMiddle,
                kBlack, 10, true, true, column.caption);
   }
-  sheet.y += 0.25;
+  sheet.y += kBillingHead;
 }
 
 // The height of a charge's line, by its codes, four to a row. The procedures' share is rounded to
@@ -215,7 +216,8 @@ double billingHeight(std::ptrdiff_t diagnoses, std::ptrdiff_t procedures) {
   const auto rows = [](std::ptrdiff_t codes) {
     return std::floor(static_cast<double>(codes - 1) / 4) + 1;
   };
-  return std::max({rows(diagnoses) * 0.2, std::nearbyint(rows(procedures) * 0.2), 0.2});
+  return std::max(
+      {rows(diagnoses) * kBillingRow, std::nearbyint(rows(procedures) * kBillingRow), kBillingRow});
 }
 
 void writeCell(const Sheet& sheet, double x, double y, double w, std::string_view text,

@@ -20,18 +20,19 @@ namespace {
 constexpr std::string_view kTextItem = ",,0,";
 constexpr std::string_view kPageTotalItem = ",1,0,";
 
+// Most texts stand in the file as they are.
+bool needsNoChange(std::string_view text) noexcept {
+  return std::none_of(text.begin(), text.end(),
+                      [](char c) { return (c & 0x80) != 0 || c == '\n' || c == '\r'; });
+}
+
 // How a text of a document stands in its file.
 std::string fileText(std::string_view text) {
+  if (needsNoChange(text)) return std::string(text);
   std::string out = toWindows1252(text);
   std::replace(out.begin(), out.end(), '\r', ' ');
   std::replace(out.begin(), out.end(), '\n', ' ');
   return out;
-}
-
-// Most texts stand there as they are.
-bool needsNoChange(std::string_view text) noexcept {
-  return std::none_of(text.begin(), text.end(),
-                      [](char c) { return (c & 0x80) != 0 || c == '\n' || c == '\r'; });
 }
 
 // Inches in twips, as a number of single precision. The product is made in double: 0.65 inches are
