@@ -20,13 +20,6 @@ bool isMoment(FieldType type) noexcept {
   return type == FieldType::date || type == FieldType::time || type == FieldType::dateTime;
 }
 
-template <class Unsigned>
-Unsigned loadAs(const std::uint8_t* at) noexcept {
-  Unsigned number = 0;
-  std::memcpy(&number, at, sizeof number);
-  return number;
-}
-
 // The code of a value in a block; the highest one stands for Null.
 template <class Unsigned>
 Unsigned codeOf(std::int64_t value, std::int64_t base) noexcept {
@@ -58,28 +51,7 @@ bool storeAs(std::uint8_t* at, std::int64_t value, std::int64_t base) noexcept {
   return true;
 }
 
-template <class Unsigned>
-std::int64_t unpack(const std::uint8_t* at, std::int64_t base) noexcept {
-  const auto code = loadAs<Unsigned>(at);
-  if (code == std::numeric_limits<Unsigned>::max()) return Column::kNull;
-  return static_cast<std::int64_t>(static_cast<std::uint64_t>(base) + code);
-}
-
 }  // namespace
-
-std::int64_t Column::Block::raw(std::size_t index) const noexcept {
-  const std::uint8_t* at = bytes.data() + index * width;
-  switch (width) {
-    case 1:
-      return unpack<std::uint8_t>(at, base);
-    case 2:
-      return unpack<std::uint16_t>(at, base);
-    case 4:
-      return unpack<std::uint32_t>(at, base);
-    default:
-      return unpack<std::uint64_t>(at, base);
-  }
-}
 
 bool Column::Block::store(std::size_t index, std::int64_t raw) noexcept {
   std::uint8_t* at = bytes.data() + index * width;
@@ -180,12 +152,6 @@ void Column::becomeText() {
     append(raw == kNull ? kNull : dictionary_.number(std::to_string(raw)));
 }
 
-std::int64_t Column::raw(std::size_t row) const noexcept {
-  const std::size_t block = row / kBlockRows;
-  const std::size_t index = row % kBlockRows;
-  return block < sealed_ ? blocks_[block].raw(index) : open_[index];
-}
-
 Value Column::value(std::size_t row) const {
   const std::int64_t number = raw(row);
   if (number == kNull) return {};
@@ -244,10 +210,6 @@ void Column::set(std::size_t row, const Value& value) {
   for (std::size_t i = 0; i < kBlockRows; ++i) values[i] = blocks_[block].raw(i);
   values[row % kBlockRows] = number;
   blocks_[block].pack(values);
-}
-
-std::int64_t Column::rank(std::int64_t raw) const {
-  return raw == kNull || !isText() ? raw : dictionary_.rank(raw);
 }
 
 std::size_t Column::bytes() const noexcept {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -36,7 +37,11 @@ class Column {
 
   Value value(std::size_t row) const;
   bool isNull(std::size_t row) const noexcept { return raw(row) == kNull; }
-  std::int64_t raw(std::size_t row) const noexcept;
+  std::int64_t raw(std::size_t row) const noexcept {
+    const std::size_t block = row / kBlockRows;
+    const std::size_t index = row % kBlockRows;
+    return block < sealed_ ? blocks_[block].raw(index) : open_[index];
+  }
   std::string_view textOfRaw(std::int64_t raw) const { return dictionary_.text(raw); }
 
   static DateTime momentOfRaw(std::int64_t raw) noexcept;
@@ -55,7 +60,9 @@ class Column {
 
   // Keys that order like the values, without regard to the case of texts; Null is the lowest.
   // Ranks stay valid until the column grows or changes.
-  std::int64_t rank(std::int64_t raw) const;
+  std::int64_t rank(std::int64_t raw) const noexcept {
+    return raw == kNull || !isText() ? raw : dictionary_.rank(raw);
+  }
   void prepareRanks() const {
     if (isText()) dictionary_.prepareRanks();
   }
@@ -71,7 +78,26 @@ class Column {
     std::int64_t base = 0;
     std::uint8_t width = 0;
     std::vector<std::uint8_t> bytes;
-    std::int64_t raw(std::size_t index) const noexcept;
+    std::int64_t raw(std::size_t index) const noexcept {
+      const std::uint8_t* at = bytes.data() + index * width;
+      switch (width) {
+        case 1:
+          return unpack<std::uint8_t>(at);
+        case 2:
+          return unpack<std::uint16_t>(at);
+        case 4:
+          return unpack<std::uint32_t>(at);
+        default:
+          return unpack<std::uint64_t>(at);
+      }
+    }
+    template <class Unsigned>
+    std::int64_t unpack(const std::uint8_t* at) const noexcept {
+      Unsigned code = 0;
+      std::memcpy(&code, at, sizeof code);
+      if (code == std::numeric_limits<Unsigned>::max()) return kNull;
+      return static_cast<std::int64_t>(static_cast<std::uint64_t>(base) + code);
+    }
     void pack(const std::vector<std::int64_t>& values);
     // Overwrites one value; false when it does not fit the block's base and width.
     bool store(std::size_t index, std::int64_t raw) noexcept;

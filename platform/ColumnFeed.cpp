@@ -11,7 +11,7 @@ void ColumnFeed::null() {
 void ColumnFeed::text(std::string_view text) {
   if (!column_.isText()) return column_.appendText(text);
   bytes_ += text;
-  sizes_[count_++] = text.size();
+  sizes_[count_++] = static_cast<std::uint32_t>(text.size());
   if (count_ == kBatch) flush();
 }
 

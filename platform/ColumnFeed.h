@@ -27,11 +27,11 @@ class ColumnFeed {
 
  private:
   static constexpr std::size_t kBatch = 256;
-  static constexpr std::size_t kNoValue = std::string::npos;
+  static constexpr std::uint32_t kNoValue = 0xffffffffU;
 
   Column& column_;
   std::string bytes_;
-  std::array<std::size_t, kBatch> sizes_{};
+  std::array<std::uint32_t, kBatch> sizes_{};
   std::size_t count_ = 0;
 };
 

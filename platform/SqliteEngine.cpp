@@ -21,8 +21,12 @@ struct CloseDatabase {
 struct Finalize {
   void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
 };
+struct Reset {
+  void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_reset(statement); }
+};
 using Database = std::unique_ptr<sqlite3, CloseDatabase>;
 using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+using Run = std::unique_ptr<sqlite3_stmt, Reset>;  // of a statement that is kept
 
 // What follows the last colon of the engine's text: the name of a constraint or of a column.
 std::string detailOf(std::string_view message) {
@@ -93,30 +97,42 @@ void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noex
   }
 }
 
+// A SELECT without the number that it ends with ("... where DoctorCode="); empty for others.
+std::string_view headOfNumbered(std::string_view text) noexcept {
+  constexpr std::size_t kMostDigits = 9;
+  const std::size_t last = text.find_last_not_of("0123456789");
+  if (last == std::string_view::npos || text[last] != '=') return {};
+  const std::size_t digits = text.size() - last - 1;
+  if (digits == 0 || digits > kMostDigits || !sameName(text.substr(0, 7), "SELECT ")) return {};
+  return text.substr(0, last + 1);
+}
+
 class SqliteEngine final : public Engine {
  public:
   explicit SqliteEngine(Database database) : database_(std::move(database)) {}
 
   std::int64_t execute(const std::string& text) override {
+    forgetNumbered();
     const Statement statement = prepare(text);
-    while (step(statement)) {
+    while (step(statement.get())) {
     }
     return sqlite3_stmt_readonly(statement.get()) != 0 ? 0 : sqlite3_changes64(database_.get());
   }
 
+  // One record after another is often read by statements that differ in nothing but the number at
+  // their end. From the second one on they share a prepared statement; the first one runs as it
+  // stands, since the number may matter to its plan.
   std::shared_ptr<RowStore> read(const std::string& text) override {
-    const Statement statement = prepare(text);
-    auto store = std::make_shared<RowStore>();
-    const int count = sqlite3_column_count(statement.get());
-    store->columns.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i)
-      store->columns.emplace_back(sqlite3_column_name(statement.get(), i),
-                                  typeOfDeclaration(sqlite3_column_decltype(statement.get(), i)));
-    std::vector<ColumnFeed> feeds(store->columns.begin(), store->columns.end());
-    while (step(statement)) feedRow(statement.get(), feeds);
-    for (ColumnFeed& feed : feeds) feed.flush();
-    for (Column& column : store->columns) column.finish();
-    return store;
+    const std::string_view head = headOfNumbered(text);
+    if (head.empty() || head != numberedHead_) {
+      forgetNumbered();
+      numberedHead_ = head;
+      return readAll(prepare(text).get());
+    }
+    if (!numbered_) numbered_ = prepare(numberedHead_ + "?");
+    const Run run(numbered_.get());
+    sqlite3_bind_int64(run.get(), 1, std::stoll(text.substr(head.size())));
+    return readAll(run.get());
   }
 
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
@@ -153,7 +169,7 @@ class SqliteEngine final : public Engine {
 
   // Steps an insert to its end, and leaves it ready for the next.
   void insert(const Statement& statement) {
-    step(statement);
+    step(statement.get());
     sqlite3_reset(statement.get());
   }
 
@@ -173,11 +189,30 @@ class SqliteEngine final : public Engine {
     return statement;
   }
 
-  bool step(const Statement& statement) const {
-    const int status = sqlite3_step(statement.get());
+  bool step(sqlite3_stmt* statement) const {
+    const int status = sqlite3_step(statement);
     if (status == SQLITE_ROW) return true;
-    if (status != SQLITE_DONE) refuseStep(statement.get());
+    if (status != SQLITE_DONE) refuseStep(statement);
     return false;
+  }
+
+  std::shared_ptr<RowStore> readAll(sqlite3_stmt* statement) const {
+    auto store = std::make_shared<RowStore>();
+    const int count = sqlite3_column_count(statement);
+    store->columns.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+      store->columns.emplace_back(sqlite3_column_name(statement, i),
+                                  typeOfDeclaration(sqlite3_column_decltype(statement, i)));
+    std::vector<ColumnFeed> feeds(store->columns.begin(), store->columns.end());
+    while (step(statement)) feedRow(statement, feeds);
+    for (ColumnFeed& feed : feeds) feed.flush();
+    for (Column& column : store->columns) column.finish();
+    return store;
+  }
+
+  void forgetNumbered() noexcept {
+    numbered_.reset();
+    numberedHead_.clear();
   }
 
   // A foreign key tells neither table nor direction; the statement's kind does.
@@ -212,6 +247,8 @@ class SqliteEngine final : public Engine {
   }
 
   Database database_;
+  std::string numberedHead_;  // of the statement read last, when it is one
+  Statement numbered_;        // for those that begin the same
 };
 
 void bind(sqlite3_stmt* statement, int place, const Value& value) {
