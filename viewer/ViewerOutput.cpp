@@ -1,10 +1,10 @@
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QStatusBar>
 
+#include "viewer/PrintDialog.h"
 #include "viewer/Saving.h"
 #include "viewer/ViewerWindow.h"
 
@@ -85,7 +85,7 @@ void ViewerWindow::print() {
   const std::shared_ptr<const Document> held = document_;
   QPrinter printer(QPrinter::HighResolution);
   preparePrinter(printer, *held, file_.name());
-  QPrintDialog dialog(&printer, this);
+  PrintDialog dialog(&printer, this);
   dialog.setOptions(QPrintDialog::PrintToFile | QPrintDialog::PrintPageRange |
                     QPrintDialog::PrintCurrentPage | QPrintDialog::PrintCollateCopies);
   dialog.setMinMax(1, static_cast<int>(held->pageCount()));

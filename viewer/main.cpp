@@ -31,7 +31,8 @@ int saveOnly(const QCommandLineParser& line) {
     return complain(QString("The document \"%1\" cannot be opened: %2.")
                         .arg(path, QString::fromStdString(error.message())));
   if (document->damage()) complain(QString::fromStdString(sentence(document->damage())));
-  if (document->pageCount() == 0) return complain("This report has no pages.");
+  if (document->pageCount() == 0)
+    return document->damage() ? EXIT_FAILURE : complain("This report has no pages.");
   const auto goOn = [](std::size_t, std::size_t) { return true; };
   QString reason;
   const auto failed = [&](const QCommandLineOption& option) {

@@ -6,14 +6,17 @@
 #include <QFile>
 #include <QFontMetricsF>
 #include <QImage>
+#include <QLineEdit>
 #include <QPageRanges>
 #include <QPainter>
 #include <QPrinter>
+#include <QRadioButton>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include "tests/viewer/SampleDocument.h"
 #include "viewer/PagePainter.h"
+#include "viewer/PrintDialog.h"
 
 namespace bw {
 
@@ -70,6 +73,16 @@ TEST_F(Printed, ChoiceOfPages) {
   EXPECT_EQ(chosenPages(printer_, 3, 1), (std::vector<std::size_t>{3, 2}));
   printer_.setPageRanges(QPageRanges::fromString("7-9"));
   EXPECT_TRUE(chosenPages(printer_, 3, 2).empty());
+}
+
+TEST_F(Printed, SeveralRangesOfTheDialogReachThePrinter) {
+  PrintDialog dialog(&printer_);
+  dialog.setMinMax(1, 5);
+  dialog.findChild<QRadioButton*>("pagesRadioButton")->setChecked(true);
+  dialog.findChild<QLineEdit*>("pagesLineEdit")->setText("2-3,5");
+  dialog.accept();
+  EXPECT_EQ(dialog.result(), QDialog::Accepted);
+  EXPECT_EQ(chosenPages(printer_, 5, 1), (std::vector<std::size_t>{2, 3, 5}));
 }
 
 TEST_F(Printed, WideDocumentTurnsThePaperAndKeepsIt) {
