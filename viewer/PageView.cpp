@@ -75,8 +75,9 @@ void PageView::setZoom(double zoom) {
 
 void PageView::setFit(Fit fit) {
   fit_ = fit;
-  layOut();
-  if (fit == Fit::page) goToPage(currentPage());
+  const std::size_t page = currentPage();
+  layOutInPlace();
+  if (fit == Fit::page) goToPage(page);
   emit zoomChanged();
 }
 
@@ -183,6 +184,16 @@ void PageView::layOut() {
   viewport()->update();
 }
 
+// What stands at the top stays there, and the page stays current.
+void PageView::layOutInPlace() {
+  if (layout_.pages == 0) return layOut();
+  const int current = current_;
+  const Spot place = spotAt(QPoint(0, 0));
+  layOut();
+  scrollTo(place, QPointF(0, 0));
+  setCurrent(current);
+}
+
 void PageView::applyFit() {
   if (fit_ == Fit::none) return;
   const QSizeF natural = naturalPage();
@@ -208,16 +219,8 @@ void PageView::setCurrent(int page) {
 }
 
 void PageView::resizeEvent(QResizeEvent*) {
-  if (layout_.pages == 0) {
-    layOut();
-    return;
-  }
-  const int current = current_;
-  const Spot place = spotAt(QPoint(0, 0));
   const double zoom = zoom_;
-  layOut();
-  scrollTo(place, QPointF(0, 0));
-  setCurrent(current);
+  layOutInPlace();
   if (zoom != zoom_) emit zoomChanged();
 }
 

@@ -139,6 +139,19 @@ TEST_F(Viewer, ZoomKeepsThePageAndFitEndsWithIt) {
   EXPECT_EQ(view()->zoom(), PageLayout::kMinZoom);
 }
 
+TEST_F(Viewer, FittingStaysWhereItIs) {
+  for (const std::size_t page : {4U, 2U}) {
+    view()->goToPage(page);
+    for (const char* fit : {"fitPage", "fitWidth"}) {
+      run(fit);
+      EXPECT_EQ(view()->currentPage(), page) << fit;
+      const int shown = view()->verticalScrollBar()->value();
+      view()->goToPage(page);
+      EXPECT_NEAR(shown, view()->verticalScrollBar()->value(), PageLayout::kGap) << fit;
+    }
+  }
+}
+
 TEST_F(Viewer, FindGoesForwardBackwardAndRound) {
   run("find");
   auto* edit = part<QLineEdit>("findText");
