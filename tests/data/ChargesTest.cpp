@@ -97,18 +97,6 @@ TEST_F(ChargesTest, FailingDetailTakesTheNewChargeBackAndItsTextSurvives) {
   EXPECT_EQ(count("ChargeProcedures"), "1");
 }
 
-TEST_F(ChargesTest, SecondChargeWithinTheSameSecondIsRefused) {
-  ASSERT_EQ(insert(";", ";"), 0);
-  const TimeOfDay first = time;
-  time = {};
-  EXPECT_EQ(insert(";1;", ";"), 1);
-  EXPECT_EQ(message, kDuplicateKey);
-  EXPECT_EQ(time, TimeOfDay{});
-  now.time.second += 1;
-  EXPECT_EQ(insert(";1;", ";"), 0);
-  EXPECT_EQ(time.second, first.second + 1);
-}
-
 TEST_F(ChargesTest, UpdateTouchesOnlyTheDifference) {
   const struct {
     const char* diagnoses;

@@ -210,6 +210,28 @@ TEST_F(MergeTest, OnlyTheCloseBoxAfterAMergeReadsTheViewAgain) {
   EXPECT_EQ(owners(), "25000|1 25001|1 25010|2");
 }
 
+// More than the engine takes conditions in one statement.
+TEST_F(MergeTest, TwelveHundredPatientsBecomeOne) {
+  const std::string numbers =
+      " WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 1199) SELECT ";
+  run("INSERT INTO Patient (PatientId, Names, DateOfBirth, InsuranceCode)" + numbers +
+      "i + 26000, 'P', '1950-01-01', 1 FROM n");
+  run("INSERT INTO PatientCharges" + numbers +
+      "i + 26000, '2001-01-01', time(i, 'unixepoch'), '2001-01-01', 1, 1, 1, 2, 0, NULL FROM n");
+  frmPatients().Refresca();
+  clickRow(list(), rowOf("P"));
+  clickRow(list(), rowOf("P") + 1199, Qt::ShiftModifier);
+  script.in("frmMergePatients", [](QWidget& dialog) {
+    auto& choice = control<ListView>(dialog, "ListView1");
+    EXPECT_EQ(choice.count(), 1200);
+    clickRow(choice, 1100);
+    click(dialog, "btnOk");
+    click(dialog, "btnCancel");
+  });
+  trigger(window(), "Merge");
+  EXPECT_EQ(owners(), "25000|1 25001|1 25010|2 27100|1200");
+}
+
 TEST_F(MergeTest, FewerThanTwoPatientsGetAMessageAndNoDialog) {
   for (const Strings& names : {Strings{}, Strings{"Smith, Ann"}}) {
     select(names);
