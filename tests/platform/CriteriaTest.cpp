@@ -37,7 +37,7 @@ TEST(DateLiteral, IsNoneWhenThereIsNoSuchMoment) {
       "6/15", "6/15/2003/1", "6-15-2003", "2003/06/15T14:05:09", "24:00:00", "14:60:00", "14:05",
       "14:5:09", "14:05:9", "0:05:09 AM", "13:05:09 PM", "14:05:09 6/15/2003", "6/15/2003 x",
       "6/15/2003 14:05:09 x", "6 /15/2003", "12345/6/15", "6/15/20031", "+6/15/2003", "/ /"})
-  // clang-format on
+    // clang-format on
     EXPECT_EQ(parseDateLiteral(text), std::nullopt) << text;
 }
 
@@ -75,7 +75,7 @@ TEST(Clause, RefusesEverythingElse) {
       "a=7x", "a=1e3", "a=+-7", "a=- 7", "a=99999999999999999999", "a=NULL", "a='x", "a='x''",
       "a='x'y'", "a=#6/15/2003", "a=#2/30/2003#", "a=##", "[a=7", "[]=7", "a b=7", "a=7 and b=8",
       "a=7 or b=8", "(a=7)", "a=7;", "a=\"x\""})
-  // clang-format on
+    // clang-format on
     EXPECT_EQ(raisedBy([&] { return parseClause(text); }), ErrorNumber::badArguments) << text;
 }
 
