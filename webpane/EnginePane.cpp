@@ -13,8 +13,12 @@ EnginePane::EnginePane(QWidget* parent) : WebPane(parent), view_(new QWebEngineV
   whole->setContentsMargins(0, 0, 0, 0);
   whole->addWidget(view_);
   setFocusProxy(view_);
-  connect(view_, &QWebEngineView::loadStarted, this, [this] { busy_ = true; });
+  connect(view_, &QWebEngineView::loadStarted, this, [this] { loading_ = busy_ = true; });
   connect(view_, &QWebEngineView::loadFinished, this, [this] { complete(); });
+  // A step within the page is no load: it is over when the address has changed.
+  connect(view_, &QWebEngineView::urlChanged, this, [this] {
+    if (busy_ && !loading_) complete();
+  });
   connect(view_, &QWebEngineView::renderProcessTerminated, this, [this] { complete(); });
   connect(view_, &QWebEngineView::titleChanged, this, [this] {
     if (onComplete) onComplete();
@@ -25,14 +29,16 @@ EnginePane::EnginePane(QWidget* parent) : WebPane(parent), view_(new QWebEngineV
 }
 
 void EnginePane::complete() {
-  busy_ = false;
+  loading_ = busy_ = false;
   if (onComplete) onComplete();
 }
 
 // The engine reports the start of a load later: until then the pane counts as busy already.
 void EnginePane::navigate(const QUrl& address) {
-  busy_ = true;
+  const bool withinPage = address.hasFragment() && address != view_->url() &&
+                          address.matches(view_->url(), QUrl::RemoveFragment);
   view_->setUrl(address);
+  busy_ = busy_ || !withinPage;
 }
 
 void EnginePane::goBack() {
@@ -52,7 +58,7 @@ void EnginePane::refresh() {
 
 void EnginePane::stop() {
   view_->stop();
-  busy_ = false;
+  loading_ = busy_ = false;
 }
 
 QString EnginePane::locationName() const { return view_->title(); }

@@ -24,6 +24,7 @@ class EnginePane : public WebPane {
   void complete();
 
   QWebEngineView* view_;
+  bool loading_ = false;  // between the engine's start and end of a load
   bool busy_ = false;
 };
 

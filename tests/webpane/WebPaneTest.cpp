@@ -97,6 +97,18 @@ TEST_F(WebPaneTest, ButtonsMoveThroughThePages) {
   EXPECT_TRUE(takeFatal().empty());
 }
 
+TEST_F(WebPaneTest, AStepWithinThePageEndsAtOnce) {
+  openMainWindow();
+  showWeb();
+  expectPage("start");
+  open(server_.address("/start#part"));
+  EXPECT_FALSE(pane().isBusy()) << "nothing is loaded for it";
+  press("Back");
+  expectPage("start");
+  press("Fordward");
+  expectPage("start");
+}
+
 TEST_F(WebPaneTest, StopLeavesThePageThatWasOnShow) {
   openMainWindow();
   showWeb();
