@@ -53,7 +53,7 @@ const Browser::Command Browser::kCommands[] = {
 
 Browser::Browser(QWidget* parent)
     : View("frmBrowser", "Fenmoor Systems on the Web", parent),
-      moduleFile(besideProgram("lib/brantiwell/brantiwell-webpane.so")),
+      moduleFile(besideProgram("lib/brantiwell/modules/brantiwell-webpane.so")),
       timTimer(new QTimer(this)) {
   timTimer->setObjectName("timTimer");
   timTimer->setInterval(kTimerInterval);
