@@ -10,6 +10,7 @@
 #include "shell/frmSplash.h"
 
 namespace bw {
+
 bool start() {
   DatabasePath = installationText("Database");
   ReportHeaderLine.clear();
