@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "controls/EventGuard.h"
+#include "controls/FindAsYouType.h"
 #include "controls/QtText.h"
 #include "controls/Twips.h"
 #include "platform/Formats.h"
@@ -46,7 +47,8 @@ class RowDelegate : public QStyledItemDelegate {
 std::string rowKey(std::ptrdiff_t position) { return "K" + zeroFilled(position, 10); }
 
 ListView::ListView(std::vector<ListColumn> columns, Options options, QWidget* parent)
-    : QTableView(parent), model_(std::move(columns), options.checkBoxes) {
+    : QTableView(parent), model_(std::move(columns), options.checkBoxes),
+      find_(new FindAsYouType(*this, model_)) {
   setModel(&model_);
   setItemDelegate(new RowDelegate(this));
   setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -173,37 +175,46 @@ void ListView::tickCurrent() {
                  Qt::CheckStateRole);
 }
 
-void ListView::keyPressEvent(QKeyEvent* event) {
-  const bool plain =
-      event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
-  const auto run = [&](const std::function<void()>& handler) { guarded([&] { handler(); }); };
-  switch (plain ? event->key() : 0) {
+// The keys that a list gives a meaning of its own. False for the others, and for those without a
+// handler here.
+bool ListView::runKey(int key) {
+  const auto run = [](const std::function<void()>& handler) {
+    if (handler) guarded([&] { handler(); });
+    return handler != nullptr;
+  };
+  switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (onOpen) return run(onOpen);
-      return event->ignore();
+      return run(onOpen);
     case Qt::Key_Insert:
-      if (onInsertKey) return run(onInsertKey);
-      return event->ignore();
+      return run(onInsertKey);
     case Qt::Key_Delete:
-      if (onDeleteKey) return run(onDeleteKey);
-      return event->ignore();
+      return run(onDeleteKey);
     case Qt::Key_Space:
-      if (model_.hasCheckBoxes() && currentIndex().isValid()) return tickCurrent();
-      break;
+      if (!model_.hasCheckBoxes() || !currentIndex().isValid()) return false;
+      tickCurrent();
+      return true;
     case Qt::Key_Left:
-    case Qt::Key_Right: {
-      QScrollBar* bar = horizontalScrollBar();
-      bar->triggerAction(event->key() == Qt::Key_Left ? QAbstractSlider::SliderSingleStepSub
-                                                      : QAbstractSlider::SliderSingleStepAdd);
-      return;
-    }
+    case Qt::Key_Right:
+      horizontalScrollBar()->triggerAction(key == Qt::Key_Left
+                                               ? QAbstractSlider::SliderSingleStepSub
+                                               : QAbstractSlider::SliderSingleStepAdd);
+      return true;
     default:
-      break;
+      return false;
   }
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex before = currentIndex();
-  QTableView::keyPressEvent(event);
-  if (currentIndex() != before && onChosen) run(onChosen);
+  const bool plain =
+      event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
+  if (!find_->takeKey(*event)) {
+    if (plain && runKey(event->key())) return;
+    QTableView::keyPressEvent(event);
+  }
+  if (currentIndex() == before || !onChosen) return;
+  guarded([&] { onChosen(); });
 }
 
 QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

@@ -9,10 +9,13 @@
 
 namespace bw {
 
+class FindAsYouType;
+
 // A list of rows under column heads. Columns can be dragged, resized and hidden (width 0); it
 // never sorts by itself. A row is known by its key: "K" and its position in the record set, at the
 // moment of filling, in ten digits.
-// Selecting, ticking and changing texts by code runs no handler.
+// Selecting, ticking and changing texts by code runs no handler. Letters typed find a row (see
+// FindAsYouType).
 class ListView : public QTableView {
  public:
   enum class Selection { single, several };
@@ -77,8 +80,10 @@ class ListView : public QTableView {
  private:
   void setUpHeaders();
   void tickCurrent();
+  bool runKey(int key);
 
   ListModel model_;
+  FindAsYouType* find_;        // a child
   std::vector<float> widths_;  // twips; a designed width stays as it is until it is changed
   bool settingWidth_ = false;
 };
