@@ -1,4 +1,4 @@
-// The program's start, up to the first paint of a view. The title window does not wait.
+// The program's start, up to the first paint of a view.
 
 #include <QApplication>
 #include <QTimer>
@@ -22,8 +22,6 @@ bool belongsToView(const QObject* object) {
 class Watch : public QObject {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Show && watched->objectName() == "frmSplash")
-      watched->findChild<QTimer*>("Timer1")->start(0);
     if (event->type() == QEvent::Paint && belongsToView(watched))
       QTimer::singleShot(0, watched, [] { std::_Exit(EXIT_SUCCESS); });
     return false;

@@ -1,5 +1,7 @@
 #include "shell/Start.h"
 
+#include <memory>
+
 #include "core/ApoyoConeccion.h"
 #include "core/ApoyoRegistry.h"
 #include "core/Principal.h"
@@ -28,9 +30,10 @@ bool start() {
     MsgBox(message);
     return false;
   }
-  showSplash();
+  std::unique_ptr<frmMain> window;
+  showSplash([&window] { window = std::make_unique<frmMain>(); });
   // Before it loads: while it does, the tree switches views through MainWindow.
-  MainWindow = new frmMain;
+  MainWindow = window ? window.release() : new frmMain;
   MainWindow->setAttribute(Qt::WA_DeleteOnClose);
   MainWindow->load();
   MainWindow->show();

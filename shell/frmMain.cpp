@@ -2,7 +2,9 @@
 
 #include <QCloseEvent>
 #include <QStatusBar>
+#include <QTimer>
 #include <algorithm>
+#include <chrono>
 
 #include "controls/EventGuard.h"
 #include "controls/Twips.h"
@@ -22,6 +24,7 @@ namespace bw {
 namespace {
 
 constexpr const char* kSection = "Settings";
+constexpr std::chrono::milliseconds kPrinterDelay{100};
 
 std::int16_t storedNumber(const char* key, const char* standard) {
   return toInt16(GetSetting(kApplicationTitle, kSection, key, standard));
@@ -56,7 +59,8 @@ frmMain::~frmMain() {
 
 void frmMain::load() {
   bannerHeight_ = 500;
-  passOver([] { readPageSize(); });
+  // Asking for the printer waits for the print service: the first view goes first.
+  QTimer::singleShot(kPrinterDelay, this, [] { passOver([] { readPageSize(); }); });
   shortcutsShown_ = storedNumber("Shortcut", "1");
   restorePlacement();
   menus_.goToMenu()->setVisible(false);  // the tree stands in for it

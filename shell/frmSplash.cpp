@@ -5,8 +5,10 @@
 #include <QLabel>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "controls/Dialog.h"
+#include "controls/EventGuard.h"
 #include "shell/Icons.h"
 
 namespace bw {
@@ -16,7 +18,14 @@ constexpr int kMilliseconds = 2000;
 
 class Splash : public QDialog {
  public:
-  Splash() : QDialog(nullptr, Qt::SplashScreen) {
+  explicit Splash(std::function<void()> meanwhile)
+      : QDialog(nullptr, Qt::SplashScreen), meanwhile_(std::move(meanwhile)) {
+    auto* timer = new QTimer(this);
+    timer->setObjectName("Timer1");
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);  // a coarse one may be a twentieth early
+    onEvent(timer, &QTimer::timeout, this, [this] { done(0); });
+    timer->start(kMilliseconds);
     setObjectName("frmSplash");
     setWindowTitle("Brantiwell");
     setModal(true);
@@ -39,16 +48,15 @@ class Splash : public QDialog {
     addLine(lines, "lblCopyright", "Copyright Fenmoor Systems", 8);
     addLine(lines, "lblWarning", "Patient records are confidential.", 8);
     resize(440, 320);
-    auto* timer = new QTimer(this);
-    timer->setObjectName("Timer1");
-    timer->setSingleShot(true);
-    timer->setTimerType(Qt::PreciseTimer);  // a coarse one may be a twentieth early
-    onEvent(timer, &QTimer::timeout, this, [this] { done(0); });
-    timer->start(kMilliseconds);
   }
 
  protected:
   void reject() override {}  // only the timer ends it
+  void paintEvent(QPaintEvent* event) override {
+    QDialog::paintEvent(event);
+    if (std::exchange(painted_, true)) return;
+    QTimer::singleShot(0, this, [this] { guarded(meanwhile_); });
+  }
 
  private:
   static void addLine(QVBoxLayout* lines, const char* name, const QString& text, int points) {
@@ -59,10 +67,13 @@ class Splash : public QDialog {
     label->setAlignment(Qt::AlignCenter);
     lines->addWidget(label);
   }
+
+  std::function<void()> meanwhile_;
+  bool painted_ = false;
 };
 
 }  // namespace
 
-void showSplash() { Splash().exec(); }
+void showSplash(const std::function<void()>& meanwhile) { Splash(meanwhile).exec(); }
 
 }  // namespace bw

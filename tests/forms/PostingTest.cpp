@@ -64,8 +64,9 @@ TEST_F(PostingTest, PostsWhatIsReadyAndNothingElse) {
   trigger(window(), "mnuActions(0)");
   EXPECT_EQ(takeMessages(), Texts{"No charges to post!"});
   // The lot's number brings the same charges again.
-  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "200306151");
   click(frmCharges(), "optSelectedLot");
+  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "200306151");
+  click(frmCharges(), "btnGo2");
   EXPECT_EQ(shownTexts(list(), 0), (Texts{"6/1/2003", "6/3/2003"}));
 }
 

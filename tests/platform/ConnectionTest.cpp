@@ -212,6 +212,29 @@ TEST_F(ConnectionTest, ResultKeepsDeclaredTypesThroughQueriesAndSeesNoLaterChang
   EXPECT_EQ(shown->code("checked"), 0);
 }
 
+TEST_F(ConnectionTest, ReadsOfOneNumberAfterAnotherSeeWhatIsStored) {
+  run("INSERT INTO Letters VALUES ('A', 1), ('B', 2), ('C', NULL), ('D', 12)");
+  const auto read = [&](const std::string& from, const std::string& number) {
+    const RecordSetRef found = connection.Read("SELECT * FROM " + from + " WHERE Number=" + number);
+    std::string text;
+    for (; !found->EOF_(); found->MoveNext()) text += found->text("Letter");
+    return text;
+  };
+  EXPECT_EQ(read("Letters", "1"), "A");
+  EXPECT_EQ(read("Letters", "2"), "B");
+  EXPECT_EQ(read("Letters", "012"), "D");
+  EXPECT_EQ(read("Letters", "7"), "");
+  run("UPDATE Letters SET Number=7 WHERE Letter='A'");
+  EXPECT_EQ(read("Letters", "7"), "A");
+  EXPECT_EQ(read("Letters", "2"), "B");
+  EXPECT_EQ(read("letters", "2"), "B");
+  EXPECT_EQ(refusalOf([&] { read("Lost", "1"); }), "no such table: Lost");
+  EXPECT_EQ(refusalOf([&] { read("Lost", "2"); }), "no such table: Lost");
+  EXPECT_EQ(read("Letters", "99999999999999999999"), "");
+  run("DROP TABLE Letters");
+  EXPECT_EQ(refusalOf([&] { read("Letters", "2"); }), "no such table: Letters");
+}
+
 // Files that are opened: a folder of its own for each test.
 class ConnectionOpenTest : public ::testing::Test {
  protected:

@@ -70,11 +70,9 @@ class Model {
   std::vector<std::uint32_t> view_;
 };
 
-const std::vector<Field> kFields{{"Code", FieldType::smallint},
-                                 {"Lot", FieldType::integer},
-                                 {"Names", FieldType::text},
-                                 {"Born", FieldType::date},
-                                 {"Time", FieldType::time}};
+const std::vector<Field> kFields{{"Code", FieldType::smallint}, {"Lot", FieldType::integer},
+                                 {"Names", FieldType::text},    {"Born", FieldType::date},
+                                 {"Time", FieldType::time},     {"Stamp", FieldType::dateTime}};
 
 class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
  protected:
@@ -95,8 +93,10 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
         return std::string(1 + upTo(2), static_cast<char>((upTo(2) == 0 ? 'a' : 'A') + upTo(5)));
       case 3:
         return Date{static_cast<std::int32_t>(upTo(60)) + 37000};
-      default:
+      case 4:
         return TimeOfDay{static_cast<std::int32_t>(upTo(24)) * 3600};
+      default:  // two centuries: more seconds than 32 bits count
+        return DateTime{Date{static_cast<std::int32_t>(upTo(73000))}, TimeOfDay{7}};
     }
   }
   Row randomRow() {
@@ -113,7 +113,7 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
     std::string text;
     model_.sort.clear();
     for (std::uint32_t i = upTo(4); i > 0; --i) {
-      const Model::Key key{upTo(5), upTo(2) == 0};
+      const Model::Key key{upTo(6), upTo(2) == 0};
       model_.sort.push_back(key);
       text += (text.empty() ? " " : " , ") + std::string(kFields[key.column].name) +
               (key.descending ? " DESC" : "");
