@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <cstdlib>
 
+#include "controls/DarkOutlines.h"
 #include "controls/EventGuard.h"
 #include "controls/MessageBox.h"
 #include "controls/ProgressWindow.h"
@@ -12,6 +13,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(bw::kApplicationTitle);
   QApplication::setDesktopFileName("brantiwell");
+  bw::installDarkOutlines();
   bw::installMessageBoxes();
   bw::installProgressWindow();
   bw::services().view = bw::startViewer;

@@ -5,44 +5,18 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <algorithm>
 
 #include "controls/EventGuard.h"
 #include "controls/FindAsYouType.h"
 #include "controls/QtText.h"
+#include "controls/RowDelegate.h"
 #include "controls/Twips.h"
 #include "platform/Formats.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 namespace bw {
-namespace {
-
-// Paints whole rows: the row with the focus is framed, not one cell of it.
-class RowDelegate : public QStyledItemDelegate {
- public:
-  explicit RowDelegate(ListView* view) : QStyledItemDelegate(view), view_(view) {}
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override {
-    QStyleOptionViewItem plain = option;
-    plain.state &= ~QStyle::State_HasFocus;
-    QStyledItemDelegate::paint(painter, plain, index);
-    if (!view_->hasFocus() || view_->currentIndex().row() != index.row()) return;
-    const bool lit = (option.state & QStyle::State_Selected) != 0;
-    painter->setPen(
-        QPen(lit ? option.palette.highlightedText().color() : option.palette.highlight().color(), 1,
-             Qt::DotLine));
-    painter->drawLine(option.rect.topLeft(), option.rect.topRight());
-    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
-  }
-
- private:
-  ListView* view_;
-};
-
-}  // namespace
 
 std::string rowKey(std::ptrdiff_t position) { return "K" + zeroFilled(position, 10); }
 
@@ -112,6 +86,10 @@ void ListView::setWidth(int column, float twips) {
 }
 
 void ListView::stretchLastColumn() { horizontalHeader()->setStretchLastSection(true); }
+
+void ListView::stretchColumn(int column) {
+  horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
+}
 
 void ListView::fill(std::shared_ptr<const RowStore> store, const std::vector<std::uint32_t>& rows) {
   model_.fill(std::move(store), rows);
@@ -222,6 +200,15 @@ QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
   if (action == MoveEnd)
     return model_.count() > 0 ? model_.index(model_.count() - 1, 0) : QModelIndex();
   return QTableView::moveCursor(action, modifiers);
+}
+
+// An empty list says so, lest it looks as if it were still to be filled.
+void ListView::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (count() > 0) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect(), Qt::AlignCenter, "Nothing to show");
 }
 
 void ListView::mouseDoubleClickEvent(QMouseEvent* event) {

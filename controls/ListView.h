@@ -44,7 +44,9 @@ class ListView : public QTableView {
   void setPosition(int column, int position);
   float Width(int column) const;  // twips
   void setWidth(int column, float twips);
-  void stretchLastColumn();  // to the list's edge, in dialogs that store no layout
+  // To the list's edge, in dialogs that store no layout. Only the last one can still be resized.
+  void stretchLastColumn();
+  void stretchColumn(int column);
 
   // Rows. fill() leaves none selected.
   void fill(std::shared_ptr<const RowStore> store, const std::vector<std::uint32_t>& rows);
@@ -71,6 +73,7 @@ class ListView : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
