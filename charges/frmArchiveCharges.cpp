@@ -30,6 +30,7 @@ ArchiveDialog::ArchiveDialog(QWidget* owner)
       "of the patient.";
   auto* explanation = named(new QLabel(kExplanation), "Label1", kExplanation);
   explanation->setWordWrap(true);
+  explanation->setMinimumWidth(340);
   auto* fields = new QGridLayout;
   addField(fields, 0, 0, "Archive until:", DTPicker1, "DTPicker1");
   fields->setColumnStretch(2, 1);

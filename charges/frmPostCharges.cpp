@@ -43,6 +43,7 @@ PostDialog::PostDialog(QWidget* owner) : Dialog("frmPostCharges", "Post Charges"
       "company. The lot number is assigned to each posted charge to group it for batch printing.";
   auto* explanation = named(new QLabel(kExplanation), "Label2", kExplanation);
   explanation->setWordWrap(true);
+  explanation->setMinimumWidth(340);
   auto* fields = new QGridLayout;
   addField(fields, 0, 0, "Number of charges:", TxtNumCharges, "TxtNumCharges");
   addField(fields, 1, 0, "Lot number:", TxtLotNumber, "TxtLotNumber");
