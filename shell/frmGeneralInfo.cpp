@@ -26,7 +26,7 @@ constexpr LineRow kLines[] = {
     {"Label1", "Brantiwell™ PC", 30},
     {"Label6", "by", 11},
     {"Label2", "Fenmoor Systems", 18},
-    {"Label3", "Web page: Fenmoor Systems on the Web, in the shortcuts", 11, "MakerWebAddress"},
+    {"Label3", "Web page: Fenmoor Systems on the Web, in the shortcuts", 11, "MakerAddress"},
     {"Label4", "Sales: ask who installed this program", 11, "MakerSalesAddress"},
     {"Label5", "Support: ask who installed this program", 11, "MakerSupportAddress"},
 };
