@@ -2,14 +2,18 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
+#include <type_traits>
 
 #include "platform/ColumnFeed.h"
 #include "platform/Engine.h"
 #include "platform/Refusals.h"
 #include "platform/RuntimeError.h"
+#include "platform/StatementShape.h"
 #include "platform/Text.h"
 
 namespace bw {
@@ -97,42 +101,20 @@ void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noex
   }
 }
 
-// A SELECT without the number that it ends with ("... where DoctorCode="); empty for others.
-std::string_view headOfNumbered(std::string_view text) noexcept {
-  constexpr std::size_t kMostDigits = 9;
-  const std::size_t last = text.find_last_not_of("0123456789");
-  if (last == std::string_view::npos || text[last] != '=') return {};
-  const std::size_t digits = text.size() - last - 1;
-  if (digits == 0 || digits > kMostDigits || !sameName(text.substr(0, 7), "SELECT ")) return {};
-  return text.substr(0, last + 1);
-}
-
 class SqliteEngine final : public Engine {
  public:
   explicit SqliteEngine(Database database) : database_(std::move(database)) {}
 
   std::int64_t execute(const std::string& text) override {
-    forgetNumbered();
-    const Statement statement = prepare(text);
-    while (step(statement.get())) {
-    }
-    return sqlite3_stmt_readonly(statement.get()) != 0 ? 0 : sqlite3_changes64(database_.get());
+    return use(text, [this](sqlite3_stmt* statement) {
+      while (step(statement)) {
+      }
+      return sqlite3_stmt_readonly(statement) != 0 ? 0 : sqlite3_changes64(database_.get());
+    });
   }
 
-  // One record after another is often read by statements that differ in nothing but the number at
-  // their end. From the second one on they share a prepared statement; the first one runs as it
-  // stands, since the number may matter to its plan.
   std::shared_ptr<RowStore> read(const std::string& text) override {
-    const std::string_view head = headOfNumbered(text);
-    if (head.empty() || head != numberedHead_) {
-      forgetNumbered();
-      numberedHead_ = head;
-      return readAll(prepare(text).get());
-    }
-    if (!numbered_) numbered_ = prepare(numberedHead_ + "?");
-    const Run run(numbered_.get());
-    sqlite3_bind_int64(run.get(), 1, std::stoll(text.substr(head.size())));
-    return readAll(run.get());
+    return use(text, [this](sqlite3_stmt* statement) { return readAll(statement); });
   }
 
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
@@ -210,9 +192,43 @@ class SqliteEngine final : public Engine {
     return store;
   }
 
-  void forgetNumbered() noexcept {
-    numbered_.reset();
-    numberedHead_.clear();
+  // One record after another is often read or written by statements of one shape, sometimes two in
+  // turns. From the second one on they share a prepared statement; the first one runs as it stands,
+  // since its values may matter to its plan.
+  template <class Work>
+  std::invoke_result_t<Work, sqlite3_stmt*> use(const std::string& text, Work work) {
+    StatementShape shape = shapeOf(text);
+    if (shape.text.empty()) return work(prepare(text).get());
+    const auto known = std::find_if(shared_.begin(), shared_.end(),
+                                    [&](const Shared& one) { return one.shape == shape.text; });
+    if (known == shared_.end()) {
+      std::rotate(shared_.begin(), shared_.end() - 1, shared_.end());
+      shared_.front() = {std::move(shape.text), nullptr};
+      return work(prepare(text).get());
+    }
+    if (!known->statement) known->statement = prepare(known->shape);
+    const Run run(known->statement.get());
+    bindAll(run.get(), shape.values);
+    return work(run.get());
+  }
+
+  // The values' texts outlive the run.
+  static void bindAll(sqlite3_stmt* statement, const std::vector<ShapeValue>& values) {
+    struct Binder {
+      sqlite3_stmt* statement;
+      int place;
+      int operator()(std::int64_t number) const {
+        return sqlite3_bind_int64(statement, place, number);
+      }
+      int operator()(std::string_view text) const {
+        return sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()),
+                                 SQLITE_STATIC);
+      }
+    };
+    int place = 0;
+    for (const ShapeValue& value : values)
+      if (std::visit(Binder{statement, ++place}, value) != SQLITE_OK)
+        throw RuntimeError(ErrorNumber::outOfMemory);
   }
 
   // A foreign key tells neither table nor direction; the statement's kind does.
@@ -246,9 +262,13 @@ class SqliteEngine final : public Engine {
     }
   }
 
+  struct Shared {
+    std::string shape;
+    Statement statement;  // once the shape has come a second time
+  };
+
   Database database_;
-  std::string numberedHead_;  // of the statement read last, when it is one
-  Statement numbered_;        // for those that begin the same
+  std::array<Shared, 4> shared_;  // the latest shapes
 };
 
 void bind(sqlite3_stmt* statement, int place, const Value& value) {

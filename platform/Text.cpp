@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/CodePage.h"
 #include "platform/RuntimeError.h"
 
 namespace bw {
@@ -55,12 +56,6 @@ std::size_t requireCount(std::ptrdiff_t count) {
   if (count < 0) throw RuntimeError(ErrorNumber::invalidCall);
   return static_cast<std::size_t>(count);
 }
-
-// Windows-1252 from 0x80 to 0x9F; 0 where the code page has no character.
-constexpr std::array<char16_t, 32> kWindows1252{
-    0x20ac, 0,      0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017d, 0,      0,      0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
-    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0,      0x017e, 0x0178};
 
 char windows1252(char32_t value) noexcept {
   if (value < 0x80 || (value >= 0xa0 && value <= 0xff)) return static_cast<char>(value);

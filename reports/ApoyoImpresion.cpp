@@ -236,7 +236,8 @@ void writePatient(Sheet& sheet, const RecordSet& charge, bool first, double page
 void writeBillingCodes(const Sheet& sheet, double x, const RecordSetRef& details,
                        const char* code) {
   forEachRecord(details, [&](const RecordSet& detail, int i) {
-    writeCell(sheet, x + (i & 3) * 0.5, sheet.y + i / 4 * 0.15, 1.95, detail.textOrEmpty(code));
+    const int row = i / 4;
+    writeCell(sheet, x + (i & 3) * 0.5, sheet.y + row * 0.15, 1.95, detail.textOrEmpty(code));
   });
 }
 

@@ -1,13 +1,8 @@
 #include "viewer/PageView.h"
 
-#include <QGestureEvent>
-#include <QKeyEvent>
-#include <QNativeGestureEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPinchGesture>
 #include <QScrollBar>
-#include <QWheelEvent>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -22,8 +17,7 @@ constexpr std::array kZoomSteps = {0.1, 0.25, 0.33, 0.5, 0.67, 0.75, 0.9, 1.0, 1
                                    1.5, 1.75, 2.0, 2.5, 3.0, 4.0, 5.0, 6.0, 8.0};
 // clang-format on
 
-constexpr int kLine = 40;            // pixels of one step of the scroll bars
-constexpr int kDragScrollTime = 30;  // milliseconds between steps of a drag beyond the edge
+constexpr int kLine = 40;  // pixels of one step of the scroll bars
 constexpr QColor kMatchColour(255, 221, 51, 110);
 constexpr QColor kCurrentMatchColour(255, 128, 0, 140);
 
@@ -81,8 +75,9 @@ void PageView::setZoom(double zoom) {
 
 void PageView::setFit(Fit fit) {
   fit_ = fit;
-  layOut();
-  if (fit == Fit::page) goToPage(currentPage());
+  const std::size_t page = currentPage();
+  layOutInPlace();
+  if (fit == Fit::page) goToPage(page);
   emit zoomChanged();
 }
 
@@ -189,6 +184,16 @@ void PageView::layOut() {
   viewport()->update();
 }
 
+// What stands at the top stays there, and the page stays current.
+void PageView::layOutInPlace() {
+  if (layout_.pages == 0) return layOut();
+  const int current = current_;
+  const Spot place = spotAt(QPoint(0, 0));
+  layOut();
+  scrollTo(place, QPointF(0, 0));
+  setCurrent(current);
+}
+
 void PageView::applyFit() {
   if (fit_ == Fit::none) return;
   const QSizeF natural = naturalPage();
@@ -214,16 +219,8 @@ void PageView::setCurrent(int page) {
 }
 
 void PageView::resizeEvent(QResizeEvent*) {
-  if (layout_.pages == 0) {
-    layOut();
-    return;
-  }
-  const int current = current_;
-  const Spot place = spotAt(QPoint(0, 0));
   const double zoom = zoom_;
-  layOut();
-  scrollTo(place, QPointF(0, 0));
-  setCurrent(current);
+  layOutInPlace();
   if (zoom != zoom_) emit zoomChanged();
 }
 
@@ -237,114 +234,6 @@ void PageView::scrollContentsBy(int dx, int dy) {
   if (layout_.pages > 0) {
     setCurrent(layout_.pageAt(verticalScrollBar()->value() + viewport()->height() / 3));
   }
-}
-
-bool PageView::viewportEvent(QEvent* event) {
-  if (event->type() == QEvent::Gesture) return pinch(*static_cast<QGestureEvent*>(event));
-  if (event->type() == QEvent::NativeGesture) {
-    const auto* gesture = static_cast<QNativeGestureEvent*>(event);
-    if (gesture->gestureType() == Qt::ZoomNativeGesture) {
-      fit_ = Fit::none;
-      zoomAround(zoom_ * (1 + gesture->value()), gesture->position().toPoint());
-      return true;
-    }
-  }
-  return QAbstractScrollArea::viewportEvent(event);
-}
-
-bool PageView::pinch(QGestureEvent& event) {
-  const auto* gesture = static_cast<QPinchGesture*>(event.gesture(Qt::PinchGesture));
-  if (gesture == nullptr) return false;
-  if (gesture->changeFlags().testFlag(QPinchGesture::ScaleFactorChanged)) {
-    fit_ = Fit::none;
-    zoomAround(zoom_ * gesture->scaleFactor(),
-               viewport()->mapFromGlobal(gesture->centerPoint().toPoint()));
-  }
-  return true;
-}
-
-void PageView::wheelEvent(QWheelEvent* event) {
-  if (!event->modifiers().testFlag(Qt::ControlModifier)) {
-    QAbstractScrollArea::wheelEvent(event);
-    return;
-  }
-  constexpr double kNotch = 120;
-  fit_ = Fit::none;
-  zoomAround(zoom_ * std::pow(1.15, event->angleDelta().y() / kNotch), event->position().toPoint());
-  event->accept();
-}
-
-void PageView::keyPressEvent(QKeyEvent* event) {
-  QScrollBar* bar = verticalScrollBar();
-  const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
-  switch (event->key()) {
-    case Qt::Key_Home:
-      goToPage(1);
-      break;
-    case Qt::Key_End:
-      bar->setValue(bar->maximum());
-      setCurrent(layout_.pages);
-      break;
-    case Qt::Key_Space:
-      bar->triggerAction(shift ? QScrollBar::SliderPageStepSub : QScrollBar::SliderPageStepAdd);
-      break;
-    default:
-      QAbstractScrollArea::keyPressEvent(event);
-  }
-}
-
-void PageView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || layout_.pages == 0) return;
-  match_.reset();
-  selection_.clear();
-  dragPoint_ = event->pos();
-  dragging_ = true;
-  changeSelection();
-}
-
-void PageView::mouseMoveEvent(QMouseEvent* event) {
-  if (!dragging_) return;
-  if (!selection_.active()) selection_.start(spotAt(dragPoint_));
-  dragTo(event->pos());
-  if (viewport()->rect().contains(event->pos())) {
-    dragScroll_.stop();
-  } else if (!dragScroll_.isActive()) {
-    dragScroll_.start(kDragScrollTime, this);
-  }
-}
-
-void PageView::dragTo(const QPoint& point) {
-  dragPoint_ = point;
-  selection_.extendTo(spotAt(point));
-  viewport()->update();
-}
-
-void PageView::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || !dragging_) return;
-  dragging_ = false;
-  dragScroll_.stop();
-  changeSelection();
-}
-
-void PageView::mouseDoubleClickEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || layout_.pages == 0) return;
-  selection_.start(spotAt(event->pos()));
-  changeSelection();
-}
-
-// A drag beyond an edge goes on scrolling, the faster the farther.
-void PageView::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != dragScroll_.timerId()) {
-    QAbstractScrollArea::timerEvent(event);
-    return;
-  }
-  const QRect room = viewport()->rect();
-  const auto beyond = [](int at, int low, int high) { return at - std::clamp(at, low, high); };
-  horizontalScrollBar()->setValue(horizontalScrollBar()->value() +
-                                  beyond(dragPoint_.x(), room.left(), room.right()));
-  verticalScrollBar()->setValue(verticalScrollBar()->value() +
-                                beyond(dragPoint_.y(), room.top(), room.bottom()));
-  dragTo(dragPoint_);
 }
 
 void PageView::paintEvent(QPaintEvent* event) {

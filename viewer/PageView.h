@@ -76,6 +76,7 @@ class PageView : public QAbstractScrollArea {
 
   void zoomAround(double zoom, const QPoint& point);
   void layOut();
+  void layOutInPlace();
   void applyFit();
   void scrollTo(const Spot& spot, const QPointF& point);
   void setCurrent(int page);

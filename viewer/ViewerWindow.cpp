@@ -5,31 +5,20 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDockWidget>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
-#include <QPrintDialog>
-#include <QPrinter>
-#include <QProgressDialog>
-#include <QSaveFile>
 #include <QSettings>
 #include <QSpinBox>
-#include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <utility>
 
-#include "viewer/CsvExport.h"
 #include "viewer/FindBar.h"
 #include "viewer/ThumbnailPane.h"
 
 namespace bw {
 
 namespace {
-
-constexpr int kToldMilliseconds = 8000;
-constexpr int kProgressAfterMilliseconds = 500;
 
 QSettings settings() {
   return QSettings(QSettings::IniFormat, QSettings::UserScope, "Brantiwell", "myviewer");
@@ -290,103 +279,6 @@ void ViewerWindow::dragEnterEvent(QDragEnterEvent* event) {
 void ViewerWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
   openDocument(event->mimeData()->urls().front().toLocalFile());
-}
-
-void ViewerWindow::open() {
-  const QString path =
-      QFileDialog::getOpenFileName(this, tr("Open report"), QFileInfo(file_.path()).absolutePath(),
-                                   tr("Reports (*.myv);;All files (*)"));
-  if (!path.isEmpty()) openDocument(path);
-}
-
-QString ViewerWindow::askFile(const QString& title, const QString& filter, const QString& ending) {
-  const QFileInfo info(file_.path());
-  QFileDialog dialog(this, title, info.absolutePath(), filter);
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix(ending);
-  dialog.selectFile(info.completeBaseName() + '.' + ending);
-  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().front() : QString();
-}
-
-void ViewerWindow::savePdf() {
-  const QString path = askFile(tr("Save as PDF"), tr("PDF (*.pdf)"), "pdf");
-  if (!path.isEmpty()) savePdfAs(path);
-}
-
-void ViewerWindow::exportTable() {
-  const QString path = askFile(tr("Export table"), tr("Tables (*.csv)"), "csv");
-  if (!path.isEmpty()) exportCsvTo(path);
-}
-
-bool ViewerWindow::savePdfAs(const QString& path) {
-  return writeFile(
-      path, tr("Saving pages..."), [this](QIODevice& device, const Progress& progress) {
-        return writePdf(device, *document_, QFileInfo(file_.path()).completeBaseName(), progress);
-      });
-}
-
-bool ViewerWindow::exportCsvTo(const QString& path) {
-  return writeFile(path, tr("Exporting pages..."),
-                   [document = document_](QIODevice& device, const Progress& progress) {
-                     bool written = true;
-                     const auto write = [&](std::string_view piece) {
-                       const auto size = static_cast<qint64>(piece.size());
-                       written = written && device.write(piece.data(), size) == size;
-                     };
-                     if (!exportCsv(*document, write, progress)) return Outcome::stopped;
-                     return written ? Outcome::done : Outcome::failed;
-                   });
-}
-
-// Either the whole file is written, readable by its owner alone, or what was there stays.
-bool ViewerWindow::writeFile(const QString& path, const QString& label, const Writer& writer) {
-  const std::shared_ptr<const Document> held = document_;
-  QSaveFile file(path);
-  Outcome outcome = Outcome::failed;
-  if (file.open(QIODevice::WriteOnly)) {
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    outcome = withProgress(label, [&](const Progress& progress) { return writer(file, progress); });
-  }
-  if (outcome == Outcome::stopped) return false;
-  if (outcome == Outcome::failed || !file.commit()) {
-    tell(tr("\"%1\" could not be written: %2.").arg(path, file.errorString()));
-    return false;
-  }
-  statusBar()->showMessage(tr("Saved as %1").arg(path), kToldMilliseconds);
-  return true;
-}
-
-Outcome ViewerWindow::withProgress(const QString& label, const Work& work) {
-  QProgressDialog dialog(label, tr("Cancel"), 0, 0, this);
-  dialog.setWindowModality(Qt::WindowModal);
-  dialog.setMinimumDuration(kProgressAfterMilliseconds);
-  return work([&dialog](std::size_t done, std::size_t total) {
-    dialog.setMaximum(static_cast<int>(total));
-    dialog.setValue(static_cast<int>(done));
-    return !dialog.wasCanceled();
-  });
-}
-
-void ViewerWindow::print() {
-  const std::shared_ptr<const Document> held = document_;
-  QPrinter printer(QPrinter::HighResolution);
-  preparePrinter(printer, *held, file_.name());
-  QPrintDialog dialog(&printer, this);
-  dialog.setOptions(QPrintDialog::PrintToFile | QPrintDialog::PrintPageRange |
-                    QPrintDialog::PrintCurrentPage | QPrintDialog::PrintCollateCopies);
-  dialog.setMinMax(1, static_cast<int>(held->pageCount()));
-  if (dialog.exec() != QDialog::Accepted) return;
-  const auto pages = chosenPages(printer, held->pageCount(), view_->currentPage());
-  if (pages.empty()) {
-    tell(tr("None of the pages chosen is in this report, so nothing was printed."));
-    return;
-  }
-  const Outcome outcome = withProgress(tr("Printing pages..."), [&](const Progress& progress) {
-    return printPages(printer, *held, pages, progress);
-  });
-  if (outcome == Outcome::failed) {
-    tell(tr("The report could not be printed. Look whether the printer is ready, and try again."));
-  }
 }
 
 }  // namespace bw

@@ -74,8 +74,8 @@ class ViewerWindow : public QMainWindow {
 
   using Work = std::function<Outcome(const Progress&)>;
   Outcome withProgress(const QString& label, const Work& work);
-  using Writer = std::function<Outcome(QIODevice&, const Progress&)>;
-  bool writeFile(const QString& path, const QString& label, const Writer& writer);
+  using Save = std::function<Outcome(const Document&, const Progress&, QString& reason)>;
+  bool save(const QString& path, const QString& label, const Save& save);
   QString askFile(const QString& title, const QString& filter, const QString& ending);
 
   DocumentFile file_;

@@ -1,24 +1,17 @@
 #include "viewer/Windows1252.h"
 
-#include <array>
+#include "platform/CodePage.h"
 
 namespace bw {
-
 namespace {
 
-// clang-format off
-constexpr std::array<char16_t, 32> kHighControls = {
-    0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
-    0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178,
-};
-// clang-format on
+constexpr char16_t kNoCharacter = 0xFFFD;
 
 char16_t decode(unsigned char byte) {
   if (byte < 0x20 || byte == 0x7F) return u' ';
-  if (byte >= 0x80 && byte < 0xA0) return kHighControls[byte - 0x80U];
-  return byte;
+  if (byte < 0x80 || byte >= 0xA0) return byte;
+  const char16_t character = kWindows1252[byte - 0x80U];
+  return character == 0 ? kNoCharacter : character;
 }
 
 }  // namespace

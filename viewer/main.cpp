@@ -1,17 +1,83 @@
 #include <QApplication>
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
 
 #include "viewer/Icons.h"
+#include "viewer/Saving.h"
 #include "viewer/ViewerWindow.h"
 
-// The only argument is the document to show; without one the window opens empty.
+namespace {
+
+using namespace bw;
+
+const QCommandLineOption kPdf("pdf", "Save the document as PDF there, without a window.", "file");
+const QCommandLineOption kCsv("csv", "Export its rows as a table there, likewise.", "file");
+
+int complain(const QString& sentence) {
+  std::fputs(qPrintable("myviewer: " + sentence + '\n'), stderr);
+  return EXIT_FAILURE;
+}
+
+// Damage is told, and what stands before it is saved, as it is shown in the window.
+int saveOnly(const QCommandLineParser& line) {
+  if (line.positionalArguments().size() != 1) return complain("Name one document to save.");
+  const QString path = line.positionalArguments().front();
+  std::error_code error;
+  const auto document = Document::open(path.toStdString(), error);
+  if (document == nullptr)
+    return complain(QString("The document \"%1\" cannot be opened: %2.")
+                        .arg(path, QString::fromStdString(error.message())));
+  if (document->damage()) complain(QString::fromStdString(sentence(document->damage())));
+  if (document->pageCount() == 0)
+    return document->damage() ? EXIT_FAILURE : complain("This report has no pages.");
+  const auto goOn = [](std::size_t, std::size_t) { return true; };
+  QString reason;
+  const auto failed = [&](const QCommandLineOption& option) {
+    complain(QString("\"%1\" could not be written: %2.").arg(line.value(option), reason));
+  };
+  int result = document->damage() ? EXIT_FAILURE : EXIT_SUCCESS;
+  if (line.isSet(kPdf) &&
+      savePdfFile(line.value(kPdf), *document, QFileInfo(path).completeBaseName(), goOn, reason) !=
+          Outcome::done) {
+    failed(kPdf);
+    result = EXIT_FAILURE;
+  }
+  if (line.isSet(kCsv) && saveCsvFile(line.value(kCsv), *document, goOn, reason) != Outcome::done) {
+    failed(kCsv);
+    result = EXIT_FAILURE;
+  }
+  return result;
+}
+
+// Saving needs fonts and no screen.
+bool needsNoScreen(int argc, char** argv) {
+  return std::any_of(argv, argv + argc, [](std::string_view argument) {
+    return argument.starts_with("--pdf") || argument.starts_with("--csv");
+  });
+}
+
+}  // namespace
+
+// Without a document the window opens empty.
 int main(int argc, char** argv) {
+  if (needsNoScreen(argc, argv)) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
   QApplication::setApplicationName("myviewer");
   QApplication::setDesktopFileName("myviewer");
-  QApplication::setWindowIcon(bw::actionIcon("myviewer"));
-  bw::ViewerWindow window;
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.size() > 1) window.openDocument(arguments[1]);
+  QCommandLineParser line;
+  line.setApplicationDescription("Shows, prints and exports report documents.");
+  line.addHelpOption();
+  line.addOptions({kPdf, kCsv});
+  line.addPositionalArgument("document", "The report document to show.", "[document]");
+  line.process(app);
+  if (line.isSet(kPdf) || line.isSet(kCsv)) return saveOnly(line);
+  QApplication::setWindowIcon(actionIcon("myviewer"));
+  ViewerWindow window;
+  const QStringList documents = line.positionalArguments();
+  if (!documents.isEmpty()) window.openDocument(documents.front());
   window.show();
   return QApplication::exec();
 }

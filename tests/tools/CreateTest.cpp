@@ -1,14 +1,13 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <array>
-#include <csignal>
 #include <sstream>
 
 #include "data/Schema.h"
 #include "platform/Connection.h"
 #include "platform/RuntimeError.h"
 #include "platform/Workgroup.h"
+#include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "tools/Commands.h"
 
@@ -16,27 +15,6 @@ namespace bw {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Files cannot grow beyond a size while it lives, as on a disk that is full.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{.rlim_cur = bytes, .rlim_max = before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-
- private:
-  rlimit before_{};
-  void (*handler_)(int) = nullptr;
-};
 
 TEST(CreateTest, MakesTwoPrivateFilesThatTheProgramOpens) {
   const TemporaryFolder folder;

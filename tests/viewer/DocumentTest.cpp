@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,8 @@ struct DamageCase {
   std::size_t line;
   std::size_t pages;
 };
+
+void PrintTo(const DamageCase& damaged, std::ostream* out) { *out << damaged.name; }
 
 class Damaged : public ::testing::TestWithParam<DamageCase> {};
 

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+#include "viewer/Printing.h"
+
+namespace bw {
+
+// A document's pages as a PDF, its rows as a table. Either the whole file is written, readable by
+// its owner alone, or what was there stays. `reason` says why it failed.
+Outcome savePdfFile(const QString& path, const Document& document, const QString& title,
+                    const Progress& progress, QString& reason);
+Outcome saveCsvFile(const QString& path, const Document& document, const Progress& progress,
+                    QString& reason);
+
+}  // namespace bw
