@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 #include <sstream>
@@ -39,6 +42,32 @@ TEST(CreateTest, MakesTwoPrivateFilesThatTheProgramOpens) {
       textOrEmpty(openSqlite(database.string())->read("PRAGMA journal_mode")->columns[0].value(0)),
       "wal");
   EXPECT_EQ(checkDatabase(database, out), Exit::done) << out.str();
+}
+
+TEST(CreateTest, GivesFilesAndNewFoldersToTheirOwner) {
+  const TemporaryFolder folder;
+  std::ostringstream out;
+  EXPECT_THROW(createDatabase(folder / "a/a.db", out, "no such user"), Refused);
+  EXPECT_FALSE(fs::exists(folder / "a"));
+
+  const fs::path database = folder / "srv/office/brantiwell.db";
+  if (geteuid() != 0) {  // only root can give files away
+    EXPECT_THROW(createDatabase(database, out, "nobody"), RuntimeError);
+    EXPECT_FALSE(fs::exists(folder / "srv"));
+    return;
+  }
+  createDatabase(database, out, "nobody");
+  checkDatabase(database, out);
+  const uid_t nobody = getpwnam("nobody")->pw_uid;
+  std::vector<fs::path> files{folder / "srv", folder / "srv/office"};
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder / "srv/office"))
+    files.push_back(entry.path());
+  EXPECT_GE(files.size(), 4U);
+  for (const fs::path& file : files) {
+    struct stat status {};
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, nobody) << file;
+  }
 }
 
 TEST(CreateTest, LeavesWhatIsThereAlone) {
