@@ -1,9 +1,9 @@
 // The program's start, up to the first paint of a view.
 
 #include <QApplication>
-#include <QTimer>
 #include <cstdlib>
 
+#include "bench/FirstPaint.h"
 #include "controls/EventGuard.h"
 #include "controls/MessageBox.h"
 #include "core/Services.h"
@@ -19,20 +19,11 @@ bool belongsToView(const QObject* object) {
   return object != nullptr;
 }
 
-class Watch : public QObject {
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint && belongsToView(watched))
-      QTimer::singleShot(0, watched, [] { std::_Exit(EXIT_SUCCESS); });
-    return false;
-  }
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  Watch watch;
+  FirstPaint watch(belongsToView);
   application.installEventFilter(&watch);
   bw::services().message = [](const std::string&) { std::_Exit(EXIT_FAILURE); };
   bool started = false;

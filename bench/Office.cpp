@@ -5,12 +5,12 @@
 #include <iostream>
 #include <random>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "data/Schema.h"
 #include "platform/Engine.h"
 #include "platform/Text.h"
+#include "tools/TableRows.h"
 
 namespace bw::bench {
 namespace {
@@ -24,30 +24,6 @@ constexpr std::array kSyllables{"Al",  "bran", "cor", "den", "er",  "fen", "gal"
 constexpr std::array kFirstNames{"Ada",  "Bruno", "Clara", "Dario", "Elena", "Felix", "Greta",
                                  "Hugo", "Irma",  "Jonas", "Karla", "Leo",   "Mira",  "Nils",
                                  "Olga", "Paula", "Quinn", "Rosa",  "Sven",  "Tilda"};
-
-// Rows of one table; a call a row.
-class Rows {
- public:
-  Rows(Engine& engine, const std::string& table, const std::vector<std::string>& columns)
-      : insert_(engine.prepareInsert(table, columns)) {}
-
-  template <class... Cells>
-  void operator()(const Cells&... cells) {
-    const std::array<Value, sizeof...(Cells)> values{cell(cells)...};
-    insert_->row(values);
-  }
-
- private:
-  template <class Cell>
-  static Value cell(const Cell& content) {
-    if constexpr (std::is_integral_v<Cell>)
-      return Number{content};
-    else
-      return content;
-  }
-
-  std::unique_ptr<BulkInsert> insert_;
-};
 
 class Office {
  public:
@@ -72,36 +48,37 @@ class Office {
   }
 
   void fillCatalogues() {
-    Rows insurances(engine_, "Insurance", {"InsuranceCode", "Description", "BillingInsuranceCode"});
+    TableRows insurances(engine_, "Insurance",
+                         {"InsuranceCode", "Description", "BillingInsuranceCode"});
     for (int i = 1; i <= kInsurances; ++i)
       insurances(i, concat("Insurance company ", i), concat("IN", i));
-    Rows families(engine_, "DiagnosisFamily",
-                  {"DiagnosisFamilyCode", "DiagnosisFamilyDescription"});
+    TableRows families(engine_, "DiagnosisFamily",
+                       {"DiagnosisFamilyCode", "DiagnosisFamilyDescription"});
     families(1, std::string("All"));
-    Rows diagnoses(engine_, "Diagnosis",
-                   {"DiagnosisCode", "Description", "DiagnosisFamilyCode", "RealDiagnosisCode",
-                    "BillingDiagnosisCode"});
+    TableRows diagnoses(engine_, "Diagnosis",
+                        {"DiagnosisCode", "Description", "DiagnosisFamilyCode", "RealDiagnosisCode",
+                         "BillingDiagnosisCode"});
     for (int i = 1; i <= kDiagnoses; ++i)
       diagnoses(i, concat("Diagnosis number ", i), 1, concat("X", i), concat("DG", i));
-    Rows concepts(
+    TableRows concepts(
         engine_, "EvaluationManagement",
         {"EMCode", "Description", "FacilityTypeCode", "ChargeTypeCode", "AttentionTypeCode",
          "BillingEMCode", "RealEMCode", "ShowOnFirst", "ShowOnNext", "IsDischarge"});
     for (int i = 1; i <= kConcepts; ++i)
       concepts(i, concat("Concept of evaluation ", i), 1 + i % 5, 1 + i % 2, 1 + i / 2 % 2,
                concat("EM", i), concat("Z", i), 1, 1, 0);
-    Rows facilities(engine_, "Facility",
-                    {"FacilityCode", "Description", "FacilityTypeCode", "BillingFacilityCode",
-                     "BillingFacilityCodeOut"});
+    TableRows facilities(engine_, "Facility",
+                         {"FacilityCode", "Description", "FacilityTypeCode", "BillingFacilityCode",
+                          "BillingFacilityCodeOut"});
     for (int i = 1; i <= kFacilities; ++i)
       facilities(i, concat("Facility of care ", i), 1 + i % 5, concat("FI", i), concat("FO", i));
-    Rows doctors(engine_, "Doctors", {"DoctorCode", "Description", "BillingDoctorCode"});
+    TableRows doctors(engine_, "Doctors", {"DoctorCode", "Description", "BillingDoctorCode"});
     for (int i = 1; i <= kDoctors; ++i) doctors(i, anyName(), concat("DR", i));
   }
 
   void fillPatients() {
-    Rows rows(engine_, "Patient",
-              {"PatientId", "Names", "DateOfBirth", "AccountNumber", "InsuranceCode"});
+    TableRows rows(engine_, "Patient",
+                   {"PatientId", "Names", "DateOfBirth", "AccountNumber", "InsuranceCode"});
     for (int i = 1; i <= size_.patients; ++i)
       rows(i, anyName(), Date{10000 + any(25000)}, concat(400000 + i), 1 + any(kInsurances));
   }
@@ -109,11 +86,11 @@ class Office {
   // Entered on the day of care or up to two days later. No two charges of a day have one time, and
   // those of neighbouring days have other times, so that no key stands twice.
   void fillCharges() {
-    Rows rows(engine_, "PatientCharges",
-              {"PatientId", "ChargeDate", "ChargeTime", "ChargeRealDate", "FacilityCode", "EMCode",
-               "DoctorCode", "ReferDoctorCode", "Status", "PrintLot"});
-    Rows diagnoses(engine_, "ChargeDiagnosis",
-                   {"PatientId", "ChargeDate", "ChargeTime", "DiagnosisCode"});
+    TableRows rows(engine_, "PatientCharges",
+                   {"PatientId", "ChargeDate", "ChargeTime", "ChargeRealDate", "FacilityCode",
+                    "EMCode", "DoctorCode", "ReferDoctorCode", "Status", "PrintLot"});
+    TableRows diagnoses(engine_, "ChargeDiagnosis",
+                        {"PatientId", "ChargeDate", "ChargeTime", "DiagnosisCode"});
     const int days = (size_.charges + kChargesOfDay - 1) / kChargesOfDay;
     for (int i = 0; i < size_.charges; ++i) {
       const int day = i / kChargesOfDay;

@@ -1,10 +1,8 @@
 #include "charges/frmArchiveCharges.h"
 
-#include <QLabel>
-#include <QVBoxLayout>
-
 #include "charges/Archiving.h"
 #include "controls/DatePicker.h"
+#include "controls/Explanation.h"
 #include "controls/QtText.h"
 #include "core/Services.h"
 
@@ -28,15 +26,10 @@ ArchiveDialog::ArchiveDialog(QWidget* owner)
   constexpr const char* kExplanation =
       "This option mark as archived the charges below the desired date excluding the last charge "
       "of the patient.";
-  auto* explanation = named(new QLabel(kExplanation), "Label1", kExplanation);
-  explanation->setWordWrap(true);
-  auto* fields = new QGridLayout;
+  QGridLayout* fields = explainedFields(this, "Label1", kExplanation);
   addField(fields, 0, 0, "Archive until:", DTPicker1, "DTPicker1");
   fields->setColumnStretch(2, 1);
-  auto* column = new QVBoxLayout(this);
-  column->addWidget(explanation);
-  column->addLayout(fields);
-  column->addWidget(makeFoot(
+  layout()->addWidget(makeFoot(
       {"OKButton", "Archive", "CancelButton", "Cancel"}, [this] { archive(); },
       [this] { unload(); }));
   DTPicker1->setFocus();

@@ -1,12 +1,11 @@
 #include "charges/frmPostCharges.h"
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QVBoxLayout>
 #include <optional>
 
 #include "charges/frmCharges.h"
+#include "controls/Explanation.h"
 #include "controls/QtText.h"
 #include "core/Services.h"
 #include "platform/Conversions.h"
@@ -41,17 +40,12 @@ PostDialog::PostDialog(QWidget* owner) : Dialog("frmPostCharges", "Post Charges"
   constexpr const char* kExplanation =
       "With this option the previously selected charges will be marked as posted to the insurance "
       "company. The lot number is assigned to each posted charge to group it for batch printing.";
-  auto* explanation = named(new QLabel(kExplanation), "Label2", kExplanation);
-  explanation->setWordWrap(true);
-  auto* fields = new QGridLayout;
+  QGridLayout* fields = explainedFields(this, "Label2", kExplanation);
   addField(fields, 0, 0, "Number of charges:", TxtNumCharges, "TxtNumCharges");
   addField(fields, 1, 0, "Lot number:", TxtLotNumber, "TxtLotNumber");
   addField(fields, 2, 0, "Print after post:", chkPrint, "chkPrint");
   makeReadOnly(TxtNumCharges);
-  auto* column = new QVBoxLayout(this);
-  column->addWidget(explanation);
-  column->addLayout(fields);
-  column->addWidget(makeFoot(
+  layout()->addWidget(makeFoot(
       {"OKButton", "Post", "CancelButton", "Cancel"}, [this] { post(); }, [this] { unload(); }));
   TxtLotNumber->setFocus();
 }

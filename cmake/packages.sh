@@ -2,11 +2,13 @@
 
 build_packages=(
   ca-certificates ccache cmake g++ libcli11-dev libcrypt-dev libicu-dev libqt6svg6 libsqlite3-dev
-  mold ninja-build qt6-base-dev qt6-svg-dev fonts-liberation
+  mold ninja-build qt6-base-dev qt6-svg-dev qt6-webengine-dev fonts-liberation
 )
 run_packages=(sqlite3)
+package_packages=(dpkg-dev file librsvg2-bin lintian)
 test_packages=(
-  clang-format clang-tidy desktop-file-utils git libgtest-dev python3 shared-mime-info sqlite3
+  appstream clang-format clang-tidy desktop-file-utils git libgtest-dev man-db python3
+  shared-mime-info sqlite3
 )
 
 # Installs what is missing of the packages named.

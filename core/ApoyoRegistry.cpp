@@ -10,4 +10,11 @@ std::int32_t RegistryReadValue(const std::string& keyName, const std::string& va
   return kRegistrySuccess;
 }
 
+std::string installationText(const std::string& valueName) {
+  MachineValue value;
+  RegistryReadValue("SOFTWARE\\Fenmoor Systems\\Brantiwell PC", valueName, value);
+  const auto* text = std::get_if<std::string>(&value);
+  return text == nullptr ? std::string() : *text;
+}
+
 }  // namespace bw

@@ -16,4 +16,8 @@ inline constexpr std::int32_t kRegistryNotFound = 2;
 std::int32_t RegistryReadValue(const std::string& keyName, const std::string& valueName,
                                MachineValue& value);
 
+// A text of this installation: the path of its database, addresses of maker and sponsor. Empty when
+// it is missing or no text.
+std::string installationText(const std::string& valueName);
+
 }  // namespace bw

@@ -6,7 +6,6 @@
 #include <QVBoxLayout>
 
 #include "controls/ComboBox.h"
-#include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
@@ -15,6 +14,7 @@
 #include "data/BWSQLFacilities.h"
 #include "data/BWSQLPatients.h"
 #include "data/BWSQLWards.h"
+#include "patients/PatientAdmission.h"
 #include "platform/Text.h"
 
 namespace bw {
@@ -125,16 +125,9 @@ QWidget* AdmitPatient::buildVisitors() {
 
 void AdmitPatient::load() {
   NotLoaded = true;
-  RecordSetRef patient = PatientGet(CurrentPatientId);
-  if (!patient || patient->RecordCount() == 0)
-    return MsgBox("Record not found.  Please report this error!");
-  TxtPatient->setText(toQt(patient->textOrEmpty("Names")));
-  CurrentFacilityCode = patient->code("InFacilityCode");
-  CurrentWardCode = patient->code("InWardCode");
-  CurrentDoctorCode = patient->code("InDoctorCode");
+  if (!takeAdmission(TxtPatient)) return;
   showCatalogues();
   openVisitors();
-  patient.close();
   NotLoaded = false;
 }
 

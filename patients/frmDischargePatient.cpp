@@ -10,6 +10,7 @@
 #include "data/BWSQLFacilities.h"
 #include "data/BWSQLPatients.h"
 #include "data/BWSQLWards.h"
+#include "patients/PatientAdmission.h"
 
 namespace bw {
 namespace {
@@ -60,14 +61,7 @@ DischargePatient::DischargePatient(QWidget* owner)
 
 void DischargePatient::load() {
   NotLoaded = true;
-  RecordSetRef patient = PatientGet(CurrentPatientId);
-  if (!patient || patient->RecordCount() == 0)
-    return MsgBox("Record not found.  Please report this error!");
-  TxtPatient->setText(toQt(patient->textOrEmpty("Names")));
-  CurrentFacilityCode = patient->code("InFacilityCode");
-  CurrentWardCode = patient->code("InWardCode");
-  CurrentDoctorCode = patient->code("InDoctorCode");
-  patient.close();
+  if (!takeAdmission(TxtPatient)) return;
   const bool admitted = CurrentFacilityCode != 0;
   TxtStatus->setText(admitted ? "Admitted" : "Not admitted");
   okButton()->setEnabled(admitted);

@@ -18,6 +18,9 @@ namespace {
 
 constexpr std::ptrdiff_t kDigits = 10;  // of a patient in MergeSelection
 
+// Read by one statement. An engine takes some thousand conditions in one, and no more.
+constexpr std::ptrdiff_t kMostPatients = 500;
+
 // The numbers bear the leading blank of Str.
 std::string statementOf(const std::string& selection) {
   std::string statement = "SELECT * FROM PatientsDescriptive";
@@ -27,6 +30,21 @@ std::string statementOf(const std::string& selection) {
     statement += "PatientId = " + Str(toInt32(Mid(selection, at, kDigits)));
   }
   return statement;
+}
+
+// The patients of a selection, in the order of their numbers; 0, or 1 with the reason.
+int openPatients(RecordSetRef& patients, const std::string& selection, std::string& message) {
+  constexpr std::ptrdiff_t kPiece = kMostPatients * kDigits;
+  if (OpenRecordset(patients, statementOf(Left(selection, kPiece)), message) != 0) return 1;
+  const auto digits = static_cast<std::ptrdiff_t>(length(selection));
+  if (digits <= kPiece) return 0;
+  for (std::ptrdiff_t at = kPiece + 1; at <= digits; at += kPiece) {
+    RecordSetRef more;
+    if (OpenRecordset(more, statementOf(Mid(selection, at, kPiece)), message) != 0) return 1;
+    RecordsetCopyAll(patients, more);
+  }
+  patients->setSort("PatientId");
+  return 0;
 }
 
 class MergePatients : public Dialog {
@@ -63,7 +81,7 @@ void MergePatients::load() {
   RecordSaved = false;
   NotLoaded = true;
   std::string message;
-  if (OpenRecordset(RsPatients, statementOf(MergeSelection), message) != 0) return MsgBox(message);
+  if (openPatients(RsPatients, MergeSelection, message) != 0) return MsgBox(message);
   if (RsPatients->RecordCount() < 2)
     return MsgBox("At least two patients need to be selected to proceed with this operation!");
   ListFill(*ListView1, RsPatients);

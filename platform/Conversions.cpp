@@ -1,5 +1,6 @@
 #include "platform/Conversions.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -212,7 +213,8 @@ std::int16_t add16(std::int16_t a, std::int16_t b) {
 
 double Val(std::string_view text) noexcept {
   Reader reader(text, Reader::Blanks::skipped);
-  return readNumber(reader, false).value_or(0);
+  constexpr double kMost = std::numeric_limits<double>::max();
+  return std::clamp(readNumber(reader, false).value_or(0), -kMost, kMost);
 }
 
 std::optional<double> parseNumber(std::string_view text) noexcept {

@@ -26,7 +26,7 @@ std::int32_t toInt32(std::int64_t number);
 std::int16_t add16(std::int16_t a, std::int16_t b);
 
 // As much of a number as the text begins with, blanks skipped anywhere; else 0. Never an error.
-// "20 03x" is 2003, "1,5" is 1, "&H1F" is 31.
+// "20 03x" is 2003, "1,5" is 1, "&H1F" is 31. What is beyond every number is the largest one.
 double Val(std::string_view text) noexcept;
 
 // Default text: up to 7 significant digits (float) or 15 (double), no trailing zeros, "0.5".

@@ -271,8 +271,8 @@ void RecordSet::setSort(std::string_view sort) {
   for (const SortKey& key : parseSort(sort))
     keys.push_back({store().indexOf(key.name), key.descending});
   // Without a row of its own in the view, the place is in front of the row that follows.
-  const std::optional<std::uint32_t> mark =
-      place_.index < view_.size() ? std::optional(view_[place_.index]) : std::nullopt;
+  const bool marked = place_.index < view_.size();
+  const std::uint32_t mark = marked ? view_[place_.index] : 0;
   if (isHeadOf(keys, sort_)) {
     // Rows that are equal in the new first key stand as the others want them already.
     sortStably(view_, store(), keys.front());
@@ -282,7 +282,7 @@ void RecordSet::setSort(std::string_view sort) {
   }
   sort_ = std::move(keys);
   sortText_ = sort;
-  const auto at = mark ? std::find(view_.begin(), view_.end(), *mark) : view_.end();
+  const auto at = marked ? std::find(view_.begin(), view_.end(), mark) : view_.end();
   place_.index = static_cast<std::size_t>(at - view_.begin());
 }
 

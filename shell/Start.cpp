@@ -10,20 +10,8 @@
 #include "shell/frmSplash.h"
 
 namespace bw {
-namespace {
-
-// "" when it is missing or no text.
-std::string storedDatabasePath() {
-  MachineValue value;
-  RegistryReadValue("SOFTWARE\\Fenmoor Systems\\Brantiwell PC", "Database", value);
-  const auto* text = std::get_if<std::string>(&value);
-  return text == nullptr ? std::string() : *text;
-}
-
-}  // namespace
-
 bool start() {
-  DatabasePath = storedDatabasePath();
+  DatabasePath = installationText("Database");
   ReportHeaderLine.clear();
   std::string message;
   if (!ConnectDatabase(message)) {

@@ -4,6 +4,7 @@
 #include "patients/frmPatients.h"
 #include "platform/Text.h"
 #include "shell/RecordView.h"
+#include "shell/frmBrowser.h"
 #include "shell/frmGeneralInfo.h"
 
 namespace bw {
@@ -31,8 +32,8 @@ const std::array<ViewRow, kViewCount> kViews{{
     {"History Items", as<frmSickness>, ",10,11,12,", ToolbarGroup::records, kDischarge},
     {"Diagnosis Groups", as<frmDiagnosisFamilies>, kIncomplete, ToolbarGroup::records, kDischarge},
     {"Brantiwell", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::none, ""},
-    {"Halvorne on the Web", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::browser, ""},
-    {"Fenmoor Systems on the Web", as<frmGeneralInfo>, kIncomplete, ToolbarGroup::browser, ""},
+    {"Halvorne on the Web", sponsorOnTheWeb, kIncomplete, ToolbarGroup::browser, ""},
+    {"Fenmoor Systems on the Web", makerOnTheWeb, kIncomplete, ToolbarGroup::browser, ""},
 }};
 // clang-format on
 

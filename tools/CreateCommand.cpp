@@ -5,8 +5,9 @@
 
 namespace bw {
 
-Exit createDatabase(const std::filesystem::path& path, std::ostream& out) {
-  makeDatabase(path, {});
+Exit createDatabase(const std::filesystem::path& path, std::ostream& out,
+                    const std::string& owner) {
+  makeDatabase(path, {}, owner);
   out << "Made the empty database " << path.string() << ".\n";
   return Exit::done;
 }

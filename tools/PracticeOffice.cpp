@@ -4,13 +4,13 @@
 #include <random>
 #include <string>
 #include <tuple>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "tools/PracticeCatalogue.h"
+#include "tools/TableRows.h"
 
 namespace bw {
 namespace {
@@ -35,30 +35,6 @@ constexpr Number kInpatient = 1;
 constexpr Number kOutpatient = 2;
 constexpr Number kConsult = 1;
 constexpr Number kVisit = 2;
-
-// Rows of one table; a call a row.
-class Rows {
- public:
-  Rows(Engine& engine, const std::string& table, const std::vector<std::string>& columns)
-      : insert_(engine.prepareInsert(table, columns)) {}
-
-  template <class... Cells>
-  void operator()(const Cells&... cells) {
-    const std::vector<Value> values{cell(cells)...};
-    insert_->row(values);
-  }
-
- private:
-  template <class Cell>
-  static Value cell(const Cell& content) {
-    if constexpr (std::is_convertible_v<Cell, std::string_view>)
-      return std::string(std::string_view(content));
-    else
-      return content;
-  }
-
-  std::unique_ptr<BulkInsert> insert_;
-};
 
 Date daysBefore(Date date, Number days) { return {date.day - static_cast<std::int32_t>(days)}; }
 
@@ -101,7 +77,7 @@ class Office {
   Number any(std::size_t bound) { return static_cast<Number>(random_() % bound); }
 
   void fillInsurances() {
-    Rows rows(engine_, "Insurance", {"InsuranceCode", "Description", "BillingInsuranceCode"});
+    TableRows rows(engine_, "Insurance", {"InsuranceCode", "Description", "BillingInsuranceCode"});
     for (Number code = 1; const std::string_view name : kInsurances) {
       rows(code, name, code == static_cast<Number>(kInsurances.size()) ? "" : billing("IN", code));
       ++code;
@@ -109,10 +85,11 @@ class Office {
   }
 
   void fillDiagnoses() {
-    Rows groups(engine_, "DiagnosisFamily", {"DiagnosisFamilyCode", "DiagnosisFamilyDescription"});
-    Rows rows(engine_, "Diagnosis",
-              {"DiagnosisCode", "Description", "DiagnosisFamilyCode", "RealDiagnosisCode",
-               "BillingDiagnosisCode"});
+    TableRows groups(engine_, "DiagnosisFamily",
+                     {"DiagnosisFamilyCode", "DiagnosisFamilyDescription"});
+    TableRows rows(engine_, "Diagnosis",
+                   {"DiagnosisCode", "Description", "DiagnosisFamilyCode", "RealDiagnosisCode",
+                    "BillingDiagnosisCode"});
     Number family = 0;
     for (const Group& group : kGroups) {
       groups(++family, group.name);
@@ -125,8 +102,8 @@ class Office {
   }
 
   void fillProcedures() {
-    Rows rows(engine_, "Procedures",
-              {"ProcedureCode", "Description", "RealProcedureCode", "BillingProcedureCode"});
+    TableRows rows(engine_, "Procedures",
+                   {"ProcedureCode", "Description", "RealProcedureCode", "BillingProcedureCode"});
     for (Number code = 1; const std::string_view name : kProcedures) {
       rows(code, name, concat("Y", 100 + code), billing("PR", code));
       ++code;
@@ -134,7 +111,7 @@ class Office {
   }
 
   void fillHistoryItems() {
-    Rows rows(engine_, "Sickness", {"SicknessCode", "Description", "SicknessTypeCode"});
+    TableRows rows(engine_, "Sickness", {"SicknessCode", "Description", "SicknessTypeCode"});
     for (const HistoryKind& kind : kHistory)
       for (const std::string_view name : kind.items)
         if (!name.empty()) {
@@ -160,9 +137,10 @@ class Office {
         Kind{kOutpatient, kConsult, 1, "outpatient, first consult"},
         Kind{kOutpatient, kConsult, 2, "outpatient, further consult"},
     };
-    Rows rows(engine_, "EvaluationManagement",
-              {"EMCode", "Description", "FacilityTypeCode", "ChargeTypeCode", "AttentionTypeCode",
-               "BillingEMCode", "RealEMCode", "ShowOnFirst", "ShowOnNext", "IsDischarge"});
+    TableRows rows(
+        engine_, "EvaluationManagement",
+        {"EMCode", "Description", "FacilityTypeCode", "ChargeTypeCode", "AttentionTypeCode",
+         "BillingEMCode", "RealEMCode", "ShowOnFirst", "ShowOnNext", "IsDischarge"});
     for (std::size_t place = 0; place < kPlaces.size(); ++place)
       for (const Kind& kind : kKinds) {
         const auto code = static_cast<Number>(concepts_.size() + 1);
@@ -175,10 +153,10 @@ class Office {
   }
 
   void fillFacilities() {
-    Rows rows(engine_, "Facility",
-              {"FacilityCode", "Description", "FacilityTypeCode", "BillingFacilityCode",
-               "BillingFacilityCodeOut"});
-    Rows wards(engine_, "FacilityWards", {"WardCode", "FacilityCode", "Description"});
+    TableRows rows(engine_, "Facility",
+                   {"FacilityCode", "Description", "FacilityTypeCode", "BillingFacilityCode",
+                    "BillingFacilityCodeOut"});
+    TableRows wards(engine_, "FacilityWards", {"WardCode", "FacilityCode", "Description"});
     Number code = 0;
     for (const Facility& facility : kFacilities) {
       ++code;
@@ -194,12 +172,12 @@ class Office {
 
   // Each doctor covers for the next; every third also for the one behind.
   void fillDoctors() {
-    Rows rows(engine_, "Doctors", {"DoctorCode", "Description", "BillingDoctorCode"});
+    TableRows rows(engine_, "Doctors", {"DoctorCode", "Description", "BillingDoctorCode"});
     for (Number code = 1; const std::string_view name : kDoctors) {
       rows(code, name, billing("DR", code));
       ++code;
     }
-    Rows pairs(engine_, "DoctorCoveringDoctors", {"DoctorCode", "CoveringDoctorCode"});
+    TableRows pairs(engine_, "DoctorCoveringDoctors", {"DoctorCode", "CoveringDoctorCode"});
     const auto count = static_cast<Number>(kDoctors.size());
     for (Number doctor = 1; doctor < count; ++doctor) {
       pairs(doctor, doctor + 1);
@@ -216,10 +194,10 @@ class Office {
   // The last three are doubles of others: by name and date of birth, by name in another case, by
   // account.
   void fillPatients() {
-    Rows rows(engine_, "Patient",
-              {"PatientId", "Names", "DateOfBirth", "AccountNumber", "InsuranceCode",
-               "InFacilityCode", "InWardCode", "InDoctorCode"});
-    Rows history(engine_, "PatientHistory", {"PatientId", "SicknessCode", "SicknessTypeCode"});
+    TableRows rows(engine_, "Patient",
+                   {"PatientId", "Names", "DateOfBirth", "AccountNumber", "InsuranceCode",
+                    "InFacilityCode", "InWardCode", "InDoctorCode"});
+    TableRows history(engine_, "PatientHistory", {"PatientId", "SicknessCode", "SicknessTypeCode"});
     const Date oldest = *makeDate(1921, 3, 14);
     for (Number i = 0; i < kPatients; ++i) {
       std::string name = nameOf(i);
@@ -237,7 +215,7 @@ class Office {
     }
   }
 
-  void fillHistory(Rows& rows, Number patient) {
+  void fillHistory(TableRows& rows, Number patient) {
     std::size_t item = static_cast<std::size_t>(any(5));
     for (Number count = any(5); count > 0; --count, item += 4)
       rows(patient, static_cast<Number>(item + 1), historyTypes_[item]);
@@ -245,8 +223,8 @@ class Office {
 
   // The attending doctor and up to two others visit an admitted patient.
   void fillVisits() {
-    Rows rows(engine_, "PatientDoctors",
-              {"PatientId", "DoctorCode", "AttentionTypeCode", "Frequency"});
+    TableRows rows(engine_, "PatientDoctors",
+                   {"PatientId", "DoctorCode", "AttentionTypeCode", "Frequency"});
     for (Number i = 0; i < kAdmitted; ++i) {
       rows(kFirstPatient + i, 1 + i % 6, kVisit, Number{1});
       for (Number other = 0; other < i % 3; ++other)
@@ -269,13 +247,13 @@ class Office {
   }
 
   void fillCharges() {
-    Rows rows(engine_, "PatientCharges",
-              {"PatientId", "ChargeDate", "ChargeTime", "ChargeRealDate", "FacilityCode", "EMCode",
-               "DoctorCode", "ReferDoctorCode", "Status", "PrintLot"});
-    Rows diagnoses(engine_, "ChargeDiagnosis",
-                   {"PatientId", "ChargeDate", "ChargeTime", "DiagnosisCode"});
-    Rows procedures(engine_, "ChargeProcedures",
-                    {"PatientId", "ChargeDate", "ChargeTime", "ProcedureCode"});
+    TableRows rows(engine_, "PatientCharges",
+                   {"PatientId", "ChargeDate", "ChargeTime", "ChargeRealDate", "FacilityCode",
+                    "EMCode", "DoctorCode", "ReferDoctorCode", "Status", "PrintLot"});
+    TableRows diagnoses(engine_, "ChargeDiagnosis",
+                        {"PatientId", "ChargeDate", "ChargeTime", "DiagnosisCode"});
+    TableRows procedures(engine_, "ChargeProcedures",
+                         {"PatientId", "ChargeDate", "ChargeTime", "ProcedureCode"});
     const Value noLot;
     const Value lot = lotOf(daysBefore(today_, kPostedAfter));
     for (Number i = 0; i < kCharges; ++i) {
@@ -302,7 +280,7 @@ class Office {
   }
 
   // Different codes, from 1 to `codes`.
-  void fillDetails(Rows& rows, Number count, std::size_t codes, Number patient, Date date,
+  void fillDetails(TableRows& rows, Number count, std::size_t codes, Number patient, Date date,
                    TimeOfDay time) {
     for (Number code = any(codes); count > 0; --count, code += 7)
       rows(patient, date, time, 1 + code % static_cast<Number>(codes));

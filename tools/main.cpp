@@ -17,7 +17,7 @@ constexpr const char* kAbout =
 
 constexpr const char* kFooter =
     "Examples:\n"
-    "  brantiwell-database create /srv/office/brantiwell.db\n"
+    "  sudo brantiwell-database create --register --owner anna /srv/office/brantiwell.db\n"
     "  brantiwell-database load /srv/office/brantiwell.db exported/\n"
     "  brantiwell-database check /srv/office/brantiwell.db\n"
     "  sudo brantiwell-database register /srv/office/brantiwell.db\n"
@@ -28,7 +28,8 @@ constexpr const char* kFooter =
 
 constexpr const char* kCreateHelp =
     "Make an empty database with its lookup rows.\n"
-    "Refuses a path at which there is a file. Files are readable by their owner alone.";
+    "Refuses a path at which there is a file. Files are readable by their owner alone: with sudo\n"
+    "say who works with them.";
 constexpr const char* kPracticeHelp =
     "Make a database with a fictional office to try the program on.";
 constexpr const char* kLoadHelp =
@@ -62,7 +63,14 @@ int main(int argc, char** argv) {
     added->callback([&result, run] { result = run(); });
     return added;
   };
-  command("create", kCreateHelp, [&] { return createDatabase(path, std::cout); });
+  std::string owner;
+  bool registered = false;
+  CLI::App* create = command("create", kCreateHelp, [&] {
+    createDatabase(path, std::cout, owner);
+    return registered ? registerDatabase(path, std::cout) : Exit::done;
+  });
+  create->add_flag("--register", registered, "Register it too, as the command register does");
+  create->add_option("--owner", owner, "The user who works with it; needs sudo");
   command("load", kLoadHelp,
           [&] {
             return loadTables(path, folder, std::cout,

@@ -164,18 +164,5 @@ TEST(ListsTest, MergingARecordSelectsJustItsRowUnderTheSort) {
   EXPECT_EQ(list.selectedFromLast(), std::vector<int>{1});
 }
 
-TEST(ListsTest, AColumnClickFindsPaddedTokensOnly) {
-  ListView list({{"Names", "Names", 100}, {"Note", "Note", 100}}, {});
-  const RecordSetRef rows = rowsOf({"b", "a"});
-  rows->setSort(" Names ");
-  sortByColumn(rows, list, " Note ");
-  EXPECT_EQ(rows->Sort(), " Note , Names ");
-  sortByColumn(rows, list, " Names ");
-  EXPECT_EQ(rows->Sort(), " Names , Note ");
-  sortByColumn(rows, list, " Names ");
-  EXPECT_EQ(rows->Sort(), " Names , Note ");
-  EXPECT_EQ(texts(list), (Texts{"a", "b"}));
-}
-
 }  // namespace
 }  // namespace bw

@@ -66,22 +66,6 @@ TEST_F(RecordsetCopyTest, EmptyUnsetOrReadOnlySetsAreLeftAlone) {
   EXPECT_EQ(told(fixed), "1|a|1");
 }
 
-TEST(OpenRecordsetTest, FailureTellsStatementAndErrorAndLeavesTheSet) {
-  resetShared();
-  DatabaseConnection = Connection(openSqlite(":memory:"));
-  RecordSetRef set = makeSet(kTarget, {row(1, "a", 1)});
-  std::string message = "before";
-  EXPECT_EQ(OpenRecordset(set, "SELECT * FROM Lost", message), 1);
-  EXPECT_EQ(message, "SELECT * FROM Lost no such table: Lost");
-  EXPECT_EQ(set->RecordCount(), 1);
-  message = "before";
-  EXPECT_EQ(OpenRecordset(set, "SELECT 7 AS Seven", message), 0);
-  EXPECT_EQ(message, "before");
-  set->set("Seven", 8);
-  EXPECT_EQ(set->code("seven"), 8);
-  resetShared();
-}
-
 TEST(TokensTest, AreTakenOffTheFrontUpToTheirSeparator) {
   std::string list = "1,,b c;d";
   EXPECT_EQ(TakeToken(list), "1");

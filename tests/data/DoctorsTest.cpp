@@ -83,26 +83,5 @@ TEST_F(DoctorsTest, NewDoctorIsStoredWithAllPairsOrNotAtAll) {
   EXPECT_EQ(pairs->code("CoveringDoctorCode"), 1);
 }
 
-TEST_F(DoctorsTest, DoctorWithoutListUpdatesNothing) {
-  EXPECT_EQ(DoctorUpdate(9, "Nobody", "", ";", message), 2);
-  EXPECT_EQ(message, "U:IMPACTENT");
-  run("DROP TABLE DoctorCoveringDoctors");
-  EXPECT_EQ(update(";2;"), 1);
-  EXPECT_EQ(message, "Object variable or With block variable not set");
-  EXPECT_EQ(rows("SELECT Description FROM Doctors WHERE DoctorCode=1"), "Ames");
-}
-
-TEST_F(DoctorsTest, PairsFollowTheDeletedDoctorOnBothSides) {
-  EXPECT_EQ(DoctorDelete(1, message), 1);
-  EXPECT_EQ(message, "This record cannot be deleted: charges still use it.");
-  for (const char* user : {"PatientCharges", "PatientDoctors"})
-    run(std::string("DELETE FROM ") + user);
-  EXPECT_EQ(DoctorDelete(1, message), 1);
-  EXPECT_EQ(message, "This record cannot be deleted: patients still use it.");
-  run("UPDATE Patient SET InDoctorCode=0");
-  EXPECT_EQ(DoctorDelete(1, message), 0);
-  EXPECT_EQ(count("DoctorCoveringDoctors"), "0");
-}
-
 }  // namespace
 }  // namespace bw

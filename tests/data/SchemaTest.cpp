@@ -166,63 +166,6 @@ TEST_F(SchemaTest, DetailsFollowTheirRecord) {
   EXPECT_EQ(firstColumn("SELECT WardCode FROM FacilityWards"), "1 ");
 }
 
-// Forms, reports and stored column layouts name these.
-TEST_F(SchemaTest, QueriesDeliverTheColumnsThatFormsName) {
-  const std::string patient =
-      "PatientId Names DateOfBirth AccountNumber InsuranceCode Description InFacilityCode "
-      "FacilityName InWardCode InDoctorCode ";
-  struct Case {
-    const char* query;
-    std::string columns;
-  };
-  const std::array cases{
-      Case{"ChargesDescriptive",
-           "PatientId ChargeDate ChargeTime ChargeRealDate FacilityCode EMCode DoctorCode "
-           "ReferDoctorCode Status PrintLot StatusDescription Names DateOfBirth AccountNumber "
-           "InsuranceCode Insurance EMDescription RealEMCode BillingEMCode ChargeTypeCode "
-           "Facility BillingFacilityCode BillingFacilityCodeOut Doctor BillingDoctorCode "
-           "ReferDoctor BillingReferDoctorCode "},
-      Case{"ChargeDiagnosisDescriptive",
-           "PatientId ChargeDate ChargeTime DiagnosisCode Description checked "},
-      Case{"ChargeProceduresDescriptive",
-           "PatientId ChargeDate ChargeTime ProcedureCode Description checked "},
-      Case{"PatientsDescriptive", patient},
-      Case{"PatientsDescriptiveAdmitted", patient},
-      Case{"PatientsDescriptiveNotAdmitted", patient},
-      Case{"PatientsDescriptiveInconsistent", patient},
-      Case{"PatientsDescriptiveDupDOB", patient},
-      Case{"PatientsDescriptiveDupName", patient},
-      Case{"PatientsDescriptiveDupDOBName", patient},
-      Case{"PatientsDescriptiveDupAccount", patient},
-      Case{"PatientsHistoryDescriptive",
-           "PatientId SicknessCode SicknessTypeCode Description checked "},
-      Case{"PatientDoctorsDescriptive",
-           "PatientId DoctorCode Names AttentionTypeCode AttentionTypeDescription Frequency "
-           "FrequencyDescription checked "},
-      Case{"DoctorsDescriptive", "DoctorCode Names AttentionTypeCode "},
-      Case{"Coverage", "DoctorCode CoveringDoctorCode Names checked "},
-      Case{"FacilitiesDescriptive",
-           "FacilityCode Description TypeDescription BillingFacilityCode BillingFacilityCodeOut "
-           "FacilityTypeCode "},
-      Case{"DiagnosisDescriptive",
-           "DiagnosisCode Description DiagnosisFamilyCode RealDiagnosisCode BillingDiagnosisCode "
-           "checked FamilyDesc "},
-      Case{"EMCodesDescriptive",
-           "EMCode Description FacilityTypeCode ChargeTypeCode AttentionTypeCode BillingEMCode "
-           "RealEMCode ShowOnFirst ShowOnNext IsDischarge FacilityTypeDescription "
-           "ChargeTypeDescription AttentionTypeDescription "},
-      Case{"SicknessDescriptive",
-           "SicknessCode Description SicknessTypeCode checked SicknessTypeDescription "},
-  };
-  EXPECT_EQ(schemaQueries().size(), cases.size());
-  for (const auto& [query, columns] : cases) {
-    std::string found;
-    const std::shared_ptr<RowStore> rows = engine_->read(std::string("SELECT * FROM ") + query);
-    for (const Column& column : rows->columns) found += column.name() + " ";
-    EXPECT_EQ(found, columns) << query;
-  }
-}
-
 TEST_F(SchemaTest, QueriesTellWhatTheListsNeed) {
   fill();
   for (const char* row :

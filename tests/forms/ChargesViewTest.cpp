@@ -134,17 +134,6 @@ TEST_F(ChargesViewTest, AChargeThatHasGoneShowsItsMessageAndNoEditor) {
   EXPECT_EQ(takeMessages(), Texts{"Record not found.  Please report this error!"});
 }
 
-TEST_F(ChargesViewTest, AFailedReadLeavesTheListOnShowAndItsRecordsClosed) {
-  closeConnection();
-  click(frmCharges(), "btnGo");
-  const Texts shown = takeMessages();
-  ASSERT_EQ(shown.size(), 1U);
-  EXPECT_EQ(shown[0], "SELECT * FROM ChargesDescriptive Where [status]<>2 " + std::string(kClosed));
-  EXPECT_EQ(names(), (Texts{"Smith, Ann", "Jones, Bob", "Jones, Bob"}));
-  doubleClickRow(list(), 0);
-  EXPECT_EQ(takeFatal(), Texts{kClosed});
-}
-
 // Three searches one behind the other are no search for the key: the row of another patient with
 // that date and time is overwritten.
 TEST_F(ChargesViewTest, MergingGoesOverARowThatHasTheSameDateAndTime) {

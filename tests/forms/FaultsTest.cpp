@@ -1,8 +1,12 @@
+#include <QApplication>
 #include <QLineEdit>
 #include <QTest>
 
 #include "charges/frmCharges.h"
+#include "controls/ProgressWindow.h"
 #include "core/Principal.h"
+#include "core/Settings.h"
+#include "shell/SessionEnd.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {
@@ -56,6 +60,44 @@ TEST_F(FaultsTest, ASecondChargeWithinTheSameSecondIsRefusedAndStoredLater) {
   QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
   EXPECT_EQ(count("PatientCharges"), "2");
   closeMainWindow();
+}
+
+class SessionEndTest : public FaultsTest {
+ protected:
+  SessionEndTest() { openMainWindow(); }
+  void expectEnded() {
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window().isHidden(); }));
+    EXPECT_EQ(GetSetting(kApplicationTitle, "Settings", "ActiveView", "none"), "0");
+    EXPECT_EQ(GetSetting(kApplicationTitle, "Charges", "ActiveFilter", "none"), "0");
+  }
+};
+
+TEST_F(SessionEndTest, AnOpenDialogAndWhatItOpenedGoUnstoredAndTheSettingsAreStored) {
+  script.in("frmEditCharge", [](QWidget& editor) { click(editor, "Command1"); });
+  script.in("frmPickDiagnosis", [](QWidget& pick) {
+    tick(control<ListView>(pick, "ListView1"), "d1");
+    endSession();
+  });
+  QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
+  EXPECT_EQ(count("PatientCharges"), "1");
+  expectEnded();
+}
+
+TEST_F(SessionEndTest, PostingRunsToItsEndAndItsReportIsNotAskedFor) {
+  run("INSERT INTO PatientCharges SELECT PatientId, ChargeDate, #08:30:01#, ChargeRealDate, "
+      "FacilityCode, EMCode, DoctorCode, ReferDoctorCode, 0, NULL FROM PatientCharges");
+  click(frmCharges(), "optAllDates");
+  services().patience = {};
+  installProgressWindow();
+  onStatement = [&](std::string_view statement) {
+    if (!statement.starts_with("UPDATE")) return;
+    onStatement = nullptr;
+    endSession();
+  };
+  script.in("frmPostCharges", [](QWidget& dialog) { click(dialog, "OKButton"); });
+  trigger(window(), "Post");
+  EXPECT_EQ(rows("SELECT Status FROM PatientCharges"), "1 1");
+  expectEnded();
 }
 
 // Texts that reach a statement through a list or a filter.

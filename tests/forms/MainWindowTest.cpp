@@ -59,13 +59,11 @@ TEST_F(MainWindowTest, PlacementViewAndFilterComeBack) {
   EXPECT_EQ(setting("Settings", "ActiveFilter"), "4");
 }
 
-TEST_F(MainWindowTest, AStoredPairWithoutANodeEndsTheLoad) {
-  store("Settings", "ActiveView", "0");
-  store("Settings", "ActiveFilter", "7");
+TEST_F(MainWindowTest, AStoredTextThatNamesNothingEndsTheLoad) {
+  store("Settings", "ActiveFilter", "7");  // no such node
   EXPECT_THROW(openMainWindow(), RuntimeError);
-}
-
-TEST_F(MainWindowTest, AStoredTextThatIsNoNumberEndsTheLoad) {
+  delete MainWindow;
+  store("Settings", "ActiveFilter", "0");
   store("Settings", "MainLeft", "wide");
   EXPECT_THROW(openMainWindow(), RuntimeError);
 }

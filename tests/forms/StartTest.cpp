@@ -54,6 +54,8 @@ TEST_F(StartTest, WithoutASessionThereIsTheMessageAndNoWindow) {
   write("office.dw", workgroupText("Kelps", "Kelps"));
   write("office.db", std::string(5000, 'x'));
   failsWith(problem(file));
+  registerDatabase("x");  // whatever the last letter is, "w" takes its place
+  failsWith(problem("x"));
 }
 
 TEST_F(StartTest, TheTitleStandsTwoSecondsBeforeTheFirstViewIsRead) {

@@ -104,19 +104,6 @@ TEST_P(ColumnTest, WriteIntoAPackedBlockChangesThatRowAlone) {
   }
 }
 
-TEST_P(ColumnTest, RanksOrderLikeTheValues) {
-  column.prepareRanks();
-  const auto rank = [&](std::size_t index) { return column.rank(column.raw(index)); };
-  std::mt19937 random(1);
-  for (int i = 0; i < 5000; ++i) {
-    const std::size_t a = random() % kRows;
-    const std::size_t b = random() % kRows;
-    // The texts in use are of one case: bytes order them as the folding does.
-    EXPECT_EQ(rank(a) < rank(b), values[a] < values[b]);
-    EXPECT_EQ(rank(a) == rank(b), values[a] == values[b]);
-  }
-}
-
 INSTANTIATE_TEST_SUITE_P(Kinds, ColumnTest, ::testing::ValuesIn(kKinds),
                          [](const auto& test) { return std::string(test.param.name); });
 

@@ -12,28 +12,14 @@ namespace bw {
 namespace {
 
 TEST(TextToInteger, ReadsTheWholeGrammarAndRoundsHalvesToEven) {
+  // clang-format off
   const std::vector<std::pair<const char*, std::int16_t>> cases{
-      {"7", 7},
-      {" 7 ", 7},
-      {"00012", 12},
-      {"12.5", 12},
-      {"13.5", 14},
-      {"-0.5", 0},
-      {"-13.5", -14},
-      {"+5.", 5},
-      {".6", 1},
-      {"1,234", 1234},
-      {"1,2,3", 123},
-      {"1.5E+2", 150},
-      {"3d1", 30},
-      {"32767.4", 32767},
-      {"-32768", -32768},
-      {"&H1f", 31},
-      {"&o17", 15},
-      {"&HFFFF", -1},
-      // More digits than any number type holds.
+      {"7", 7}, {" 7 ", 7}, {"00012", 12}, {"12.5", 12}, {"13.5", 14}, {"-0.5", 0}, {"-13.5", -14},
+      {"+5.", 5}, {".6", 1}, {"1,234", 1234}, {"1,2,3", 123}, {"1.5E+2", 150}, {"3d1", 30},
+      {"32767.4", 32767}, {"-32768", -32768}, {"&H1f", 31}, {"&o17", 15}, {"&HFFFF", -1},
       {"0000000000000000000000000000000000000000000000000000000000000000000000000000000042", 42},
       {"2.00000000000000000000000000000000000000000000000000000000000000000000000000000001", 2}};
+  // clang-format on
   for (const auto& [text, number] : cases) EXPECT_EQ(toInt16(text), number) << text;
 }
 
@@ -67,27 +53,13 @@ TEST(NumberToInteger, RoundsHalvesToEvenAndOverflowsAtTheBounds) {
 }
 
 TEST(Val, ReadsAsMuchAsThereIsAndNeverFails) {
+  // clang-format off
   const std::vector<std::pair<const char*, double>> cases{
-      {"", 0},
-      {"x", 0},
-      {"20 03x", 2003},
-      {"1,5", 1},
-      {" 7 ", 7},
-      {"-\t1\n2", -12},
-      {"1.5.5", 1.5},
-      {"1e", 1},
-      {"1e+x", 1},
-      {"2D2", 200},
-      {".5", 0.5},
-      {"-", 0},
-      {"&H1F", 31},
-      {"&HFFFF", -1},
-      {"&O17", 15},
-      {"&HG", 0},
-      {"12;305;", 12},
-      {"0.1", 0.1},
-      {"1e-999999999999", 0},
-      {"1e999999999999", std::numeric_limits<double>::infinity()}};
+      {"", 0}, {"x", 0}, {"20 03x", 2003}, {"1,5", 1}, {" 7 ", 7}, {"-\t1\n2", -12}, {"1.5.5", 1.5},
+      {"1e", 1}, {"1e+x", 1}, {"2D2", 200}, {".5", 0.5}, {"-", 0}, {"&H1F", 31}, {"&HFFFF", -1},
+      {"&O17", 15}, {"&HG", 0}, {"12;305;", 12}, {"0.1", 0.1}, {"1e-999999999999", 0},
+      {"1e999999999999", std::numeric_limits<double>::max()}};
+  // clang-format on
   for (const auto& [text, number] : cases) EXPECT_EQ(Val(text), number) << text;
 }
 
@@ -133,20 +105,18 @@ TEST(WriteToField, ConvertsToTheFieldsType) {
     Value from;
     Value to;
   };
-  const std::vector<Case> cases{{FieldType::smallint, "00012", std::int64_t{12}},
-                                {FieldType::integer, " 12.5 ", std::int64_t{12}},
-                                {FieldType::text, std::int64_t{7}, "7"},
-                                {FieldType::text, both, "6/15/2003 2:05:09 PM"},
-                                {FieldType::untyped, time, time},
-                                {FieldType::date, both, day},
-                                {FieldType::date, "6/15/2003", day},
-                                {FieldType::time, both, time},
-                                {FieldType::time, "2:05:09 PM", time},
-                                {FieldType::dateTime, day, DateTime{day, {}}},
-                                {FieldType::dateTime, time, DateTime{{}, time}},
-                                {FieldType::dateTime, "2003/06/15 14:05:09", both},
-                                {FieldType::smallint, {}, {}},
-                                {FieldType::date, {}, {}}};
+  // clang-format off
+  const std::vector<Case> cases{
+      {FieldType::smallint, "00012", std::int64_t{12}},
+      {FieldType::integer, " 12.5 ", std::int64_t{12}}, {FieldType::text, std::int64_t{7}, "7"},
+      {FieldType::text, both, "6/15/2003 2:05:09 PM"}, {FieldType::untyped, time, time},
+      {FieldType::date, both, day}, {FieldType::date, "6/15/2003", day},
+      {FieldType::time, both, time}, {FieldType::time, "2:05:09 PM", time},
+      {FieldType::dateTime, day, DateTime{day, {}}},
+      {FieldType::dateTime, time, DateTime{{}, time}},
+      {FieldType::dateTime, "2003/06/15 14:05:09", both}, {FieldType::smallint, {}, {}},
+      {FieldType::date, {}, {}}};
+  // clang-format on
   for (const Case& c : cases) EXPECT_EQ(convertedTo(c.type, c.from), c.to) << textOrEmpty(c.from);
 }
 

@@ -165,19 +165,8 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
   RecordSet set_;
 };
 
-TEST_P(RecordSetModelTest, FilterAndSortGiveTheRowsOfTheModelInItsOrder) {
-  const int rounds = GetParam() > 1000 ? 12 : 300;
-  for (int round = 0; round < rounds; ++round) {
-    if (upTo(3) == 0) filterAtRandom();
-    sortAtRandom();
-    model_.refresh();
-    ASSERT_EQ(set_.view(), model_.view())
-        << "round " << round << ": " << set_.Filter() << ";" << set_.Sort();
-  }
-}
-
-TEST_P(RecordSetModelTest, PositionsAgreeAfterEveryChange) {
-  const int rounds = GetParam() > 1000 ? 30 : 1500;
+TEST_P(RecordSetModelTest, RowsAndPositionsAgreeAfterEveryChange) {
+  const int rounds = GetParam() > 1000 ? 30 : 2000;
   for (int round = 0; round < rounds; ++round) {
     SCOPED_TRACE(round);
     const std::uint32_t action = upTo(10);

@@ -1,12 +1,10 @@
-#include <sys/resource.h>
 #include <sys/stat.h>
-
-#include <csignal>
 
 #include "core/Principal.h"
 #include "reports/ApoyoImpresion.h"
 #include "reports/ApoyoMyView.h"
 #include "tests/data/DataFixture.h"
+#include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 
 namespace bw {
@@ -56,14 +54,10 @@ TEST_F(DocumentTest, WithoutRecordsNothingIsWrittenOrStarted) {
 
 TEST_F(DocumentTest, ADiskThatIsFullLeavesTheOldDocument) {
   folder.write("documents/DoctorsView.myv", "before");
-  const auto saved = std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit small{1000, before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
-  writeDoctors();
-  setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, saved);
+  {
+    const FullDisk full(1000);
+    writeDoctors();
+  }
   EXPECT_EQ(takeMessages(),
             std::vector<std::string>{"The document cannot be written: " + document.string() +
                                      ": File too large. The document that was there before is "

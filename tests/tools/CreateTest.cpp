@@ -1,14 +1,16 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
-#include <csignal>
 #include <sstream>
 
 #include "data/Schema.h"
 #include "platform/Connection.h"
 #include "platform/RuntimeError.h"
 #include "platform/Workgroup.h"
+#include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "tools/Commands.h"
 
@@ -16,27 +18,6 @@ namespace bw {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Files cannot grow beyond a size while it lives, as on a disk that is full.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{.rlim_cur = bytes, .rlim_max = before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-
- private:
-  rlimit before_{};
-  void (*handler_)(int) = nullptr;
-};
 
 TEST(CreateTest, MakesTwoPrivateFilesThatTheProgramOpens) {
   const TemporaryFolder folder;
@@ -61,6 +42,32 @@ TEST(CreateTest, MakesTwoPrivateFilesThatTheProgramOpens) {
       textOrEmpty(openSqlite(database.string())->read("PRAGMA journal_mode")->columns[0].value(0)),
       "wal");
   EXPECT_EQ(checkDatabase(database, out), Exit::done) << out.str();
+}
+
+TEST(CreateTest, GivesFilesAndNewFoldersToTheirOwner) {
+  const TemporaryFolder folder;
+  std::ostringstream out;
+  EXPECT_THROW(createDatabase(folder / "a/a.db", out, "no such user"), Refused);
+  EXPECT_FALSE(fs::exists(folder / "a"));
+
+  const fs::path database = folder / "srv/office/brantiwell.db";
+  if (geteuid() != 0) {  // only root can give files away
+    EXPECT_THROW(createDatabase(database, out, "nobody"), RuntimeError);
+    EXPECT_FALSE(fs::exists(folder / "srv"));
+    return;
+  }
+  createDatabase(database, out, "nobody");
+  checkDatabase(database, out);
+  const uid_t nobody = getpwnam("nobody")->pw_uid;
+  std::vector<fs::path> files{folder / "srv", folder / "srv/office"};
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder / "srv/office"))
+    files.push_back(entry.path());
+  EXPECT_GE(files.size(), 4U);
+  for (const fs::path& file : files) {
+    struct stat status {};
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, nobody) << file;
+  }
 }
 
 TEST(CreateTest, LeavesWhatIsThereAlone) {

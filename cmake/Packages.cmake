@@ -1,0 +1,116 @@
+# What is installed beside the programs, and the two Debian packages. cmake/package builds and
+# checks them.
+
+set(shared ${CMAKE_CURRENT_SOURCE_DIR}/share)
+set(made ${CMAKE_BINARY_DIR}/packages)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(package_files)
+
+# Compresses a file as Debian wants it, into the folder of the installation tree.
+function(install_compressed source name destination component)
+  add_custom_command(
+    OUTPUT ${made}/${component}/${name}.gz
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${made}/${component}
+    COMMAND gzip -9nc ${source} > ${made}/${component}/${name}.gz
+    DEPENDS ${source}
+    VERBATIM)
+  install(FILES ${made}/${component}/${name}.gz DESTINATION ${destination} COMPONENT ${component})
+  set(package_files ${package_files} ${made}/${component}/${name}.gz PARENT_SCOPE)
+endfunction()
+
+# A program's icon, drawn (SVG) and rendered for desktops that take pictures only.
+find_program(RSVG_CONVERT rsvg-convert)
+function(install_icon source name)
+  set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
+  install(FILES ${source} DESTINATION ${icons}/scalable/apps RENAME ${name}.svg)
+  if(NOT RSVG_CONVERT)
+    message(STATUS "Without rsvg-convert (librsvg2-bin) icons are installed as SVG only")
+    return()
+  endif()
+  foreach(size 16 22 24 32 48 64 128 256 512)
+    set(picture ${made}/icons/${size}/${name}.png)
+    add_custom_command(
+      OUTPUT ${picture}
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${made}/icons/${size}
+      COMMAND ${RSVG_CONVERT} -w ${size} -h ${size} -o ${picture} ${source}
+      DEPENDS ${source}
+      VERBATIM)
+    install(FILES ${picture} DESTINATION ${icons}/${size}x${size}/apps)
+    list(APPEND package_files ${picture})
+  endforeach()
+  set(package_files ${package_files} PARENT_SCOPE)
+endfunction()
+
+install(FILES ${shared}/applications/brantiwell.desktop ${shared}/applications/myviewer.desktop
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES ${shared}/metainfo/com.fenmoor.brantiwell.metainfo.xml
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES ${shared}/mime/packages/myviewer.xml
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+install(FILES ${shared}/brantiwell/start.html DESTINATION ${CMAKE_INSTALL_DATADIR}/brantiwell)
+install_icon(${CMAKE_CURRENT_SOURCE_DIR}/shell/icons/Brantiwell.svg brantiwell)
+install_icon(${shared}/icons/hicolor/scalable/apps/myviewer.svg myviewer)
+foreach(program brantiwell brantiwell-database myviewer)
+  install_compressed(${shared}/man/man1/${program}.1 ${program}.1 ${CMAKE_INSTALL_MANDIR}/man1
+                     brantiwell)
+endforeach()
+
+set(packages brantiwell)
+if(TARGET brantiwell-webpane)
+  list(APPEND packages webpane)
+endif()
+configure_file(${shared}/debian/changelog.in ${made}/changelog.Debian @ONLY)
+foreach(component ${packages})
+  set(name brantiwell)
+  if(component STREQUAL webpane)
+    set(name brantiwell-webpane)
+  endif()
+  set(doc ${CMAKE_INSTALL_DATADIR}/doc/${name})
+  install(FILES ${shared}/debian/copyright DESTINATION ${doc} COMPONENT ${component})
+  install_compressed(${made}/changelog.Debian changelog.Debian ${doc} ${component})
+  configure_file(${shared}/debian/lintian-overrides.in ${made}/overrides/${name} @ONLY)
+  install(FILES ${made}/overrides/${name} DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
+          COMPONENT ${component})
+endforeach()
+add_custom_target(package_files ALL DEPENDS ${package_files})
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VENDOR "Fenmoor Systems")
+set(CPACK_PACKAGE_CONTACT "Fenmoor Systems <support@fenmoor.invalid>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL ${packages})
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_NAME brantiwell)
+set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_SECTION misc)
+# Icons are read by a plugin that no program links.
+set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_DEPENDS libqt6svg6)
+set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_RECOMMENDS fonts-liberation)
+set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_SUGGESTS brantiwell-webpane)
+set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_CONTROL_EXTRA ${shared}/debian/postinst)
+set(CPACK_COMPONENT_BRANTIWELL_DESCRIPTION
+    "charges of a physician's office
+Brantiwell keeps the charges of a physician's office with their diagnoses and
+procedures, posts them to the insurance companies in numbered lots, prints
+them for the biller and archives them. Around the charges stand the register
+of patients and the catalogues that a charge is built from.
+.
+The package holds the program, the viewer of its reports and the tool that
+creates and checks databases.")
+
+set(CPACK_DEBIAN_WEBPANE_PACKAGE_NAME brantiwell-webpane)
+set(CPACK_DEBIAN_WEBPANE_PACKAGE_SECTION misc)
+set(CPACK_DEBIAN_WEBPANE_PACKAGE_DEPENDS
+    "brantiwell (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
+set(CPACK_COMPONENT_WEBPANE_DESCRIPTION
+    "web pages in Brantiwell
+Lets Brantiwell show web pages in its window. Everything else in the program
+works without it.")
+include(CPack)
