@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "controls/DarkOutlines.h"
 #include "controls/EventGuard.h"
 #include "controls/MessageBox.h"
 #include "controls/ProgressWindow.h"
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName("brantiwell");
   sayWhenThereAreNoFonts();
   bw::installSessionEnd();
+  bw::installDarkOutlines();
   bw::installMessageBoxes();
   bw::installProgressWindow();
   bw::services().view = bw::startViewer;

@@ -76,6 +76,7 @@ SingleDialog::SingleDialog(const SingleRow& row, QWidget* owner)
       ListView1(new ListView(row.columns, {}, this)) {
   auto* column = new QVBoxLayout(this);
   named(ListView1, "ListView1", row_.caption);
+  ListView1->stretchLastColumn();
   ListView1->onOpen = [this] { ok(); };
   column->addWidget(ListView1);
   column->addWidget(makeFoot(

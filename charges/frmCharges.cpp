@@ -2,6 +2,8 @@
 
 #include <QPointer>
 #include <QResizeEvent>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "charges/PickDialogs.h"
 #include "charges/frmEditCharge.h"
@@ -69,10 +71,26 @@ std::string baseStatement(std::int16_t filter) {
   }
 }
 
+QScrollArea* makePanelArea(QWidget* parent) {
+  auto* area = new QScrollArea(parent);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setWidget(named(new QWidget, "panels", "Filters"));
+  return named(area, "panelArea", "Filters");
+}
+
 }  // namespace
 
 ChargesView::ChargesView(QWidget* parent)
-    : View("frmCharges", "Charges", parent),
+    : View("frmCharges", "Charges", parent), panelArea_(makePanelArea(this)),
+      panels_(panelArea_->widget(), {.chosen =
+                                         [this](PanelKind kind, bool all) {
+                                           showColumn(kind, all);
+                                           Refresca();
+                                         },
+                                     .search = [this](PanelKind kind) { search(kind); },
+                                     .go = [this] { Refresca(); }}),
       ListView1(new ListView({{"ChargeRealDate", "Date", 1440},
                               {"Names", "Patient", 2880},
                               {"EMDescription", "E & M Concept", 2880},
@@ -80,14 +98,7 @@ ChargesView::ChargesView(QWidget* parent)
                               {"Facility", "Facility", 2880},
                               {"Insurance", "Insurance", 2880},
                               {"StatusDescription", "Status", 1440}},
-                             {.selection = ListView::Selection::several}, this)),
-      panels_(this, {.chosen =
-                         [this](PanelKind kind, bool all) {
-                           showColumn(kind, all);
-                           Refresca();
-                         },
-                     .search = [this](PanelKind kind) { search(kind); },
-                     .go = [this] { Refresca(); }}) {
+                             {.selection = ListView::Selection::several}, this)) {
   named(ListView1, "ListView1", "Charges");
   ListView1->raise();
   ListView1->onOpen = [this] { openSelected(); };
@@ -130,14 +141,20 @@ void ChargesView::close() {
 }
 
 void ChargesView::resizeEvent(QResizeEvent*) {
+  int wide = width();
+  for (const PanelKind kind : kPanelKinds)
+    wide = std::max(wide, panels_.frame(kind)->minimumSizeHint().width());
   int top = 0;
   for (const PanelKind kind : kPanelKinds) {
     QWidget* frame = panels_.frame(kind);
     const int height = frame->sizeHint().height();
-    // In a narrow window a panel is cut at the edge, not squeezed.
-    frame->setGeometry(0, top, std::max(width(), frame->minimumSizeHint().width()), height);
+    frame->setGeometry(0, top, wide, height);
     top += height;
   }
+  panelArea_->widget()->resize(wide, top);
+  // In a window too narrow for them the panels keep their width and can be scrolled.
+  if (wide > width()) top += panelArea_->horizontalScrollBar()->sizeHint().height();
+  panelArea_->setGeometry(0, 0, width(), top);
   ListView1->setGeometry(0, top, width(), std::max(0, height() - top));
 }
 
@@ -171,7 +188,7 @@ void ChargesView::Refresca() {
   const std::string text = statement();
   if (RsCharges) RsCharges->Close();
   std::string message;
-  if (OpenRecordset(RsCharges, text, message) != 0) return MsgBox(message);
+  if (openForList(RsCharges, text, message) != 0) return MsgBox(message);
   RsCharges->setSort("ChargeRealDate");
   ListFill(*ListView1, RsCharges);
 }

@@ -9,6 +9,8 @@
 #include "platform/RecordSet.h"
 #include "shell/View.h"
 
+class QScrollArea;
+
 namespace bw {
 
 // The charges: five filter panels, and the list of what they and the main window's status filter
@@ -43,8 +45,9 @@ class ChargesView : public View {
   void postReady(std::int64_t ready);
   std::string reportSubtitles() const;
 
+  QScrollArea* panelArea_;
+  FilterPanels panels_;  // in front of the list, in the order of the Tab key
   ListView* ListView1;
-  FilterPanels panels_;
   std::array<float, kPanelKinds.size()> widths_{};  // of columns that a filter hides, twips
   RecordSetRef RsCharges;
   std::int16_t ActiveFilter = 0;

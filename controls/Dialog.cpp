@@ -43,6 +43,32 @@ class FieldLabel : public QLabel {
   }
 };
 
+// Gives a text box the ground of its window, also when the desktop changes its colours.
+class QuietGround : public QObject {
+ public:
+  explicit QuietGround(QLineEdit* box) : QObject(box), box_(box) {
+    box_->installEventFilter(this);
+    apply();
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::PaletteChange) apply();
+    return false;
+  }
+
+ private:
+  void apply() {
+    QPalette quiet = box_->palette();
+    const QColor ground = quiet.color(QPalette::Window);
+    if (quiet.color(QPalette::Base) == ground) return;
+    quiet.setColor(QPalette::Base, ground);
+    box_->setPalette(quiet);
+  }
+
+  QLineEdit* box_;
+};
+
 }  // namespace
 
 Dialog::Dialog(const char* name, const QString& caption, QWidget* owner) : QDialog(owner) {
@@ -54,7 +80,7 @@ QWidget* Dialog::makeFoot(const Foot& foot, std::function<void()> ok,
                           std::function<void()> cancel) {
   auto* bar = new QWidget(this);
   auto* row = new QHBoxLayout(bar);
-  row->setContentsMargins(0, 0, 0, 0);
+  row->setContentsMargins(0, row->spacing(), 0, 0);
   row->addStretch();
   ok_ = makeButton(foot.okName, foot.okText, bar, std::move(ok));
   cancel_ = makeButton(foot.cancelName, foot.cancelText, bar, std::move(cancel));
@@ -92,10 +118,8 @@ void setTabs(std::initializer_list<QWidget*> controls) {
 
 void makeReadOnly(QLineEdit* box) {
   box->setReadOnly(true);
-  QPalette quiet = box->palette();
-  quiet.setColor(QPalette::Base, quiet.color(QPalette::Window));
-  box->setPalette(quiet);
   box->setFocusPolicy(Qt::ClickFocus);
+  new QuietGround(box);
 }
 
 QString withoutMnemonic(const QString& text) {

@@ -12,6 +12,7 @@ QGridLayout* explainedFields(QWidget* dialog, const char* labelName, const char*
   auto* column = new QVBoxLayout(dialog);
   auto* label = named(new QLabel(explanation), labelName, explanation);
   label->setWordWrap(true);
+  label->setMinimumWidth(340);
   column->addWidget(label);
   auto* fields = new QGridLayout;
   column->addLayout(fields);

@@ -76,17 +76,24 @@ int ListModel::rowAt(std::ptrdiff_t position) const {
 }
 
 QString ListModel::text(int row, int column) const {
+  if (const QString* own = column == 0 ? ownText(row) : nullptr) return *own;
+  const Column* values = source(column);
+  if (values == nullptr) return {};
   const std::uint32_t stored = rows_[static_cast<std::size_t>(row)];
-  if (column == 0 && !firstTexts_.empty()) {
-    const auto own = firstTexts_.find(stored);
-    if (own != firstTexts_.end()) return own->second;
-  }
-  const std::ptrdiff_t field = fields_[static_cast<std::size_t>(column)];
-  if (field < 0) return {};
-  const Column& source = store_->columns[static_cast<std::size_t>(field)];
-  const std::int64_t raw = source.raw(stored);
+  const std::int64_t raw = values->raw(stored);
   if (raw == Column::kNull) return {};
-  return source.isText() ? toQt(source.textOfRaw(raw)) : toQt(textOf(source.value(stored)));
+  return values->isText() ? toQt(values->textOfRaw(raw)) : toQt(textOf(values->value(stored)));
+}
+
+const Column* ListModel::source(int column) const {
+  const std::ptrdiff_t field = fields_[static_cast<std::size_t>(column)];
+  return field < 0 ? nullptr : &store_->columns[static_cast<std::size_t>(field)];
+}
+
+const QString* ListModel::ownText(int row) const {
+  if (firstTexts_.empty()) return nullptr;
+  const auto own = firstTexts_.find(rows_[static_cast<std::size_t>(row)]);
+  return own == firstTexts_.end() ? nullptr : &own->second;
 }
 
 void ListModel::setFirstText(int row, const QString& text) {

@@ -38,6 +38,11 @@ class ListModel : public QAbstractTableModel {
   int rowAt(std::ptrdiff_t position) const;
 
   QString text(int row, int column) const;
+  // For searches in what the list shows: the store's column that feeds that column, null when none
+  // does; the rows of the store; and the text that stands in a row's first column by hand.
+  const Column* source(int column) const;
+  const std::vector<std::uint32_t>& rows() const noexcept { return rows_; }
+  const QString* ownText(int row) const;
   void setFirstText(int row, const QString& text);
   void setChecked(int row, bool checked);
   bool checked(int row) const { return checked_[static_cast<std::size_t>(row)]; }

@@ -5,48 +5,24 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <algorithm>
 
 #include "controls/EventGuard.h"
+#include "controls/FindAsYouType.h"
 #include "controls/QtText.h"
+#include "controls/RowDelegate.h"
 #include "controls/Twips.h"
 #include "platform/Formats.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 namespace bw {
-namespace {
-
-// Paints whole rows: the row with the focus is framed, not one cell of it.
-class RowDelegate : public QStyledItemDelegate {
- public:
-  explicit RowDelegate(ListView* view) : QStyledItemDelegate(view), view_(view) {}
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override {
-    QStyleOptionViewItem plain = option;
-    plain.state &= ~QStyle::State_HasFocus;
-    QStyledItemDelegate::paint(painter, plain, index);
-    if (!view_->hasFocus() || view_->currentIndex().row() != index.row()) return;
-    const bool lit = (option.state & QStyle::State_Selected) != 0;
-    painter->setPen(
-        QPen(lit ? option.palette.highlightedText().color() : option.palette.highlight().color(), 1,
-             Qt::DotLine));
-    painter->drawLine(option.rect.topLeft(), option.rect.topRight());
-    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
-  }
-
- private:
-  ListView* view_;
-};
-
-}  // namespace
 
 std::string rowKey(std::ptrdiff_t position) { return "K" + zeroFilled(position, 10); }
 
 ListView::ListView(std::vector<ListColumn> columns, Options options, QWidget* parent)
-    : QTableView(parent), model_(std::move(columns), options.checkBoxes) {
+    : QTableView(parent), model_(std::move(columns), options.checkBoxes),
+      find_(new FindAsYouType(*this, model_)) {
   setModel(&model_);
   setItemDelegate(new RowDelegate(this));
   setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -111,6 +87,10 @@ void ListView::setWidth(int column, float twips) {
 
 void ListView::stretchLastColumn() { horizontalHeader()->setStretchLastSection(true); }
 
+void ListView::stretchColumn(int column) {
+  horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
+}
+
 void ListView::fill(std::shared_ptr<const RowStore> store, const std::vector<std::uint32_t>& rows) {
   model_.fill(std::move(store), rows);
 }
@@ -173,37 +153,46 @@ void ListView::tickCurrent() {
                  Qt::CheckStateRole);
 }
 
-void ListView::keyPressEvent(QKeyEvent* event) {
-  const bool plain =
-      event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
-  const auto run = [&](const std::function<void()>& handler) { guarded([&] { handler(); }); };
-  switch (plain ? event->key() : 0) {
+// The keys that a list gives a meaning of its own. False for the others, and for those without a
+// handler here.
+bool ListView::runKey(int key) {
+  const auto run = [](const std::function<void()>& handler) {
+    if (handler) guarded([&] { handler(); });
+    return handler != nullptr;
+  };
+  switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (onOpen) return run(onOpen);
-      return event->ignore();
+      return run(onOpen);
     case Qt::Key_Insert:
-      if (onInsertKey) return run(onInsertKey);
-      return event->ignore();
+      return run(onInsertKey);
     case Qt::Key_Delete:
-      if (onDeleteKey) return run(onDeleteKey);
-      return event->ignore();
+      return run(onDeleteKey);
     case Qt::Key_Space:
-      if (model_.hasCheckBoxes() && currentIndex().isValid()) return tickCurrent();
-      break;
+      if (!model_.hasCheckBoxes() || !currentIndex().isValid()) return false;
+      tickCurrent();
+      return true;
     case Qt::Key_Left:
-    case Qt::Key_Right: {
-      QScrollBar* bar = horizontalScrollBar();
-      bar->triggerAction(event->key() == Qt::Key_Left ? QAbstractSlider::SliderSingleStepSub
-                                                      : QAbstractSlider::SliderSingleStepAdd);
-      return;
-    }
+    case Qt::Key_Right:
+      horizontalScrollBar()->triggerAction(key == Qt::Key_Left
+                                               ? QAbstractSlider::SliderSingleStepSub
+                                               : QAbstractSlider::SliderSingleStepAdd);
+      return true;
     default:
-      break;
+      return false;
   }
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex before = currentIndex();
-  QTableView::keyPressEvent(event);
-  if (currentIndex() != before && onChosen) run(onChosen);
+  const bool plain =
+      event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
+  if (!find_->takeKey(*event)) {
+    if (plain && runKey(event->key())) return;
+    QTableView::keyPressEvent(event);
+  }
+  if (currentIndex() == before || !onChosen) return;
+  guarded([&] { onChosen(); });
 }
 
 QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
@@ -211,6 +200,15 @@ QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
   if (action == MoveEnd)
     return model_.count() > 0 ? model_.index(model_.count() - 1, 0) : QModelIndex();
   return QTableView::moveCursor(action, modifiers);
+}
+
+// An empty list says so, lest it looks as if it were still to be filled.
+void ListView::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (count() > 0) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect(), Qt::AlignCenter, "Nothing to show");
 }
 
 void ListView::mouseDoubleClickEvent(QMouseEvent* event) {

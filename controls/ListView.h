@@ -9,10 +9,13 @@
 
 namespace bw {
 
+class FindAsYouType;
+
 // A list of rows under column heads. Columns can be dragged, resized and hidden (width 0); it
 // never sorts by itself. A row is known by its key: "K" and its position in the record set, at the
 // moment of filling, in ten digits.
-// Selecting, ticking and changing texts by code runs no handler.
+// Selecting, ticking and changing texts by code runs no handler. Letters typed find a row (see
+// FindAsYouType).
 class ListView : public QTableView {
  public:
   enum class Selection { single, several };
@@ -41,7 +44,9 @@ class ListView : public QTableView {
   void setPosition(int column, int position);
   float Width(int column) const;  // twips
   void setWidth(int column, float twips);
-  void stretchLastColumn();  // to the list's edge, in dialogs that store no layout
+  // To the list's edge, in dialogs that store no layout. Only the last one can still be resized.
+  void stretchLastColumn();
+  void stretchColumn(int column);
 
   // Rows. fill() leaves none selected.
   void fill(std::shared_ptr<const RowStore> store, const std::vector<std::uint32_t>& rows);
@@ -68,6 +73,7 @@ class ListView : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -77,8 +83,10 @@ class ListView : public QTableView {
  private:
   void setUpHeaders();
   void tickCurrent();
+  bool runKey(int key);
 
   ListModel model_;
+  FindAsYouType* find_;        // a child
   std::vector<float> widths_;  // twips; a designed width stays as it is until it is changed
   bool settingWidth_ = false;
 };

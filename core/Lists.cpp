@@ -1,5 +1,6 @@
 #include "core/Lists.h"
 
+#include "controls/BusyCursor.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Services.h"
 #include "core/Settings.h"
@@ -7,6 +8,11 @@
 #include "platform/Text.h"
 
 namespace bw {
+
+int openForList(RecordSetRef& recordset, const std::string& statement, std::string& message) {
+  const BusyCursor busy;
+  return OpenRecordset(recordset, statement, message);
+}
 
 void ListFill(ListView& list, const RecordSetRef& recordset) {
   const std::ptrdiff_t count = recordset->RecordCount();  // completes nothing, but tells if closed

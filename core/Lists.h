@@ -9,6 +9,9 @@ namespace bw {
 
 // What binds lists to record sets. A column shows the field that its key names.
 
+// OpenRecordset under a busy pointer: a view of many rows takes seconds.
+int openForList(RecordSetRef& recordset, const std::string& statement, std::string& message);
+
 // Shows the record set in its present order and selects the first row. The set stands at EOF
 // afterwards. A column key that names no field raises 3265, no value in the first column 94.
 void ListFill(ListView& list, const RecordSetRef& recordset);

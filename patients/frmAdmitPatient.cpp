@@ -107,7 +107,7 @@ QWidget* AdmitPatient::buildVisitors() {
       named(new QGroupBox("Doctors visiting patient", this), "Frame1", "Doctors visiting patient");
   auto* column = new QVBoxLayout(frame);
   named(ListView1, "ListView1", "Doctors visiting patient");
-  ListView1->stretchLastColumn();
+  ListView1->stretchColumn(0);
   ListView1->onInsertKey = [this] { addVisitor(); };
   ListView1->onDeleteKey = [this] { VisitingDoctors.toggleSelected(); };
   column->addWidget(ListView1);

@@ -93,7 +93,7 @@ void PatientsView::Refresca() {
                                    [&](const auto& row) { return row.number == ActiveFilter; });
   if (filter != kFilters.end()) {
     std::string message;
-    if (OpenRecordset(RsPatients, filter->statement, message) != 0) return MsgBox(message);
+    if (openForList(RsPatients, filter->statement, message) != 0) return MsgBox(message);
     RsPatients->setSort(filter->sort);
   }
   ListFill(*ListView1, RsPatients);  // raises 91 for a filter of another view

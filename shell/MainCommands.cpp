@@ -9,6 +9,7 @@
 #include "patients/frmEditPatient.h"
 #include "platform/RuntimeError.h"
 #include "shell/PageSize.h"
+#include "shell/frmAbout.h"
 #include "shell/frmMain.h"
 #include "shell/frmShorcuts.h"
 
@@ -97,6 +98,6 @@ void frmMain::archiveCharges() {
   callView("Refresca");
 }
 
-void frmMain::about() {}
+void frmMain::about() { frmAbout().showModal(); }
 
 }  // namespace bw

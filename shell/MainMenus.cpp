@@ -113,9 +113,10 @@ void MainMenus::build(frmMain& window) {
       addEntry(menu, row, window);
       continue;
     }
-    menu = bar->addMenu(row.text);
+    menu = new QMenu(row.text, bar);
     menu->setObjectName(row.name);
-    menu->menuAction()->setVisible(row.kind == Kind::menu);
+    // The bar gives a mnemonic to what it hides as well, and two of a letter open neither.
+    if (row.kind == Kind::menu) bar->addMenu(menu);
   }
   auto* view = bar->findChild<QMenu*>("mnuView");
   auto* currentView = new QMenu("Current View", view);

@@ -74,7 +74,7 @@ void RecordView::Refresca() {
   const std::string text = statement();
   std::string message;
   // Without a statement the record set stays unset, and the sort is error 91.
-  if (!text.empty() && OpenRecordset(ViewRecords, text, message) != 0) return MsgBox(message);
+  if (!text.empty() && openForList(ViewRecords, text, message) != 0) return MsgBox(message);
   ViewRecords->setSort(row_.firstSort);
   ListFill(*ListView1, ViewRecords);
 }

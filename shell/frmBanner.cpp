@@ -21,6 +21,12 @@ constexpr int kStep = 5;  // twips
 Banner::Banner(QWidget* parent)
     : QWidget(parent), Label1(new QLabel(this)), Timer1(new QTimer(this)) {
   setObjectName("frmBanner");
+  // The slogan's colours are made for light ground, whatever the desktop's.
+  setAutoFillBackground(true);
+  QPalette light = palette();
+  light.setColor(QPalette::Window, QColor(240, 240, 240));
+  light.setColor(QPalette::WindowText, Qt::black);
+  setPalette(light);
   named(Label1, "Label1", "Slogan");
   Label1->setText("Brantiwell by Fenmoor Systems, the fastest way to recover your money.");
   QFont font = Label1->font();

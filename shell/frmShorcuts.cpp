@@ -95,6 +95,7 @@ void ShorcutsTree::build() {
     const bool root = *row.parent == '\0';
     auto* node = root ? new QTreeWidgetItem(TreeView1) : new QTreeWidgetItem(nodeOf(row.parent));
     node->setText(0, row.text);
+    node->setToolTip(0, row.text);  // the pane is narrow
     node->setData(0, Qt::UserRole, QString(row.key));
     node->setIcon(0, root ? earth : paper);
     if (root) node->setExpanded(true);

@@ -185,7 +185,7 @@ TEST_F(ConnectionTest, ResultKeepsDeclaredTypesThroughQueriesAndSeesNoLaterChang
   EXPECT_EQ(shown->code("checked"), 0);
 }
 
-TEST_F(ConnectionTest, ReadsOfOneNumberAfterAnotherSeeWhatIsStored) {
+TEST_F(ConnectionTest, ReadsOfOneShapeSeeWhatIsStored) {
   run("INSERT INTO Letters VALUES ('A', 1), ('B', 2), ('C', NULL), ('D', 12)");
   const auto read = [&](const std::string& from, const std::string& number) {
     const RecordSetRef found = connection.Read("SELECT * FROM " + from + " WHERE Number=" + number);
@@ -206,6 +206,26 @@ TEST_F(ConnectionTest, ReadsOfOneNumberAfterAnotherSeeWhatIsStored) {
   EXPECT_EQ(read("Letters", "99999999999999999999"), "");
   run("DROP TABLE Letters");
   EXPECT_EQ(refusalOf([&] { read("Letters", "2"); }), "no such table: Letters");
+}
+
+TEST_F(ConnectionTest, ChangesOfOneShapeCountAndFailEachByItself) {
+  run("INSERT INTO Letters VALUES ('A', 1), ('B', 2), ('C', 2), ('it''s', 3)");
+  const auto rename = [&](const std::string& to, const std::string& condition) {
+    return connection.Execute("UPDATE Letters SET Letter='" + to + "' WHERE " + condition);
+  };
+  EXPECT_EQ(rename("D", "Number=1"), 1);
+  EXPECT_EQ(rename("E", "Number=7"), 0);
+  // Two shapes in turns, a refusal between them, and a transaction that goes on behind it.
+  connection.BeginTrans();
+  EXPECT_EQ(rename("F", "Letter='B'"), 1);
+  EXPECT_EQ(refusalOf([&] { rename("F", "Number=3"); }),
+            "There is a record with the same key already.");
+  EXPECT_EQ(refusalOf([&] { rename("F", "Letter='C'"); }),
+            "There is a record with the same key already.");
+  EXPECT_EQ(rename("G", "Letter='it''s'"), 1);
+  EXPECT_EQ(rename("O''B", "Letter='G'"), 1);
+  connection.CommitTrans();
+  EXPECT_EQ(letters(), "CDFO'B");
 }
 
 // Files that are opened: a folder of its own for each test.

@@ -10,20 +10,16 @@ namespace {
 const Date kDay = *makeDate(2003, 6, 5);
 const TimeOfDay kTime = *makeTime(14, 7, 9);
 
+// Only the first m behind the hour means minutes.
 TEST(Format, TellsMinutesFromMonths) {
+  // clang-format off
   const std::vector<std::pair<const char*, const char*>> cases{
-      {"mm/dd/yyyy", "06/05/2003"},
-      {"mm/dd/yy", "06/05/03"},
-      {"m/d/yyyy", "6/5/2003"},
+      {"mm/dd/yyyy", "06/05/2003"}, {"mm/dd/yy", "06/05/03"}, {"m/d/yyyy", "6/5/2003"},
       {"yyyy/mm/dd hh:MM:ss", "2003/06/05 14:07:09"},
-      {"YYYY/MM/DD HH:MM:SS", "2003/06/05 14:07:09"},
-      {"hh:MM:ss", "14:07:09"},
-      {"hhmm mm", "1407 06"},  // only the first m behind the hour means minutes
-      {"h:m:s", "14:7:9"},
-      {"hh:nn:ss AM/PM", "02:07:09 PM"},
-      {"nn mm", "07 06"},
-      {"[mmm] ddd y yyy", "[mmm] ddd y yyy"},
-      {"", ""}};
+      {"YYYY/MM/DD HH:MM:SS", "2003/06/05 14:07:09"}, {"hh:MM:ss", "14:07:09"},
+      {"hhmm mm", "1407 06"}, {"h:m:s", "14:7:9"}, {"hh:nn:ss AM/PM", "02:07:09 PM"},
+      {"nn mm", "07 06"}, {"[mmm] ddd y yyy", "[mmm] ddd y yyy"}, {"", ""}};
+  // clang-format on
   for (const auto& [pattern, text] : cases)
     EXPECT_EQ(Format(DateTime{kDay, kTime}, pattern), text) << pattern;
 }

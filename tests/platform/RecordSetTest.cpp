@@ -272,21 +272,15 @@ TEST(RecordSetFieldsTest, ClosedOrUnsetSetRaisesOnEveryUse) {
   set.set("Names", "pending");
   set.Close();
   set.Close();
-  const std::vector<std::function<void()>> uses{[&] { (void)set.RecordCount(); },
-                                                [&] { (void)set.EOF_(); },
-                                                [&] { (void)set.AbsolutePosition(); },
-                                                [&] { set.setAbsolutePosition(1); },
-                                                [&] { set.MoveFirst(); },
-                                                [&] { set.MoveNext(); },
-                                                [&] { set.AddNew(); },
-                                                [&] { set.Update(); },
-                                                [&] { set.Delete(); },
-                                                [&] { set.Find("Code=1"); },
-                                                [&] { set.setFilter(""); },
-                                                [&] { set.setSort(""); },
-                                                [&] { (void)set.value("Code"); },
-                                                [&] { set.set("Code", 1); },
-                                                [&] { (void)set.view(); }};
+  // clang-format off
+  const std::vector<std::function<void()>> uses{
+      [&] { (void)set.RecordCount(); }, [&] { (void)set.EOF_(); },
+      [&] { (void)set.AbsolutePosition(); }, [&] { set.setAbsolutePosition(1); },
+      [&] { set.MoveFirst(); }, [&] { set.MoveNext(); }, [&] { set.AddNew(); },
+      [&] { set.Update(); }, [&] { set.Delete(); }, [&] { set.Find("Code=1"); },
+      [&] { set.setFilter(""); }, [&] { set.setSort(""); }, [&] { (void)set.value("Code"); },
+      [&] { set.set("Code", 1); }, [&] { (void)set.view(); }};
+  // clang-format on
   for (std::size_t i = 0; i < uses.size(); ++i)
     EXPECT_EQ(raisedBy(uses[i]), ErrorNumber::closed) << i;
   const RecordSetRef unset;

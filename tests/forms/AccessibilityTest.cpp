@@ -1,0 +1,255 @@
+#include <QAccessible>
+#include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <map>
+
+#include "catalogues/Editors.h"
+#include "charges/PickDialogs.h"
+#include "charges/frmArchiveCharges.h"
+#include "charges/frmCharges.h"
+#include "charges/frmEditCharge.h"
+#include "charges/frmPostCharges.h"
+#include "controls/QtText.h"
+#include "core/Principal.h"
+#include "patients/frmAdmitPatient.h"
+#include "patients/frmDischargePatient.h"
+#include "patients/frmEditPatient.h"
+#include "patients/frmMergePatients.h"
+#include "reports/frmPrintGeneral.h"
+#include "shell/frmAbout.h"
+#include "tests/forms/FormsFixture.h"
+
+namespace bw {
+namespace {
+
+using Faults = std::vector<std::string>;
+
+// Parts that hold or decorate others, and that nobody reaches by themselves.
+bool isFrame(QAccessible::Role role) {
+  switch (role) {
+    case QAccessible::Client:
+    case QAccessible::Border:
+    case QAccessible::Pane:
+    case QAccessible::LayeredPane:
+    case QAccessible::ScrollBar:
+    case QAccessible::Separator:
+    case QAccessible::StatusBar:
+    case QAccessible::Grip:
+    case QAccessible::ToolBar:
+    case QAccessible::MenuBar:
+      return true;
+    default:
+      return false;
+  }
+}
+
+std::string nameOf(const QObject* object) {
+  return std::string(object->metaObject()->className()) + " " + fromQt(object->objectName());
+}
+
+// What an assistive tool reads of the controls on show. Rows of lists are not walked: their names
+// are the office's data.
+void checkNames(QAccessibleInterface* node, Faults& faults) {
+  for (int i = 0; i < node->childCount(); ++i) {
+    QAccessibleInterface* child = node->child(i);
+    if (child == nullptr || child->object() == nullptr || child->state().invisible) continue;
+    if (child->role() == QAccessible::NoRole)
+      faults.push_back(nameOf(child->object()) + ": no role");
+    if (!isFrame(child->role()) && child->text(QAccessible::Name).trimmed().isEmpty())
+      faults.push_back(nameOf(child->object()) + ": no name");
+    if (!child->object()->inherits("QAbstractItemView") &&
+        !child->object()->inherits("QComboBox") && !child->object()->inherits("QAbstractSpinBox"))
+      checkNames(child, faults);
+  }
+}
+
+void note(std::map<std::string, int>& letters, const QString& text) {
+  const QKeySequence key = QKeySequence::mnemonic(text);
+  if (!key.isEmpty()) ++letters[fromQt(key.toString())];
+}
+
+void checkClashes(const std::map<std::string, int>& letters, const std::string& where,
+                  Faults& faults) {
+  for (const auto& [letter, count] : letters)
+    if (count > 1)
+      faults.push_back(where + ": " + letter + " stands " + std::to_string(count) + "x");
+}
+
+void checkMenus(const QWidget& window, Faults& faults) {
+  for (const QMenu* menu : window.findChildren<QMenu*>()) {
+    std::map<std::string, int> letters;
+    for (const QAction* entry : menu->actions())
+      if (entry->isVisible()) note(letters, entry->text());
+    checkClashes(letters, "menu " + fromQt(menu->objectName()), faults);
+  }
+}
+
+void checkMnemonics(const QWidget& window, Faults& faults) {
+  std::map<std::string, int> letters;
+  for (const auto* button : window.findChildren<QAbstractButton*>())
+    if (button->isVisible()) note(letters, button->text());
+  for (const auto* box : window.findChildren<QGroupBox*>())
+    if (box->isVisible()) note(letters, box->title());
+  for (const auto* label : window.findChildren<QLabel*>())
+    if (label->isVisible() && label->buddy() != nullptr) note(letters, label->text());
+  for (const auto* bar : window.findChildren<QMenuBar*>())
+    for (const QAction* entry : bar->actions()) note(letters, entry->text());  // hidden ones clash
+  checkClashes(letters, "window", faults);
+  checkMenus(window, faults);
+}
+
+// The part of `ancestor` that holds the control, and where it stands in it.
+QRect partOf(const QWidget* ancestor, const QWidget* control) {
+  while (control->parentWidget() != ancestor) control = control->parentWidget();
+  return control->geometry();
+}
+
+bool readsBackwards(const QWidget* from, const QWidget* to) {
+  const QWidget* common = from->parentWidget();
+  while (!common->isAncestorOf(to)) common = common->parentWidget();
+  const QRect before = partOf(common, from);
+  const QRect after = partOf(common, to);
+  if (after.bottom() <= before.top()) return true;
+  const bool sameLine = after.top() < before.bottom() && before.top() < after.bottom();
+  return sameLine && after.left() < before.left();
+}
+
+void checkTabOrder(const QWidget& window, Faults& faults) {
+  std::vector<const QWidget*> order;
+  const QWidget* control = &window;
+  do {
+    const bool stops = (control->focusPolicy() & Qt::TabFocus) && control->isEnabled() &&
+                       control->isVisible() && control->focusProxy() == nullptr;
+    if (stops && control != &window) order.push_back(control);
+    control = control->nextInFocusChain();
+  } while (control != &window);
+  if (order.empty()) faults.push_back("no control takes the focus");
+  for (std::size_t i = 1; i < order.size(); ++i)
+    if (readsBackwards(order[i - 1], order[i]))
+      faults.push_back(nameOf(order[i - 1]) + " goes back to " + nameOf(order[i]));
+}
+
+Faults faultsOf(QWidget& window) {
+  Faults faults;
+  QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&window);
+  if (root->text(QAccessible::Name).isEmpty()) faults.push_back("no caption");
+  checkNames(root, faults);
+  checkMnemonics(window, faults);
+  checkTabOrder(window, faults);
+  return faults;
+}
+
+TEST(AccessibilityCheckTest, FindsAListWithoutANameADoubledLetterAndAStepBack) {
+  QDialog dialog;
+  dialog.setWindowTitle("Trial");
+  auto* column = new QVBoxLayout(&dialog);
+  auto* lower = new QPushButton("&One");
+  column->addWidget(new ListView({{"Names", "Names", 100}}, {}));
+  column->addWidget(new QPushButton("&Other"));
+  column->addWidget(lower);
+  dialog.show();
+  setTabs({lower, column->itemAt(1)->widget()});
+  EXPECT_EQ(faultsOf(dialog), (Faults{"QTableView : no name", "window: Alt+O stands 2x",
+                                      "QPushButton  goes back to QPushButton "}));
+}
+
+struct DialogRow {
+  const char* name;
+  const char* ok;
+  const char* cancel;
+  void (*open)();
+};
+void PrintTo(const DialogRow& row, std::ostream* out) { *out << row.name; }
+
+template <auto form>
+void open() {
+  form().showModal();
+}
+
+// Patient 25000 is admitted, and the codes are 1: what the small office has.
+const DialogRow kDialogs[] = {
+    {"frmEditCharge", "btnOk", "btnCancel",
+     [] {
+       CurrentChargeDate = kNewCharge;
+       frmEditCharge().showModal();
+     }},
+    {"frmPickDiagnosis", "btnOk", "btnCancel", open<frmPickDiagnosis>},
+    {"frmPickProcedures", "btnOk", "btnCancel", open<frmPickProcedures>},
+    {"frmPickHistory", "btnOk", "btnCancel", open<frmPickHistory>},
+    {"frmPickPatient", "btnOk", "btnCancel", open<frmPickPatient>},
+    {"frmPickDoctor", "btnOk", "btnCancel", open<frmPickDoctor>},
+    {"frmPickInsurance", "btnOk", "btnCancel", open<frmPickInsurance>},
+    {"frmPostCharges", "OKButton", "CancelButton", open<frmPostCharges>},
+    {"frmArchiveCharges", "OKButton", "CancelButton", open<frmArchiveCharges>},
+    {"frmEditPatient", "btnOk", "btnCancel", open<frmEditPatient>},
+    {"frmAdmitPatient", "OKButton", "CancelButton", open<frmAdmitPatient>},
+    {"frmAdmitPatientDoctors", "OKButton", "CancelButton", open<frmAdmitPatientDoctors>},
+    {"frmDischargePatient", "OKButton", "CancelButton", open<frmDischargePatient>},
+    {"frmMergePatients", "btnOk", "btnCancel",
+     [] {
+       MergeSelection = "00000250000000025001";
+       frmMergePatients().showModal();
+     }},
+    {"frmEditInsurance", "btnOk", "btnCancel", open<frmEditInsurance>},
+    {"frmEditProcedure", "btnOk", "btnCancel", open<frmEditProcedure>},
+    {"frmEditDiagnosis", "btnOk", "btnCancel", open<frmEditDiagnosis>},
+    {"frmEditDiagnosisFamily", "btnOk", "btnCancel", open<frmEditDiagnosisFamily>},
+    {"frmEditSickness", "btnOk", "btnCancel", open<frmEditSickness>},
+    {"frmEditEMCode", "btnOk", "btnCancel", open<frmEditEMCode>},
+    {"frmEditDoctor", "btnOk", "btnCancel", open<frmEditDoctor>},
+    {"frmEditFacility", "btnOk", "btnCancel", open<frmEditFacility>},
+    {"frmEditWard", "btnOk", "btnCancel", open<frmEditWard>},
+    {"frmPrintGeneral", "OKButton", "CancelButton",
+     [] {
+       PrintDialogCaption = "Reports";
+       PrintDialogItems = "List;Detail;";
+       frmPrintGeneral().showModal();
+     }},
+    {"frmAbout", "cmdOK", "", open<frmAbout>},
+};
+
+class DialogAccessibilityTest : public FormsTest, public testing::WithParamInterface<DialogRow> {
+ protected:
+  DialogAccessibilityTest() {
+    CurrentPatientId = 25000;
+    CurrentDoctorCode = CurrentFacilityCode = CurrentWardCode = CurrentInsuranceCode = 1;
+    CurrentProcedureCode = CurrentDiagnosisCode = CurrentSicknessCode = 1;
+    CurrentEMCode = CurrentDiagnosisFamilyCode = 1;
+  }
+};
+
+TEST_P(DialogAccessibilityTest, IsNamedReachedInOrderAndLeftByEsc) {
+  const DialogRow& row = GetParam();
+  openMainWindow();
+  script.in(row.name, [&](QWidget& dialog) {
+    EXPECT_EQ(faultsOf(dialog), Faults{});
+    EXPECT_TRUE(control<QPushButton>(dialog, row.ok).isDefault());
+    EXPECT_TRUE(*row.cancel == '\0' || control<QPushButton>(dialog, row.cancel).isEnabled());
+    static_cast<QDialog&>(dialog).reject();
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  row.open();
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, DialogAccessibilityTest, testing::ValuesIn(kDialogs),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+class ViewAccessibilityTest : public FormsTest, public testing::WithParamInterface<int> {};
+
+TEST_P(ViewAccessibilityTest, IsNamedAndReachedInOrder) {
+  openMainWindow();
+  window().resize(1200, 700);
+  window().CambiaAVista(static_cast<std::int16_t>(GetParam()), 0);
+  QApplication::processEvents();
+  EXPECT_EQ(faultsOf(window()), Faults{});
+}
+
+INSTANTIATE_TEST_SUITE_P(Views, ViewAccessibilityTest, testing::Range(0, 11));
+
+}  // namespace
+}  // namespace bw
