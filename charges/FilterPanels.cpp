@@ -83,6 +83,7 @@ void FilterPanels::build(PanelKind kind, const PanelRow& row, QWidget* parent) {
 void FilterPanels::buildDates(Panel& panel, QHBoxLayout* line) {
   DTPicker1 = named(new DatePicker(panel.frame), "DTPicker1", "Dates from");
   DTPicker2 = named(new DatePicker(panel.frame), "DTPicker2", "Dates to");
+  DTPicker1->onEnter = DTPicker2->onEnter = [this] { events_.go(); };
   line->addWidget(DTPicker1);
   line->addWidget(named(new QLabel("and", panel.frame), "Label2", "and"));
   line->addWidget(DTPicker2);

@@ -100,6 +100,7 @@ ChargesView::ChargesView(QWidget* parent)
                               {"StatusDescription", "Status", 1440}},
                              {.selection = ListView::Selection::several}, this)) {
   named(ListView1, "ListView1", "Charges");
+  setFocusProxy(ListView1);
   ListView1->raise();
   ListView1->onOpen = [this] { openSelected(); };
   ListView1->onColumnClick = [this](int column) {

@@ -1,6 +1,7 @@
 #include "controls/MessageBox.h"
 
 #include <QApplication>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -20,9 +21,18 @@ void setText(QMessageBox& box, const QString& text) {
   box.setDetailedText(text);
 }
 
+// Right behind another box no window is active yet.
+QWidget* owner() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr) return window;
+  return nullptr;
+}
+
 // Closing an OK-only box is OK; Esc on OK and Cancel is Cancel.
 bool show(const std::string& text, QMessageBox::StandardButtons buttons, QMessageBox::Icon icon) {
-  QMessageBox box(icon, kApplicationTitle, QString(), buttons, QApplication::activeWindow());
+  QMessageBox box(icon, kApplicationTitle, QString(), buttons, owner());
   box.setObjectName("MsgBox");
   box.setTextFormat(Qt::PlainText);
   setText(box, toQt(text));

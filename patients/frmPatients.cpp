@@ -51,6 +51,7 @@ PatientsView::PatientsView(QWidget* parent)
     : View("frmPatients", "Patients", parent),
       ListView1(new ListView(patientColumns(), {.selection = ListView::Selection::several}, this)) {
   named(ListView1, "ListView1", "Patients");
+  setFocusProxy(ListView1);
   ListView1->onChosen = [this] { rowChosen(); };
   ListView1->onOpen = [this] { openSelected(); };
   ListView1->onColumnClick = [this](int column) {

@@ -76,6 +76,10 @@ std::int64_t TextDictionary::number(std::string_view wanted) {
   return last_;
 }
 
+void TextDictionary::prefetch(std::string_view wanted) const noexcept {
+  if (!slots_.empty()) __builtin_prefetch(&slots_[hashOf(wanted) & (slots_.size() - 1)]);
+}
+
 void TextDictionary::prepareRanks() const {
   if (ranks_.size() == size()) return;
   std::vector<std::string> folded(size());

@@ -11,6 +11,8 @@ namespace bw {
 class TextDictionary {
  public:
   std::int64_t number(std::string_view text);  // adds it when new
+  // Has the memory fetched that number() will look at.
+  void prefetch(std::string_view text) const noexcept;
   std::string_view text(std::int64_t number) const noexcept {
     const auto i = static_cast<std::size_t>(number);
     return {arena_.data() + starts_[i], starts_[i + 1] - starts_[i]};

@@ -65,7 +65,7 @@ constexpr MenuRow kRows[] = {
     {Kind::checkable, "mnuViewStatusBar", "&Status Bar", "", toggleStatusBar},
     {Kind::checkable, "mnuViewShortcuts", "S&hortcuts", "", [](frmMain& window) { window.toggleShortcuts(); }},
     {Kind::separator, "mnuViewBar0"},
-    {Kind::item, "mnuViewRefresh", "&Refresh", "F5", refresh},
+    {Kind::item, "mnuViewRefresh", "&Refresh", "", refresh},
     {Kind::menu, "mnuTools", "&Tools"},
     {Kind::item, "mnuToolsArchive", "&Archive Charges...", "", [](frmMain& window) { window.archiveCharges(); }},
     {Kind::menu, "mnuActions0", "&Actions"},
@@ -127,6 +127,7 @@ void MainMenus::build(frmMain& window) {
   goToMenu_ = view->insertMenu(before, goTo);
   goToMenu_->setObjectName("mnuGoTo0");
   shortcuts_ = window.findChild<QAction*>("mnuViewShortcuts");
+  refresh_ = window.findChild<QAction*>("mnuViewRefresh");
   buildArrays(window, currentView, goTo, bar->findChild<QMenu*>("mnuActions0"));
 }
 

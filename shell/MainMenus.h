@@ -22,6 +22,7 @@ class MainMenus {
   QAction* goToMenu() const { return goToMenu_; }
   QAction* currentViewMenu() const { return currentViewMenu_; }
   QAction* shortcuts() const { return shortcuts_; }
+  QAction* refresh() const { return refresh_; }
 
   void checkView(std::int16_t view);
   void checkFilter(std::int16_t filter);
@@ -38,6 +39,7 @@ class MainMenus {
   QAction* goToMenu_ = nullptr;
   QAction* currentViewMenu_ = nullptr;
   QAction* shortcuts_ = nullptr;
+  QAction* refresh_ = nullptr;
 };
 
 }  // namespace bw

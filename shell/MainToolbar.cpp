@@ -17,8 +17,9 @@ struct ButtonRow {
   const char* caption = "";  // none: a separator
   const char* toolTip = "";
   const char* icon = "";
-  const char* groups = "";  // c charges, p patients, r records, b browser, * every view
-  bool toBrowser = false;   // its key is the argument of Accion
+  const char* groups = "";    // c charges, p patients, r records, b browser, * every view
+  bool toBrowser = false;     // its key is the argument of Accion
+  const char* shortcut = "";  // of a command that no menu has
 };
 
 // "Fordward" is the button's name and caption as they are wanted.
@@ -35,12 +36,12 @@ constexpr std::array<ButtonRow, kToolbarButtons> kButtons{{
     {"Admit", "Admit...", "Admit Patient", "Admit", "p"},
     {"Discharge", "Discharge", "Discharge Patient", "Discharge", "p"},
     {.key = "SepBrowser", .groups = "b"},
-    {"Back", "Back", "", "Back", "b", true},
-    {"Fordward", "Fordward", "", "Right", "b", true},
+    {"Back", "Back", "", "Back", "b", true, "Alt+Left"},
+    {"Fordward", "Fordward", "", "Right", "b", true, "Alt+Right"},
     {"Stop", "Stop", "", "Stop", "b", true},
-    {"Refresh", "Refresh", "", "Refresh", "b", true},
-    {"Home", "Home", "", "Home", "b", true},
-    {"Merge", "Merge", "Merge Patient info", "Merge", "p"},
+    {"Refresh", "Refresh", "", "Refresh", "b", true, "F5"},
+    {"Home", "Home", "", "Home", "b", true, "Alt+Home"},
+    {"Merge", "Merge", "Merge Patient info", "Merge", "p", false, "Ctrl+M"},
 }};
 
 struct NewRow {
@@ -121,6 +122,7 @@ void MainToolbar::build(frmMain& window) {
       buttons_[i]->setObjectName(row.key);
       buttons_[i]->setIconText(row.caption);  // its dots too
       buttons_[i]->setToolTip(*row.toolTip != '\0' ? row.toolTip : row.caption);
+      buttons_[i]->setShortcut(QKeySequence(row.shortcut));
       onEvent(buttons_[i], &QAction::triggered, &window, [&row, &window] { run(row, window); });
     }
   }

@@ -27,6 +27,7 @@ RecordView::RecordView(const RecordViewRow& row, QWidget* parent)
     : View(row.name, row.caption, parent), row_(row),
       ListView1(new ListView(row.columns, {.selection = ListView::Selection::several}, this)) {
   named(ListView1, "ListView1", row.caption);
+  setFocusProxy(ListView1);
   ListView1->onOpen = [this] { openSelected(); };
   ListView1->onColumnClick = [this](int column) { columnClick(column); };
   ListView1->onInsertKey = [] { MainWindow->newFromToolbar(); };

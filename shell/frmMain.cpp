@@ -1,6 +1,8 @@
 #include "shell/frmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
 #include <algorithm>
@@ -51,6 +53,8 @@ frmMain::frmMain() : client_(new QWidget(this)) {
   toolbar_.build(*this);
   statusBar()->setObjectName("sbStatusBar");
   addClockPanels(statusBar());
+  auto* otherPane = new QShortcut(QKeySequence(Qt::Key_F6), this);
+  onEvent(otherPane, &QShortcut::activated, this, [this] { goToOtherPane(); });
 }
 
 frmMain::~frmMain() {
@@ -66,6 +70,18 @@ void frmMain::load() {
   menus_.goToMenu()->setVisible(false);  // the tree stands in for it
   VistaActualNumero = FiltroActualNumero = -1;
   frmShorcuts().FuerzaNodeClick(storedNumber("ActiveView", "0"), storedNumber("ActiveFilter", "0"));
+  if (activeView_ != nullptr) activeView_->setFocus();
+}
+
+// From the tree to the list of the view, and back.
+void frmMain::goToOtherPane() {
+  QWidget& tree = frmShorcuts();
+  const bool inView =
+      activeView_ == nullptr || activeView_->isAncestorOf(QApplication::focusWidget());
+  if (inView && tree.isVisible())
+    tree.setFocus();
+  else if (activeView_ != nullptr)
+    activeView_->setFocus();
 }
 
 void frmMain::restorePlacement() {
@@ -119,6 +135,9 @@ void frmMain::switchView() {
   menus_.showActions(row.actions);
   menus_.showFilters(row.filters);
   toolbar_.showGroup(row.group);
+  // A page has no Refresca: there the key is the toolbar's.
+  menus_.refresh()->setShortcut(row.group == ToolbarGroup::browser ? QKeySequence()
+                                                                   : QKeySequence(Qt::Key_F5));
   View* left = activeView_;
   activeView_ = &row.form();
   if (std::find(views_.begin(), views_.end(), activeView_) == views_.end())

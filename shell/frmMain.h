@@ -59,6 +59,7 @@ class frmMain : public QMainWindow {
   void restorePlacement();
   void savePlacement() const;
   void switchView();
+  void goToOtherPane();
   void showCommandsOf(const struct ViewRow& row);
   void placeView(bool treeShown);
   void placeAll();

@@ -19,7 +19,8 @@
 namespace bw {
 namespace {
 
-constexpr int kWidth = 2865;  // twips
+constexpr int kWidth = 2865;      // twips
+constexpr int kIndentation = 12;  // pixels: the longest filter's name should be read whole
 
 struct NodeRow {
   const char* key;
@@ -81,6 +82,8 @@ ShorcutsTree::ShorcutsTree(QWidget* parent) : QWidget(parent), TreeView1(new QTr
   named(TreeView1, "TreeView1", "Shortcuts");
   TreeView1->setHeaderHidden(true);
   TreeView1->setUniformRowHeights(true);
+  TreeView1->setIndentation(kIndentation);
+  setFocusProxy(TreeView1);
   TreeView1->installEventFilter(this);
   resize(toPixels(kWidth), height());
   build();
