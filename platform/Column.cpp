@@ -1,6 +1,7 @@
 #include "platform/Column.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace bw {
@@ -137,6 +138,13 @@ void Column::appendText(std::string_view text) {
       break;
   }
   append(dictionary_.number(text));
+}
+
+void Column::appendTexts(std::span<const std::string_view> texts) {
+  std::array<TextDictionary::Place, kMostTexts> places;
+  for (std::size_t i = 0; i < texts.size(); ++i) places[i] = dictionary_.findPlace(texts[i]);
+  for (std::size_t i = 0; i < texts.size(); ++i)
+    append(texts[i].data() == nullptr ? kNull : dictionary_.number(texts[i], places[i]));
 }
 
 // An expression that gave numbers so far gives a text now.

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,9 @@ class Column {
   void appendNull() { append(kNull); }
   void appendInteger(std::int64_t number);
   void appendText(std::string_view text);
+  // At most kMostTexts, to a column of texts. One without data stands for Null.
+  void appendTexts(std::span<const std::string_view> texts);
+  static constexpr std::size_t kMostTexts = 256;
   void finish();  // gives back what was reserved for further rows
 
   Value value(std::size_t row) const;

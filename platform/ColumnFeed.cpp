@@ -2,19 +2,6 @@
 
 namespace bw {
 
-template <class OnText, class OnNull>
-void ColumnFeed::eachText(OnText onText, OnNull onNull) const {
-  const char* at = bytes_.data();
-  for (std::size_t i = 0; i < count_; ++i) {
-    if (sizes_[i] == kNoValue) {
-      onNull();
-      continue;
-    }
-    onText(std::string_view(at, sizes_[i]));
-    at += sizes_[i];
-  }
-}
-
 void ColumnFeed::null() {
   if (count_ == 0) return column_.appendNull();
   sizes_[count_++] = kNoValue;
@@ -29,9 +16,14 @@ void ColumnFeed::text(std::string_view text) {
 }
 
 void ColumnFeed::flush() {
-  eachText([this](std::string_view text) { column_.dictionary().prefetch(text); }, [] {});
-  eachText([this](std::string_view text) { column_.appendText(text); },
-           [this] { column_.appendNull(); });
+  std::array<std::string_view, kBatch> texts;
+  const char* at = bytes_.data();
+  for (std::size_t i = 0; i < count_; ++i) {
+    if (sizes_[i] == kNoValue) continue;
+    texts[i] = {at, sizes_[i]};
+    at += sizes_[i];
+  }
+  column_.appendTexts({texts.data(), count_});
   bytes_.clear();
   count_ = 0;
 }

@@ -26,10 +26,7 @@ class ColumnFeed {
   void flush();
 
  private:
-  template <class OnText, class OnNull>
-  void eachText(OnText onText, OnNull onNull) const;
-
-  static constexpr std::size_t kBatch = 256;
+  static constexpr std::size_t kBatch = Column::kMostTexts;
   static constexpr std::uint32_t kNoValue = 0xffffffffU;
 
   Column& column_;

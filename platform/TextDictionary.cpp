@@ -16,6 +16,20 @@ std::uint64_t load(const char* at) noexcept {
   return word;
 }
 
+// Texts of one size. Most are short: the library's routine is a call and a branch for each.
+bool sameBytes(const char* a, const char* b, std::size_t size) noexcept {
+  constexpr std::size_t kLong = sizeof(std::uint64_t);
+  if (size < kLong || size > 4 * kLong) return std::memcmp(a, b, size) == 0;
+  std::size_t at = 0;
+  for (; at + kLong < size; at += kLong)
+    if (load<std::uint64_t>(a + at) != load<std::uint64_t>(b + at)) return false;
+  return load<std::uint64_t>(a + size - kLong) == load<std::uint64_t>(b + size - kLong);
+}
+
+bool same(std::string_view a, std::string_view b) noexcept {
+  return a.size() == b.size() && sameBytes(a.data(), b.data(), a.size());
+}
+
 // Multiply and fold, eight bytes at a time: texts here are short and need no stronger mixing. The
 // last bytes are read in one go, overlapping those before them.
 std::uint64_t hashOf(std::string_view text) noexcept {
@@ -42,13 +56,19 @@ std::uint64_t hashOf(std::string_view text) noexcept {
 
 }  // namespace
 
-std::size_t TextDictionary::slotOf(std::string_view wanted, std::uint64_t hash) const noexcept {
+TextDictionary::Place TextDictionary::findPlace(std::string_view wanted) const noexcept {
+  const std::uint64_t hash = hashOf(wanted);
+  if (!slots_.empty()) __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]);
+  return hash;
+}
+
+std::size_t TextDictionary::slotOf(std::string_view wanted, Place hash) const noexcept {
   const std::size_t mask = slots_.size() - 1;
   const auto stored = static_cast<std::uint32_t>(hash >> 32U);
   for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
     const Slot& candidate = slots_[slot];
     if (candidate.number == kFree) return slot;
-    if (candidate.hash == stored && text(candidate.number) == wanted) return slot;
+    if (candidate.hash == stored && same(text(candidate.number), wanted)) return slot;
   }
 }
 
@@ -62,10 +82,9 @@ void TextDictionary::grow() {
   }
 }
 
-std::int64_t TextDictionary::number(std::string_view wanted) {
-  if (last_ >= 0 && text(last_) == wanted) return last_;
+std::int64_t TextDictionary::number(std::string_view wanted, Place hash) {
+  if (last_ >= 0 && same(text(last_), wanted)) return last_;
   if ((size() + 1) * 2 > slots_.size()) grow();
-  const std::uint64_t hash = hashOf(wanted);
   Slot& slot = slots_[slotOf(wanted, hash)];
   if (slot.number == kFree) {
     slot = {static_cast<std::uint32_t>(hash >> 32U), static_cast<std::uint32_t>(size())};
@@ -74,10 +93,6 @@ std::int64_t TextDictionary::number(std::string_view wanted) {
   }
   last_ = slot.number;
   return last_;
-}
-
-void TextDictionary::prefetch(std::string_view wanted) const noexcept {
-  if (!slots_.empty()) __builtin_prefetch(&slots_[hashOf(wanted) & (slots_.size() - 1)]);
 }
 
 void TextDictionary::prepareRanks() const {

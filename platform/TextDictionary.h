@@ -10,9 +10,14 @@ namespace bw {
 // Distinct texts, numbered from 0 in the order of their first appearance.
 class TextDictionary {
  public:
-  std::int64_t number(std::string_view text);  // adds it when new
-  // Has the memory fetched that number() will look at.
-  void prefetch(std::string_view text) const noexcept;
+  std::int64_t number(std::string_view text) { return number(text, findPlace(text)); }
+
+  // The same in two steps, for many texts at a time: the memory that the second step looks at comes
+  // while the first one goes on.
+  using Place = std::uint64_t;
+  Place findPlace(std::string_view text) const noexcept;
+  std::int64_t number(std::string_view text, Place place);  // adds it when new
+
   std::string_view text(std::int64_t number) const noexcept {
     const auto i = static_cast<std::size_t>(number);
     return {arena_.data() + starts_[i], starts_[i + 1] - starts_[i]};
@@ -31,7 +36,7 @@ class TextDictionary {
 
  private:
   void grow();
-  std::size_t slotOf(std::string_view text, std::uint64_t hash) const noexcept;
+  std::size_t slotOf(std::string_view text, Place hash) const noexcept;
 
   struct Slot {
     std::uint32_t hash = 0;
