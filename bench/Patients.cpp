@@ -1,7 +1,5 @@
 // The patients: their view on a grown office, the search for doubles, a merge, the editor.
 
-#include <sqlite3.h>
-
 #include <QApplication>
 #include <QTimer>
 #include <chrono>
@@ -9,6 +7,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "bench/Bare.h"
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "controls/Dialog.h"
@@ -44,50 +43,6 @@ constexpr FilterRow kDuplicates[] = {
     {16, "doubles by name", "SELECT * FROM PatientsDescriptiveDupName"},
     {17, "doubles by both", "SELECT * FROM PatientsDescriptiveDupDOBName"},
     {18, "doubles by account", "SELECT * FROM PatientsDescriptiveDupAccount"},
-};
-
-// bw_fold for the bare engine, as the program's engine has it.
-void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) {
-  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(arguments[0]));
-  const std::string folded = fold(text == nullptr ? "" : text);
-  sqlite3_result_text(context, folded.data(), static_cast<int>(folded.size()), SQLITE_TRANSIENT);
-}
-
-class Bare {
- public:
-  explicit Bare(const std::string& path) {
-    if (sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
-                        nullptr) != SQLITE_OK)
-      throw std::runtime_error("The office does not open.");
-    sqlite3_create_function_v2(database_, "bw_fold", 1,
-                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
-                               foldFunction, nullptr, nullptr, nullptr);
-    run("PRAGMA foreign_keys=ON");
-    run("PRAGMA synchronous=FULL");
-  }
-  ~Bare() { sqlite3_close(database_); }
-  Bare(const Bare&) = delete;
-  Bare& operator=(const Bare&) = delete;
-
-  // Touches every value of every row.
-  std::size_t run(const std::string& text) {
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(database_, text.c_str(), -1, &statement, nullptr) != SQLITE_OK)
-      throw std::runtime_error(sqlite3_errmsg(database_));
-    std::size_t sum = 0;
-    int status = SQLITE_ROW;
-    while ((status = sqlite3_step(statement)) == SQLITE_ROW)
-      for (int i = 0; i < sqlite3_column_count(statement); ++i) {
-        if (sqlite3_column_text(statement, i) == nullptr) continue;
-        sum += static_cast<std::size_t>(sqlite3_column_bytes(statement, i));
-      }
-    sqlite3_finalize(statement);
-    if (status != SQLITE_DONE) throw std::runtime_error(sqlite3_errmsg(database_));
-    return sum;
-  }
-
- private:
-  sqlite3* database_ = nullptr;
 };
 
 // Patient 1 with charges of two or three diagnoses and one procedure each, and a long history.
@@ -126,7 +81,7 @@ double timeView(std::int16_t filter) {
   });
 }
 
-void measureView(Bare& bare) {
+void measureView(bench::Bare& bare) {
   frmPatients().resize(1100, 600);
   MainWindow->show();
   frmPatients().show();
@@ -143,7 +98,7 @@ void measureView(Bare& bare) {
   }
 }
 
-void measureMerge(Bare& bare) {
+void measureMerge(bench::Bare& bare) {
   const auto there = [] {
     std::string message;
     if (PatientTransferCharges(2, 1, message) != 0) throw std::runtime_error(message);
@@ -202,7 +157,7 @@ int main(int argc, char** argv) {
   bench::makeOffice(path, {32000, 0});
   DatabaseConnection = Connection(openSqlite(path));
   addPatientOfMerge();
-  Bare bare(path);
+  bench::Bare bare(path);
 
   frmMain window;
   MainWindow = &window;

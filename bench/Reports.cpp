@@ -8,6 +8,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "bench/Bare.h"
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "charges/Archiving.h"
@@ -30,32 +31,6 @@ constexpr double kMostTimesBareWrites = 1.1;
 
 constexpr int kArchivedDays = 400;  // more than there are: all but each patient's latest
 constexpr bench::OfficeSize kOffice{3200, 103200};
-
-class Bare {
- public:
-  explicit Bare(const std::string& path) {
-    if (sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
-      throw std::runtime_error("cannot open " + path);
-    run("PRAGMA foreign_keys=ON");
-  }
-  Bare(const Bare&) = delete;
-  Bare& operator=(const Bare&) = delete;
-  ~Bare() { sqlite3_close_v2(database_); }
-
-  // Reads every value of the result.
-  void run(const std::string& statement) {
-    sqlite3_stmt* prepared = nullptr;
-    if (sqlite3_prepare_v2(database_, statement.c_str(), -1, &prepared, nullptr) != SQLITE_OK)
-      throw std::runtime_error(sqlite3_errmsg(database_));
-    while (sqlite3_step(prepared) == SQLITE_ROW)
-      for (int i = 0; i < sqlite3_column_count(prepared); ++i) sqlite3_column_text(prepared, i);
-    if (sqlite3_finalize(prepared) != SQLITE_OK)
-      throw std::runtime_error(sqlite3_errmsg(database_));
-  }
-
- private:
-  sqlite3* database_ = nullptr;
-};
 
 struct Key {
   std::int16_t patient;
@@ -116,7 +91,7 @@ void measureDetails(const std::string& database) {
   const char* statement = "SELECT * FROM ChargesDescriptive Where [status]<>2 LIMIT 10000";
   const RecordSetRef charges = DatabaseConnection.Read(statement);
   const std::vector<Key> keys = keysOf(statement);
-  Bare bare(database);
+  bench::Bare bare(database);
   const auto bareDetails = [&] {
     for (const Key& key : keys) {
       bare.run(
@@ -143,7 +118,7 @@ void measureDetails(const std::string& database) {
 }
 
 // The same statements and commits as the program's, as quick as the engine can.
-void bareUpdates(Bare& bare, const std::vector<Key>& keys, const std::string& set) {
+void bareUpdates(bench::Bare& bare, const std::vector<Key>& keys, const std::string& set) {
   bare.run("PRAGMA synchronous=NORMAL");
   for (const Key& key : keys) {
     bare.run("BEGIN");
@@ -159,7 +134,7 @@ void bareUpdates(Bare& bare, const std::vector<Key>& keys, const std::string& se
 void measurePosting(const std::string& database) {
   const char* statement = "SELECT * FROM ChargesDescriptive Where [status]<>2 LIMIT 1000";
   const std::vector<Key> keys = keysOf(statement);
-  Bare bare(database);
+  bench::Bare bare(database);
   bench::compare(
       "posting 1000 charges", kMostTimesBareWrites,
       [&] {
@@ -192,7 +167,7 @@ void measureArchiving(const std::string& database) {
   for (const char* ending : {"", "-wal", "-shm"}) fs::remove(other + ending);
   fs::copy_file(database, other);
   DatabaseConnection = Connection(openSqlite(database));
-  Bare bare(other);
+  bench::Bare bare(other);
   const Date until{bench::kFirstDay.day + kArchivedDays};
   std::vector<Key> keys;
   std::int16_t last = 0;
