@@ -45,9 +45,10 @@ constexpr Catalogue kCatalogues[] = {
      "Procedures (ProcedureCode, Description, RealProcedureCode)", "i, 'Procedure ' || i, i"},
     {6, "insurances", "SELECT * FROM Insurance",
      "Insurance (InsuranceCode, Description, BillingInsuranceCode)", "i, 'Insurance ' || i, i"},
-    {7, "concepts", "SELECT * FROM EvaluationManagementDescriptive",
-     "EvaluationManagement (EMCode, Description, FacilityTypeCode, ChargeTypeCode)",
-     "i, 'Concept ' || i, (SELECT min(FacilityTypeCode) FROM FacilityTypes), 1"},
+    {7, "concepts", "SELECT * FROM EMCodesDescriptive",
+     "EvaluationManagement (EMCode, Description, FacilityTypeCode, ChargeTypeCode, "
+     "AttentionTypeCode, ShowOnFirst, ShowOnNext, IsDischarge)",
+     "i, 'Concept ' || i, (SELECT min(FacilityTypeCode) FROM FacilityTypes), 1, 1, 1, 1, 0"},
     {8, "history items", "SELECT * FROM SicknessDescriptive",
      "Sickness (SicknessCode, Description, SicknessTypeCode)",
      "i, 'Item ' || i, (SELECT min(SicknessTypeCode) FROM SicknessType)"},
@@ -83,7 +84,8 @@ void measure(const Catalogue& catalogue, bench::Bare& bare) {
   bench::report(name + ", to the paint", "ms",
                 bench::median([&] { return fillAndPaint(catalogue.view); }), kMostPainted);
   bench::compare(
-      name + " against the engine", kMostTimesBare, [&] { return fill(catalogue.view); },
+      name + ", read and filled, against the engine", kMostTimesBare,
+      [] { return bench::milliseconds([] { MainWindow->callView("Refresca"); }); },
       [&] { return bench::milliseconds([&] { bare.run(catalogue.statement); }); });
 }
 
