@@ -1,5 +1,7 @@
 #include <QApplication>
 #include <QFontDatabase>
+#include <QTimer>
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
 
@@ -24,6 +26,8 @@ void sayThatThereIsNoDisplay(QtMsgType type, const QMessageLogContext&, const QS
   std::_Exit(EXIT_FAILURE);
 }
 
+constexpr std::chrono::seconds kFontsDelay{1};
+
 void sayWhenThereAreNoFonts() {
   if (QFontDatabase::families().isEmpty())
     std::cerr << "There are no fonts on this computer: every letter shows as a box. Please install "
@@ -38,7 +42,6 @@ int main(int argc, char** argv) {
   qInstallMessageHandler(usual);
   QApplication::setApplicationName(bw::kApplicationTitle);
   QApplication::setDesktopFileName("brantiwell");
-  sayWhenThereAreNoFonts();
   bw::installSessionEnd();
   bw::installDarkOutlines();
   bw::installMessageBoxes();
@@ -46,5 +49,7 @@ int main(int argc, char** argv) {
   bw::services().view = bw::startViewer;
   bool started = false;
   bw::guarded([&] { started = bw::start(); });
+  // To ask for the fonts takes as long as a tenth of the start.
+  QTimer::singleShot(kFontsDelay, sayWhenThereAreNoFonts);
   return started ? QApplication::exec() : EXIT_FAILURE;
 }

@@ -2,16 +2,11 @@
 // and to the paint.
 
 #include <QApplication>
-#include <cstdlib>
-#include <iostream>
 
 #include "bench/Bare.h"
+#include "bench/Forms.h"
 #include "bench/Measure.h"
-#include "bench/Office.h"
-#include "controls/EventGuard.h"
 #include "core/Principal.h"
-#include "core/Services.h"
-#include "platform/Clock.h"
 #include "platform/Connection.h"
 #include "shell/frmMain.h"
 
@@ -93,12 +88,7 @@ void measure(const Catalogue& catalogue, bench::Bare& bare) {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  services().now = systemNow;
-  services().settingsFolder = [] { return bench::folder() / "bench-settings"; };
-  unhandledError() = [](const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    std::_Exit(EXIT_FAILURE);
-  };
+  bench::setUpForms();
   const std::string path = (bench::folder() / "bench-catalogues.db").string();
   bench::makeOffice(path, {1, 0});
   DatabaseConnection = Connection(openSqlite(path));

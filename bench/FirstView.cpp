@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "bench/FirstPaint.h"
+#include "controls/DarkOutlines.h"
 #include "controls/EventGuard.h"
 #include "controls/MessageBox.h"
 #include "core/Services.h"
@@ -25,6 +26,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   FirstPaint watch(belongsToView);
   application.installEventFilter(&watch);
+  bw::installDarkOutlines();
   bw::services().message = [](const std::string&) { std::_Exit(EXIT_FAILURE); };
   bool started = false;
   bw::guarded([&] { started = bw::start(); });

@@ -4,20 +4,17 @@
 #include <QTimer>
 #include <chrono>
 #include <cstdlib>
-#include <iostream>
 #include <stdexcept>
 
 #include "bench/Bare.h"
+#include "bench/Forms.h"
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "controls/Dialog.h"
-#include "controls/EventGuard.h"
 #include "core/Principal.h"
-#include "core/Services.h"
 #include "data/BWSQLPatients.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmPatients.h"
-#include "platform/Clock.h"
 #include "platform/Text.h"
 #include "shell/frmMain.h"
 
@@ -147,12 +144,7 @@ double openEditor(Watch& watch) {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  services().now = systemNow;
-  services().settingsFolder = [] { return bench::folder() / "bench-settings"; };
-  unhandledError() = [](const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    std::_Exit(EXIT_FAILURE);
-  };
+  bench::setUpForms();
   const std::string path = (bench::folder() / "bench-patients.db").string();
   bench::makeOffice(path, {32000, 0});
   DatabaseConnection = Connection(openSqlite(path));

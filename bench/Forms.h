@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+
+#include "bench/Office.h"
+#include "controls/EventGuard.h"
+#include "core/Services.h"
+#include "platform/Clock.h"
+
+namespace bw::bench {
+
+// What forms need of their surroundings: a clock, settings of nobody, and an end at the first
+// error.
+inline void setUpForms() {
+  services().now = systemNow;
+  services().settingsFolder = [] { return folder() / "bench-settings"; };
+  unhandledError() = [](const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    std::_Exit(EXIT_FAILURE);
+  };
+}
+
+}  // namespace bw::bench
