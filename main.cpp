@@ -8,23 +8,15 @@
 #include "controls/DarkOutlines.h"
 #include "controls/EventGuard.h"
 #include "controls/MessageBox.h"
+#include "controls/NoDisplay.h"
 #include "controls/ProgressWindow.h"
 #include "core/Services.h"
+#include "platform/KeptMemory.h"
 #include "reports/StartViewer.h"
 #include "shell/SessionEnd.h"
 #include "shell/Start.h"
 
 namespace {
-
-// In force while the application object is made. Without a display the toolkit would end the
-// process by abort(), with words for developers.
-void sayThatThereIsNoDisplay(QtMsgType type, const QMessageLogContext&, const QString& text) {
-  if (type != QtFatalMsg) return;
-  std::cerr << "Brantiwell cannot show its window, because it finds no display to show it on.\n"
-               "Please start it from the desktop, or set DISPLAY to a display that you may use.\n"
-            << "The toolkit says: " << text.toStdString() << '\n';
-  std::_Exit(EXIT_FAILURE);
-}
 
 constexpr std::chrono::seconds kFontsDelay{1};
 
@@ -37,10 +29,11 @@ void sayWhenThereAreNoFonts() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const QtMessageHandler usual = qInstallMessageHandler(sayThatThereIsNoDisplay);
+  bw::keepFreedMemory();
+  QApplication::setApplicationName(bw::kApplicationTitle);
+  const QtMessageHandler usual = qInstallMessageHandler(bw::sayThatThereIsNoDisplay);
   QApplication application(argc, argv);
   qInstallMessageHandler(usual);
-  QApplication::setApplicationName(bw::kApplicationTitle);
   QApplication::setDesktopFileName("brantiwell");
   bw::installSessionEnd();
   bw::installDarkOutlines();

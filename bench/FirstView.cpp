@@ -8,6 +8,7 @@
 #include "controls/EventGuard.h"
 #include "controls/MessageBox.h"
 #include "core/Services.h"
+#include "platform/KeptMemory.h"
 #include "shell/Start.h"
 #include "shell/View.h"
 
@@ -23,6 +24,7 @@ bool belongsToView(const QObject* object) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  bw::keepFreedMemory();
   QApplication application(argc, argv);
   FirstPaint watch(belongsToView);
   application.installEventFilter(&watch);

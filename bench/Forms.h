@@ -8,12 +8,14 @@
 #include "controls/EventGuard.h"
 #include "core/Services.h"
 #include "platform/Clock.h"
+#include "platform/KeptMemory.h"
 
 namespace bw::bench {
 
-// What forms need of their surroundings: a clock, settings of nobody, and an end at the first
-// error.
+// What forms need of their surroundings: memory as the program has it, a clock, settings of nobody,
+// and an end at the first error.
 inline void setUpForms() {
+  keepFreedMemory();
   services().now = systemNow;
   services().settingsFolder = [] { return folder() / "bench-settings"; };
   unhandledError() = [](const std::exception& error) {

@@ -102,17 +102,23 @@ std::string_view Trim(std::string_view text) noexcept {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-std::string fold(std::string_view text) {
-  std::string folded;
+void appendFolded(std::string& out, std::string_view text) {
   if (isAscii(text)) {
-    folded.resize(text.size());
-    std::transform(text.begin(), text.end(), folded.begin(), lower);
-    return folded;
+    const std::size_t before = out.size();
+    out.resize(before + text.size());
+    std::transform(text.begin(), text.end(), out.begin() + static_cast<std::ptrdiff_t>(before),
+                   lower);
+    return;
   }
   UErrorCode status = U_ZERO_ERROR;
-  icu::StringByteSink<std::string> sink(&folded, static_cast<std::int32_t>(text.size()));
+  icu::StringByteSink<std::string> sink(&out, static_cast<std::int32_t>(text.size()));
   icu::CaseMap::utf8Fold(0, text, sink, nullptr, status);
   if (U_FAILURE(status)) throw RuntimeError(ErrorNumber::outOfMemory);
+}
+
+std::string fold(std::string_view text) {
+  std::string folded;
+  appendFolded(folded, text);
   return folded;
 }
 

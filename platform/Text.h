@@ -26,6 +26,7 @@ std::string_view Trim(std::string_view text) noexcept;  // blanks only
 // Unicode case folding. Two texts are the same without regard to case when their foldings are
 // equal; foldings ordered by bytes are in code point order.
 std::string fold(std::string_view text);
+void appendFolded(std::string& out, std::string_view text);
 
 // One order for sorting, filtering and searching: by folding. Negative, 0 or positive.
 int compareText(std::string_view a, std::string_view b);

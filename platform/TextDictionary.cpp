@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <numeric>
+#include <utility>
 
-#include "platform/Text.h"
+#include "platform/FoldedTexts.h"
 
 namespace bw {
 namespace {
@@ -16,30 +16,40 @@ std::uint64_t load(const char* at) noexcept {
   return word;
 }
 
+// Word by word, the last one overlapping the one before it. The texts have at least one word.
+template <class Word>
+bool sameWords(const char* a, const char* b, std::size_t size) noexcept {
+  const std::size_t last = size - sizeof(Word);
+  for (std::size_t at = 0; at < last; at += sizeof(Word))
+    if (load<Word>(a + at) != load<Word>(b + at)) return false;
+  return load<Word>(a + last) == load<Word>(b + last);
+}
+
 // Texts of one size. Most are short: the library's routine is a call and a branch for each.
 bool sameBytes(const char* a, const char* b, std::size_t size) noexcept {
-  constexpr std::size_t kLong = sizeof(std::uint64_t);
-  if (size < kLong || size > 4 * kLong) return std::memcmp(a, b, size) == 0;
-  std::size_t at = 0;
-  for (; at + kLong < size; at += kLong)
-    if (load<std::uint64_t>(a + at) != load<std::uint64_t>(b + at)) return false;
-  return load<std::uint64_t>(a + size - kLong) == load<std::uint64_t>(b + size - kLong);
+  if (size > 4 * sizeof(std::uint64_t)) return std::memcmp(a, b, size) == 0;
+  if (size >= sizeof(std::uint64_t)) return sameWords<std::uint64_t>(a, b, size);
+  if (size >= sizeof(std::uint32_t)) return sameWords<std::uint32_t>(a, b, size);
+  return std::equal(a, a + size, b);
 }
 
 bool same(std::string_view a, std::string_view b) noexcept {
   return a.size() == b.size() && sameBytes(a.data(), b.data(), a.size());
 }
 
-// Multiply and fold, eight bytes at a time: texts here are short and need no stronger mixing. The
-// last bytes are read in one go, overlapping those before them.
+__extension__ using Wide = unsigned __int128;
+
+// Multiply and fold, eight bytes at a time: texts here are short and need no stronger mixing. Both
+// halves of the product count: the lower one of texts that end in different figures is the same in
+// its low bits, which find the slot. The last bytes are read in one go, overlapping those before.
 std::uint64_t hashOf(std::string_view text) noexcept {
   constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15U;
   constexpr std::size_t kLong = sizeof(std::uint64_t);
   constexpr std::size_t kShort = sizeof(std::uint32_t);
   std::uint64_t hash = text.size() * kMultiplier;
   const auto mix = [&hash](std::uint64_t word) {
-    hash = (hash ^ word) * kMultiplier;
-    hash ^= hash >> 32U;
+    const Wide product = static_cast<Wide>(hash ^ word) * kMultiplier;
+    hash = static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
   };
   const char* at = text.data();
   const char* end = at + text.size();
@@ -57,29 +67,33 @@ std::uint64_t hashOf(std::string_view text) noexcept {
 }  // namespace
 
 TextDictionary::Place TextDictionary::findPlace(std::string_view wanted) const noexcept {
-  const std::uint64_t hash = hashOf(wanted);
+  const auto hash = static_cast<Place>(hashOf(wanted));
   if (!slots_.empty()) __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]);
   return hash;
 }
 
 std::size_t TextDictionary::slotOf(std::string_view wanted, Place hash) const noexcept {
   const std::size_t mask = slots_.size() - 1;
-  const auto stored = static_cast<std::uint32_t>(hash >> 32U);
   for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
     const Slot& candidate = slots_[slot];
     if (candidate.number == kFree) return slot;
-    if (candidate.hash == stored && same(text(candidate.number), wanted)) return slot;
+    if (candidate.hash == hash && same(text(candidate.number), wanted)) return slot;
   }
 }
 
 void TextDictionary::grow() {
-  slots_.assign(std::max<std::size_t>(16, slots_.size() * 2), Slot{});
-  for (std::size_t i = 0; i < size(); ++i) {
-    const std::string_view entry = text(static_cast<std::int64_t>(i));
-    const std::uint64_t hash = hashOf(entry);
-    slots_[slotOf(entry, hash)] = {static_cast<std::uint32_t>(hash >> 32U),
-                                   static_cast<std::uint32_t>(i)};
+  constexpr std::size_t kFirst = 64;
+  constexpr std::size_t kSmall = 4096;  // up to here, space is cheaper than growing often
+  std::vector<Slot> grown(slots_.empty() ? kFirst
+                                         : slots_.size() * (slots_.size() <= kSmall ? 4 : 2));
+  const std::size_t mask = grown.size() - 1;
+  for (const Slot& slot : slots_) {
+    if (slot.number == kFree) continue;
+    std::size_t place = slot.hash & mask;
+    while (grown[place].number != kFree) place = (place + 1) & mask;
+    grown[place] = slot;
   }
+  slots_ = std::move(grown);
 }
 
 std::int64_t TextDictionary::number(std::string_view wanted, Place hash) {
@@ -87,7 +101,7 @@ std::int64_t TextDictionary::number(std::string_view wanted, Place hash) {
   if ((size() + 1) * 2 > slots_.size()) grow();
   Slot& slot = slots_[slotOf(wanted, hash)];
   if (slot.number == kFree) {
-    slot = {static_cast<std::uint32_t>(hash >> 32U), static_cast<std::uint32_t>(size())};
+    slot = {hash, static_cast<std::uint32_t>(size())};
     arena_ += wanted;
     starts_.push_back(arena_.size());
   }
@@ -97,18 +111,9 @@ std::int64_t TextDictionary::number(std::string_view wanted, Place hash) {
 
 void TextDictionary::prepareRanks() const {
   if (ranks_.size() == size()) return;
-  std::vector<std::string> folded(size());
-  for (std::size_t i = 0; i < size(); ++i) folded[i] = fold(text(static_cast<std::int64_t>(i)));
-  std::vector<std::uint32_t> order(size());
-  std::iota(order.begin(), order.end(), 0U);
-  std::sort(order.begin(), order.end(),
-            [&](std::uint32_t a, std::uint32_t b) { return folded[a] < folded[b]; });
-  ranks_.resize(size());
-  std::uint32_t rank = 0;
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    if (i > 0 && folded[order[i]] != folded[order[i - 1]]) ++rank;
-    ranks_[order[i]] = rank;
-  }
+  FoldedTexts texts(size(), characters());
+  for (std::size_t i = 0; i < size(); ++i) texts.add(text(static_cast<std::int64_t>(i)));
+  ranks_ = texts.ranks();
 }
 
 std::size_t TextDictionary::bytes() const noexcept {

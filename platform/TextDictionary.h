@@ -14,7 +14,7 @@ class TextDictionary {
 
   // The same in two steps, for many texts at a time: the memory that the second step looks at comes
   // while the first one goes on.
-  using Place = std::uint64_t;
+  using Place = std::uint32_t;
   Place findPlace(std::string_view text) const noexcept;
   std::int64_t number(std::string_view text, Place place);  // adds it when new
 
@@ -39,7 +39,7 @@ class TextDictionary {
   std::size_t slotOf(std::string_view text, Place hash) const noexcept;
 
   struct Slot {
-    std::uint32_t hash = 0;
+    Place hash = 0;
     std::uint32_t number = kFree;
   };
   static constexpr std::uint32_t kFree = 0xffffffffU;

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "controls/NoDisplay.h"
 #include "viewer/Icons.h"
 #include "viewer/Saving.h"
 #include "viewer/ViewerWindow.h"
@@ -64,8 +65,10 @@ bool needsNoScreen(int argc, char** argv) {
 // Without a document the window opens empty.
 int main(int argc, char** argv) {
   if (needsNoScreen(argc, argv)) qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication app(argc, argv);
   QApplication::setApplicationName("myviewer");
+  const QtMessageHandler usual = qInstallMessageHandler(sayThatThereIsNoDisplay);
+  QApplication app(argc, argv);
+  qInstallMessageHandler(usual);
   QApplication::setDesktopFileName("myviewer");
   QCommandLineParser line;
   line.setApplicationDescription("Shows, prints and exports report documents.");
