@@ -1,7 +1,7 @@
 # Debian packages; sourced by run and test.
 
 build_packages=(
-  ca-certificates ccache cmake g++ libcli11-dev libcrypt-dev libicu-dev libqt6svg6 libsqlite3-dev
+  ca-certificates ccache cmake g++ libcli11-dev libcrypt-dev libicu-dev libsqlite3-dev
   mold ninja-build qt6-base-dev qt6-svg-dev qt6-webengine-dev fonts-liberation
 )
 run_packages=(sqlite3)

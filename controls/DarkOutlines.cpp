@@ -5,13 +5,10 @@
 #include <QProxyStyle>
 #include <QStyleOption>
 
+#include "controls/DarkPalette.h"
+
 namespace bw {
 namespace {
-
-bool isDark(const QPalette& palette) {
-  return palette.color(QPalette::Window).lightness() <
-         palette.color(QPalette::WindowText).lightness();
-}
 
 class DarkOutlines : public QProxyStyle {
  public:

@@ -18,7 +18,7 @@
 
 namespace bw {
 
-std::string rowKey(std::ptrdiff_t position) { return "K" + zeroFilled(position, 10); }
+std::string rowKey(std::ptrdiff_t position) { return concat("K", zeroFilled(position, 10)); }
 
 ListView::ListView(std::vector<ListColumn> columns, Options options, QWidget* parent)
     : QTableView(parent), model_(std::move(columns), options.checkBoxes),
@@ -51,6 +51,7 @@ void ListView::setUpHeaders() {
   head->setSectionsMovable(true);
   head->setFirstSectionMovable(true);
   head->setHighlightSections(false);
+  head->setTextElideMode(Qt::ElideRight);
   head->setSectionsClickable(true);
   head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   widths_.resize(model_.columns().size());

@@ -30,10 +30,12 @@ QWidget* owner() {
   return nullptr;
 }
 
-// Closing an OK-only box is OK; Esc on OK and Cancel is Cancel.
+// Enter is OK, whatever place the desktop's order of buttons gives it. Closing an OK-only box is
+// OK; Esc on OK and Cancel is Cancel.
 bool show(const std::string& text, QMessageBox::StandardButtons buttons, QMessageBox::Icon icon) {
   QMessageBox box(icon, kApplicationTitle, QString(), buttons, owner());
   box.setObjectName("MsgBox");
+  box.setDefaultButton(QMessageBox::Ok);
   box.setTextFormat(Qt::PlainText);
   setText(box, toQt(text));
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);

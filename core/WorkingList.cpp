@@ -34,7 +34,7 @@ void WorkingList::toggleSelected() {
       break;
     default:
       rows->set("checked", pending::kRemoved);
-      list_.setText(*selected, "*" + list_.text(*selected));
+      list_.setText(*selected, concat("*", list_.text(*selected)));
       break;
   }
   rows->Update();

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <span>
 #include <utility>
 
 #include "platform/RuntimeError.h"
@@ -13,12 +14,6 @@
 
 namespace bw {
 namespace {
-
-bool isAscii(std::string_view text) noexcept {
-  unsigned char bits = 0;
-  for (const char c : text) bits |= static_cast<unsigned char>(c);
-  return bits < 0x80;
-}
 
 // Takes letters and accents apart and leaves the accents out.
 std::string withoutAccents(const std::string& folded) {
@@ -52,26 +47,34 @@ ColumnSearch::ColumnSearch(const Column& column, const std::vector<std::uint32_t
 }
 
 void ColumnSearch::add(std::string_view text) {
-  const std::size_t at = texts_.size();
-  texts_ += text;
   if (isAscii(text)) {
-    for (std::size_t i = at; i < texts_.size(); ++i) {
-      const char c = texts_[i];
-      texts_[i] = static_cast<char>(c + (c >= 'A' && c <= 'Z') * 32);
-    }
+    texts_ += text;
+    makeLower(std::span(texts_).last(text.size()));
   } else {
-    texts_.replace(at, text.size(), searchText(text));
+    texts_ += searchText(text);
   }
+  close();
+}
+
+void ColumnSearch::close() {
   texts_ += '\0';
   starts_.push_back(static_cast<std::uint32_t>(texts_.size()));
 }
 
 void ColumnSearch::takeDictionary() {
   const TextDictionary& dictionary = column_.dictionary();
+  const auto text = [&](std::size_t i) { return dictionary.text(static_cast<std::int64_t>(i)); };
   starts_.reserve(dictionary.size() + 1);
-  texts_.reserve(dictionary.characters() + dictionary.size());
-  for (std::size_t i = 0; i < dictionary.size(); ++i)
-    add(dictionary.text(static_cast<std::int64_t>(i)));
+  texts_.reserve(dictionary.allTexts().size() + dictionary.size());
+  if (!isAscii(dictionary.allTexts())) {
+    for (std::size_t i = 0; i < dictionary.size(); ++i) add(text(i));
+    return;
+  }
+  for (std::size_t i = 0; i < dictionary.size(); ++i) {
+    texts_ += text(i);
+    close();
+  }
+  makeLower(texts_);
 }
 
 // Numbers and days lie close together as a rule: their texts stand in a table over the whole range,

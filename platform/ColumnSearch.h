@@ -30,6 +30,7 @@ class ColumnSearch {
   void takeDictionary();
   void takeValues(const std::vector<std::uint32_t>& rows);
   void add(std::string_view text);
+  void close();
 
   const Column& column_;
   std::int64_t base_ = 0;             // a raw value less this is the number of its text, or

@@ -2,6 +2,7 @@
 
 #include <concepts>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,9 @@ std::string Mid(std::string_view text, std::ptrdiff_t from, std::ptrdiff_t count
 std::size_t InStr(std::string_view text, std::string_view part) noexcept;
 
 std::string_view Trim(std::string_view text) noexcept;  // blanks only
+
+bool isAscii(std::string_view text) noexcept;
+void makeLower(std::span<char> letters) noexcept;  // those of ASCII
 
 // Unicode case folding. Two texts are the same without regard to case when their foldings are
 // equal; foldings ordered by bytes are in code point order.

@@ -23,7 +23,7 @@ class TextDictionary {
     return {arena_.data() + starts_[i], starts_[i + 1] - starts_[i]};
   }
   std::size_t size() const noexcept { return starts_.size() - 1; }
-  std::size_t characters() const noexcept { return arena_.size(); }  // bytes of all texts
+  std::string_view allTexts() const noexcept { return arena_; }  // one after another
 
   // Position of a text among all of them, without regard to case: equal but for case, equal rank.
   // prepareRanks() must have been called since the last new text.

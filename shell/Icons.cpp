@@ -1,5 +1,7 @@
 #include "shell/Icons.h"
 
+#include "controls/InkIcon.h"
+
 // The pictures lie in a static library: a program that uses it has to be told.
 static void registerPictures() { Q_INIT_RESOURCE(icons); }
 
@@ -8,7 +10,7 @@ namespace bw {
 QIcon icon(const char* name) {
   static const bool registered = (registerPictures(), true);
   static_cast<void>(registered);
-  return QIcon(QString(":/icons/%1.svg").arg(name));
+  return inkIcon(QString(":/icons/%1.svg").arg(name));
 }
 
 }  // namespace bw

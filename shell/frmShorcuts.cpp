@@ -117,7 +117,7 @@ void ShorcutsTree::nodeClick(const QTreeWidgetItem* node) {
 }
 
 void ShorcutsTree::FuerzaNodeClick(std::int16_t Vista, std::int16_t Filtro) {
-  TreeView1->setCurrentItem(nodeOf("K" + zeroFilled(Vista, 2) + "." + zeroFilled(Filtro, 2)));
+  TreeView1->setCurrentItem(nodeOf(concat("K", zeroFilled(Vista, 2), ".", zeroFilled(Filtro, 2))));
   MainWindow->CambiaAVista(Vista, Filtro);
 }
 

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "controls/InkIcon.h"
+
 // Resources of a static library are not registered by themselves; outside of any namespace.
 static void registerIcons() { Q_INIT_RESOURCE(viewer_icons); }
 
@@ -9,7 +11,7 @@ namespace bw {
 
 QIcon actionIcon(const char* name) {
   registerIcons();
-  return QIcon::fromTheme(name, QIcon(QString(":/viewer/icons/%1.svg").arg(QLatin1String(name))));
+  return inkIcon(QString(":/viewer/icons/%1.svg").arg(QLatin1String(name)));
 }
 
 }  // namespace bw

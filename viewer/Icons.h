@@ -4,7 +4,8 @@
 
 namespace bw {
 
-// The desktop theme's icon for an action or for the program, else the one drawn for this program.
+// The icon of an action or of the program, by the name that desktop themes give it. All of one
+// hand: themes have some of them only, and not for every background.
 QIcon actionIcon(const char* name);
 
 }  // namespace bw

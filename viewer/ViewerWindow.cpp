@@ -81,7 +81,7 @@ void ViewerWindow::addPageBox() {
   pageBox_->setAlignment(Qt::AlignRight);
   zoomLabel_->setObjectName("zoom");
   zoomLabel_->setMargin(4);
-  bar->insertWidget(findChild<QAction*>("zoomOut"), zoomLabel_);
+  bar->insertWidget(findChild<QAction*>("zoomIn"), zoomLabel_);
   bar->addSeparator();
   bar->addAction(findChild<QAction*>("previousPage"));
   bar->addWidget(pageBox_);
