@@ -29,14 +29,20 @@ std::size_t byteOf(std::uint64_t head, std::size_t byte) noexcept {
 
 }  // namespace
 
-FoldedTexts::FoldedTexts(std::size_t texts, std::size_t characters) {
-  starts_.reserve(texts + 1);
-  arena_.reserve(characters);
-}
-
-void FoldedTexts::add(std::string_view text) {
-  appendFolded(arena_, text);
-  starts_.push_back(arena_.size());
+FoldedTexts::FoldedTexts(std::string_view texts, const std::vector<std::size_t>& starts) {
+  if (isAscii(texts)) {
+    arena_ = texts;
+    makeLower(arena_);
+    starts_ = starts;
+    return;
+  }
+  arena_.reserve(texts.size());
+  starts_.reserve(starts.size());
+  starts_.push_back(0);
+  for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+    appendFolded(arena_, texts.substr(starts[i], starts[i + 1] - starts[i]));
+    starts_.push_back(arena_.size());
+  }
 }
 
 std::string_view FoldedTexts::tail(Key key, std::size_t from) const noexcept {

@@ -12,9 +12,8 @@ namespace bw {
 // Texts without regard to case, to be brought into order: many at once, eight bytes at a time.
 class FoldedTexts {
  public:
-  FoldedTexts(std::size_t texts, std::size_t characters);  // so many are expected
-
-  void add(std::string_view text);
+  // Texts that stand one after another: each begins at a start and ends at the next one.
+  FoldedTexts(std::string_view texts, const std::vector<std::size_t>& starts);
 
   // The position of each text among all, from 0; equal but for case, equal position.
   std::vector<std::uint32_t> ranks() const;
@@ -42,7 +41,7 @@ class FoldedTexts {
   std::vector<Key> order() const;
 
   std::string arena_;
-  std::vector<std::size_t> starts_{0};
+  std::vector<std::size_t> starts_;
 };
 
 }  // namespace bw

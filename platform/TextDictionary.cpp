@@ -111,9 +111,7 @@ std::int64_t TextDictionary::number(std::string_view wanted, Place hash) {
 
 void TextDictionary::prepareRanks() const {
   if (ranks_.size() == size()) return;
-  FoldedTexts texts(size(), allTexts().size());
-  for (std::size_t i = 0; i < size(); ++i) texts.add(text(static_cast<std::int64_t>(i)));
-  ranks_ = texts.ranks();
+  ranks_ = FoldedTexts(arena_, starts_).ranks();
 }
 
 std::size_t TextDictionary::bytes() const noexcept {
