@@ -10,8 +10,9 @@
 namespace bw {
 
 // A large file that is written piece by piece and appears only when it is complete: until then it
-// stands under a temporary name beside its place, and what stood there before stays untouched.
-// It is gone without a trace when it is not finished. Not synced: for what can be made again.
+// has no name, or a temporary one where the file system knows of no nameless files, and what stood
+// in its place before stays untouched. It is gone without a trace when it is not finished, even by
+// the end of the process. Not synced: for what can be made again.
 // Failures raise error 76 with a sentence that names the file and the reason.
 class WholeFile {
  public:
@@ -32,13 +33,16 @@ class WholeFile {
  private:
   static constexpr std::size_t kBuffer = 1U << 20U;
 
+  void open(std::filesystem::perms permissions);
+  bool giveName();
+  void giveUp() noexcept;
   void appendSlowly(std::string_view piece);
   void flush();
   void write(std::string_view text);
   [[noreturn]] void refuse(int error) const;
 
   std::filesystem::path file_;
-  std::string temporary_;
+  std::string temporary_;  // empty as long as it has no name
   int descriptor_ = -1;
   std::unique_ptr<char[]> buffer_;
   std::size_t used_ = 0;

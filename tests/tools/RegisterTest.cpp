@@ -53,6 +53,9 @@ TEST_F(RegisterTest, WritesTheAbsolutePathForAllToRead) {
             owner_all | group_read | group_exec | others_read | others_exec);
 
   EXPECT_THROW(registerDatabase(folder_ / "none.db", out), RuntimeError);
+  folder_.write("foreign.db", "");
+  folder_.write("foreign.dw", "");
+  EXPECT_THROW(registerDatabase(folder_ / "foreign.db", out), Refused);
   std::filesystem::remove(folder_ / "office.dw");
   EXPECT_THROW(registerDatabase(folder_ / "office.db", out), Refused);
   EXPECT_EQ(text("Database"), (folder_ / "office.db").string());
