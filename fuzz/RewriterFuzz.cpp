@@ -1,8 +1,11 @@
+#include <cstddef>
 #include <string>
+#include <variant>
 
 #include "fuzz/Check.h"
 #include "platform/Rewriter.h"
 #include "platform/RuntimeError.h"
+#include "platform/StatementShape.h"
 #include "platform/Text.h"
 
 namespace {
@@ -26,6 +29,48 @@ std::string outsideOf(const std::string& statement) {
   return outside;
 }
 
+std::string literalOf(const bw::ShapeValue& value) {
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
+  return bw::concat("'", std::get<std::string_view>(value), "'");
+}
+
+// The statement that a shape was taken from, but for zeros in front of its numbers.
+std::string statementOf(const bw::StatementShape& shape) {
+  std::string statement;
+  std::size_t used = 0;
+  std::size_t at = 0;
+  while (at < shape.text.size()) {
+    const char c = shape.text[at];
+    if (c == '?') {
+      bw::check(used < shape.values.size(), "every place has a value");
+      statement += literalOf(shape.values[used++]);
+      ++at;
+      continue;
+    }
+    const bool opens = c == '\'' || c == '[';
+    const std::size_t end = opens ? shape.text.find(c == '[' ? ']' : '\'', at + 1) : at;
+    bw::check(end != std::string::npos, "quotes and brackets of a shape are closed");
+    statement += shape.text.substr(at, end + 1 - at);
+    at = end + 1;
+  }
+  bw::check(used == shape.values.size(), "every value has a place");
+  return statement;
+}
+
+void checkShape(const std::string& rewritten) {
+  const bw::StatementShape shape = bw::shapeOf(rewritten);
+  if (shape.text.empty()) return;
+  const std::string statement = statementOf(shape);
+  const bw::StatementShape again = bw::shapeOf(statement);
+  bw::check(again.text == shape.text && again.values == shape.values,
+            "the shape is the same again");
+  const auto withoutZeros = [](std::string text) {
+    std::erase(text, '0');
+    return text;
+  };
+  bw::check(withoutZeros(statement) == withoutZeros(rewritten), "nothing else is lost");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -42,6 +87,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const char* refused : {"#", "--", "/*", "\"", "`", ";", "?"})
     bw::check(outside.find(refused) == std::string::npos, refused);
   bw::check(rewritten.find('\0') == std::string::npos, "there is no NUL");
+  checkShape(rewritten);
   try {
     const std::string again = bw::rewriteStatement(rewritten);
     // A second TOP behind the first is the engine's to refuse.
