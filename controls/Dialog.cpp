@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QShortcut>
 
+#include "controls/TypedInput.h"
+
 namespace bw {
 namespace {
 
@@ -82,7 +84,9 @@ QWidget* Dialog::makeFoot(const Foot& foot, std::function<void()> ok,
   auto* row = new QHBoxLayout(bar);
   row->setContentsMargins(0, row->spacing(), 0, 0);
   row->addStretch();
-  ok_ = makeButton(foot.okName, foot.okText, bar, std::move(ok));
+  ok_ = makeButton(foot.okName, foot.okText, bar, [this, ok = std::move(ok)] {
+    if (settleInputs(*this)) ok();
+  });
   cancel_ = makeButton(foot.cancelName, foot.cancelText, bar, std::move(cancel));
   ok_->setDefault(true);
   // Shortcuts, for a button with the focus would take the key for itself.

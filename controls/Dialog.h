@@ -28,7 +28,8 @@ class Dialog : public QDialog {
   void unload() { done(0); }
 
  protected:
-  // The row of Ok and Cancel at the foot; the handlers run guarded.
+  // The row of Ok and Cancel at the foot; the handlers run guarded. Ok runs only when every control
+  // has taken what was typed into it (see TypedInput).
   struct Foot {
     const char* okName = "btnOk";
     const char* okText = "Ok";

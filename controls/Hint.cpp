@@ -1,0 +1,57 @@
+#include "controls/Hint.h"
+
+#include <QAccessible>
+#include <QEvent>
+#include <algorithm>
+
+namespace bw {
+
+Hint::Hint(QWidget* anchor, Place place)
+    : QLabel(place == Place::insideBelow ? anchor : anchor->window()), anchor_(anchor),
+      place_(place) {
+  setTextFormat(Qt::PlainText);
+  setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+  setAutoFillBackground(true);
+  setForegroundRole(QPalette::ToolTipText);
+  setBackgroundRole(QPalette::ToolTipBase);
+  setMargin(2);
+  hide();
+  anchor_->installEventFilter(this);
+}
+
+void Hint::say(const QString& text) {
+  setVisible(!text.isEmpty());
+  if (text.isEmpty()) return;
+  // A control is made before it is put into its window.
+  if (place_ == Place::below && parentWidget() != anchor_->window()) {
+    setParent(anchor_->window());
+    show();
+  }
+  setText(text);
+  setAccessibleName(text);
+  put();
+  raise();
+  QAccessibleEvent told(this, QAccessible::NameChanged);
+  QAccessible::updateAccessibility(&told);
+}
+
+void Hint::put() {
+  adjustSize();
+  const QRect within = parentWidget()->rect();
+  resize(std::min(width(), within.width()), height());
+  if (place_ == Place::insideBelow)
+    return move(within.right() - width() + 1, within.bottom() - height() + 1);
+  const QPoint corner = anchor_->mapTo(parentWidget(), QPoint(0, anchor_->height()));
+  const bool fits = corner.y() + height() <= within.height();
+  move(std::clamp(corner.x(), 0, within.width() - width()),
+       fits ? corner.y() : std::max(0, corner.y() - anchor_->height() - height()));
+}
+
+bool Hint::eventFilter(QObject* watched, QEvent* event) {
+  const bool moved = event->type() == QEvent::Resize || event->type() == QEvent::Move;
+  if (moved && isVisible()) put();
+  if (event->type() == QEvent::Hide) hide();
+  return QLabel::eventFilter(watched, event);
+}
+
+}  // namespace bw

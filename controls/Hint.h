@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QLabel>
+
+namespace bw {
+
+// A line of words at a control, on top of what lies there: what is being typed into it, or why that
+// cannot be taken. It takes no room in a layout and no focus; assistive tools hear each text.
+class Hint : public QLabel {
+ public:
+  enum class Place { insideBelow, below };
+
+  // insideBelow: at the right of the anchor's lower edge, within it. below: under the anchor, on
+  // the anchor's window, or above it where the window ends.
+  Hint(QWidget* anchor, Place place);
+
+  void say(const QString& text);  // "" hides it
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void put();
+
+  QWidget* anchor_;
+  Place place_;
+};
+
+}  // namespace bw
