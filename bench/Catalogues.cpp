@@ -70,7 +70,7 @@ double fillAndPaint(std::int16_t view) {
   return filled + bench::milliseconds([] { QApplication::processEvents(); });
 }
 
-void measure(const Catalogue& catalogue, bench::Bare& bare) {
+void measure(const Catalogue& catalogue, frmMain& window, bench::Bare& bare) {
   const std::string name = catalogue.name;
   bench::report(name + ", first opening to the filled list", "ms", fill(catalogue.view),
                 kMostFilled);
@@ -80,7 +80,7 @@ void measure(const Catalogue& catalogue, bench::Bare& bare) {
                 bench::median([&] { return fillAndPaint(catalogue.view); }), kMostPainted);
   bench::compare(
       name + ", read and filled, against the engine", kMostTimesBare,
-      [] { return bench::milliseconds([] { MainWindow->callView("Refresca"); }); },
+      [&] { return bench::milliseconds([&] { window.callView("Refresca"); }); },
       [&] { return bench::milliseconds([&] { bare.run(catalogue.statement); }); });
 }
 
@@ -100,6 +100,6 @@ int main(int argc, char** argv) {
   window.load();
   window.resize(1100, 600);
   window.show();
-  for (const Catalogue& catalogue : kCatalogues) measure(catalogue, bare);
+  for (const Catalogue& catalogue : kCatalogues) measure(catalogue, window, bare);
   return bench::verdict();
 }

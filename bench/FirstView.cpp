@@ -8,9 +8,9 @@
 #include "controls/EventGuard.h"
 #include "controls/MessageBox.h"
 #include "core/Services.h"
+#include "lists/View.h"
 #include "platform/KeptMemory.h"
 #include "shell/Start.h"
-#include "shell/View.h"
 
 namespace {
 

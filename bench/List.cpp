@@ -9,8 +9,8 @@
 
 #include "bench/Measure.h"
 #include "bench/Office.h"
-#include "core/Lists.h"
 #include "data/Literals.h"
+#include "lists/Lists.h"
 #include "platform/Connection.h"
 #include "platform/Text.h"
 

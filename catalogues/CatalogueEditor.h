@@ -5,7 +5,7 @@
 
 #include "controls/ComboBox.h"
 #include "controls/Dialog.h"
-#include "core/WorkingList.h"
+#include "lists/WorkingList.h"
 
 class QVBoxLayout;
 

@@ -1,12 +1,12 @@
 #include "catalogues/CatalogueEditor.h"
 #include "catalogues/Editors.h"
-#include "charges/PickDialogs.h"
 #include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLDoctors.h"
 #include "data/CodeList.h"
+#include "picks/PickDialogs.h"
 #include "platform/Text.h"
 
 namespace bw {

@@ -2,11 +2,11 @@
 #include "catalogues/Editors.h"
 #include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Lists.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLFacilities.h"
 #include "data/BWSQLWards.h"
+#include "lists/Lists.h"
 #include "platform/Text.h"
 
 namespace bw {

@@ -1,16 +1,16 @@
 #include "charges/ChargeEditor.h"
 
-#include "charges/PickDialogs.h"
 #include "charges/frmEditCharge.h"
 #include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Lists.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
 #include "data/BWSQLPatients.h"
 #include "data/CodeList.h"
 #include "data/Literals.h"
+#include "lists/Lists.h"
+#include "picks/PickDialogs.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
 
@@ -262,7 +262,7 @@ void ChargeEditor::pickPatient() {
 
 void ChargeEditor::addDetails(Details& details) {
   details.pick().showModal();
-  const std::string& picked = frmEditCharge().PickResult;
+  const std::string& picked = chargeOpener().PickResult;
   const auto records = static_cast<int>(Round(static_cast<double>(length(picked)) / kRecord, 0));
   for (int i = 0; i < records; ++i) {
     const std::string record = Mid(picked, i * kRecord + 1, kRecord);
@@ -312,8 +312,8 @@ void ChargeEditor::cancel() {
   unload();
 }
 
-EditChargeForm& frmEditCharge() {
-  static EditChargeForm form(showModal<ChargeEditor>);
+const Form& frmEditCharge() {
+  static const Form form(showModal<ChargeEditor>);
   return form;
 }
 

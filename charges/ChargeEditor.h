@@ -8,7 +8,7 @@
 #include "controls/ComboBox.h"
 #include "controls/DatePicker.h"
 #include "controls/Dialog.h"
-#include "core/WorkingList.h"
+#include "lists/WorkingList.h"
 
 namespace bw {
 

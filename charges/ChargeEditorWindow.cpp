@@ -3,8 +3,8 @@
 #include <QVBoxLayout>
 
 #include "charges/ChargeEditor.h"
-#include "charges/PickDialogs.h"
-#include "shell/Icons.h"
+#include "controls/Icons.h"
+#include "picks/PickDialogs.h"
 
 namespace bw {
 

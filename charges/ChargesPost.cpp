@@ -1,10 +1,10 @@
 #include "charges/frmCharges.h"
 #include "charges/frmPostCharges.h"
-#include "core/Lists.h"
 #include "core/LongWork.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
+#include "lists/Lists.h"
 #include "platform/RelaxedSync.h"
 #include "platform/Text.h"
 

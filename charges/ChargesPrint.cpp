@@ -2,9 +2,9 @@
 #include "core/Principal.h"
 #include "data/Literals.h"
 #include "platform/Text.h"
+#include "printing/ListReports.h"
+#include "printing/frmPrintGeneral.h"
 #include "reports/ApoyoImpresion.h"
-#include "reports/ListReports.h"
-#include "reports/frmPrintGeneral.h"
 
 namespace bw {
 namespace {

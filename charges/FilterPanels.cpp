@@ -5,8 +5,8 @@
 #include <QLabel>
 
 #include "controls/Dialog.h"
+#include "controls/Icons.h"
 #include "controls/QtText.h"
-#include "shell/Icons.h"
 
 namespace bw {
 

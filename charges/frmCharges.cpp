@@ -5,22 +5,22 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
-#include "charges/PickDialogs.h"
 #include "charges/frmEditCharge.h"
 #include "controls/Dialog.h"
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Lists.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "core/Settings.h"
 #include "data/BWSQLCharges.h"
 #include "data/BWSQLDoctors.h"
 #include "data/BWSQLInsurances.h"
 #include "data/BWSQLPatients.h"
 #include "data/Literals.h"
+#include "lists/Lists.h"
+#include "lists/MainFrame.h"
+#include "lists/Settings.h"
+#include "picks/PickDialogs.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
-#include "shell/frmMain.h"
 
 namespace bw {
 namespace {

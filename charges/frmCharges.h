@@ -6,8 +6,8 @@
 
 #include "charges/FilterPanels.h"
 #include "controls/ListView.h"
+#include "lists/View.h"
 #include "platform/RecordSet.h"
-#include "shell/View.h"
 
 class QScrollArea;
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "controls/Dialog.h"
 
 namespace bw {
@@ -9,13 +7,6 @@ namespace bw {
 // The charge editor. CurrentChargeDate kNewCharge means a new charge, for CurrentPatientId (0: to
 // be chosen); otherwise it works on the charge of CurrentPatientId, CurrentChargeDate and
 // CurrentChargeTime. After an Ok these hold the key of the stored charge, and RecordSaved is true.
-class EditChargeForm : public Form {
- public:
-  using Form::Form;
-
-  std::string PickResult;  // answer of frmPickDiagnosis and frmPickProcedures
-};
-
-EditChargeForm& frmEditCharge();
+const Form& frmEditCharge();
 
 }  // namespace bw

@@ -48,7 +48,7 @@ install(FILES ${shared}/metainfo/com.fenmoor.brantiwell.metainfo.xml
 install(FILES ${shared}/mime/packages/myviewer.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES ${shared}/brantiwell/start.html DESTINATION ${CMAKE_INSTALL_DATADIR}/brantiwell)
-install_icon(${CMAKE_CURRENT_SOURCE_DIR}/shell/icons/Brantiwell.svg brantiwell)
+install_icon(${CMAKE_CURRENT_SOURCE_DIR}/controls/icons/Brantiwell.svg brantiwell)
 install_icon(${shared}/icons/hicolor/scalable/apps/myviewer.svg myviewer)
 foreach(program brantiwell brantiwell-database myviewer)
   install_compressed(${shared}/man/man1/${program}.1 ${program}.1 ${CMAKE_INSTALL_MANDIR}/man1

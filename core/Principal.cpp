@@ -6,7 +6,7 @@ namespace bw {
 Connection DatabaseConnection;
 bool DatabaseConnected = false;
 std::string DatabasePath;
-frmMain* MainWindow = nullptr;
+MainFrame* MainWindow = nullptr;
 bool RecordSaved = false;
 std::int16_t CurrentPatientId = 0;
 Date CurrentChargeDate;

@@ -11,12 +11,12 @@
 
 namespace bw {
 
-class frmMain;
+class MainFrame;
 
 extern Connection DatabaseConnection;  // lives from start to the end of the process
 extern bool DatabaseConnected;         // written and read by ConnectDatabase only
 extern std::string DatabasePath;
-extern frmMain* MainWindow;
+extern MainFrame* MainWindow;
 
 // Set by the Ok of an edit dialog, cleared by its Cancel and by nothing else: a dialog that fails
 // to load leaves the value of the dialog before.

@@ -9,11 +9,11 @@
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "core/WorkingList.h"
 #include "data/BWSQLDoctors.h"
 #include "data/BWSQLFacilities.h"
 #include "data/BWSQLPatients.h"
 #include "data/BWSQLWards.h"
+#include "lists/WorkingList.h"
 #include "patients/PatientAdmission.h"
 #include "platform/Text.h"
 

@@ -5,15 +5,15 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "charges/PickDialogs.h"
 #include "controls/ComboBox.h"
 #include "controls/DatePicker.h"
 #include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "core/WorkingList.h"
 #include "data/BWSQLPatients.h"
+#include "lists/WorkingList.h"
+#include "picks/PickDialogs.h"
 #include "platform/Text.h"
 
 namespace bw {
@@ -167,9 +167,9 @@ void PatientEditor::sicknessTypeSelected() {
 
 void PatientEditor::addHistory() {
   CBSicknessType->moveToSelected(RsSicknessTypes);
-  frmEditPatient().LastSicknessTypeCode = RsSicknessTypes->code("SicknessTypeCode");
+  patientOpener().LastSicknessTypeCode = RsSicknessTypes->code("SicknessTypeCode");
   frmPickHistory().showModal();
-  const std::string& picked = frmEditPatient().PickResult;
+  const std::string& picked = patientOpener().PickResult;
   const auto records = static_cast<int>(length(picked)) / kRecord;
   for (int i = 0; i < records; ++i) {
     const std::string record = Mid(picked, i * kRecord + 1, kRecord);
@@ -227,8 +227,8 @@ void PatientEditor::cancel() {
 
 }  // namespace
 
-EditPatientForm& frmEditPatient() {
-  static EditPatientForm form(showModal<PatientEditor>);
+const Form& frmEditPatient() {
+  static const Form form(showModal<PatientEditor>);
   return form;
 }
 

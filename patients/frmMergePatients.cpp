@@ -5,10 +5,10 @@
 
 #include "controls/ListView.h"
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Lists.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
+#include "lists/Lists.h"
 #include "patients/PatientColumns.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"

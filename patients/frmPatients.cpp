@@ -6,12 +6,13 @@
 #include <array>
 
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Lists.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "core/Settings.h"
 #include "data/BWSQLPatients.h"
+#include "lists/Lists.h"
+#include "lists/MainFrame.h"
+#include "lists/Settings.h"
 #include "patients/PatientColumns.h"
 #include "patients/frmAdmitPatient.h"
 #include "patients/frmDischargePatient.h"
@@ -20,8 +21,7 @@
 #include "platform/Conversions.h"
 #include "platform/Formats.h"
 #include "platform/Text.h"
-#include "reports/ListReports.h"
-#include "shell/frmMain.h"
+#include "printing/ListReports.h"
 
 namespace bw {
 namespace {

@@ -5,8 +5,8 @@
 
 #include "controls/Dialog.h"
 #include "controls/ListView.h"
+#include "lists/View.h"
 #include "platform/RecordSet.h"
-#include "shell/View.h"
 
 namespace bw {
 

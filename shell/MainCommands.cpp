@@ -8,7 +8,7 @@
 #include "core/Services.h"
 #include "patients/frmEditPatient.h"
 #include "platform/RuntimeError.h"
-#include "shell/PageSize.h"
+#include "printing/PageSize.h"
 #include "shell/frmAbout.h"
 #include "shell/frmMain.h"
 #include "shell/frmShorcuts.h"

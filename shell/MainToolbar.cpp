@@ -5,8 +5,8 @@
 #include <QToolButton>
 
 #include "controls/Dialog.h"
+#include "controls/Icons.h"
 #include "core/PassOver.h"
-#include "shell/Icons.h"
 #include "shell/frmMain.h"
 
 namespace bw {

@@ -1,3 +1,5 @@
+#include "shell/RecordViewTable.h"
+
 #include <QPointer>
 
 #include "catalogues/Editors.h"
@@ -10,8 +12,8 @@
 #include "data/BWSQLInsurances.h"
 #include "data/BWSQLProcedures.h"
 #include "data/BWSQLSickness.h"
-#include "shell/RecordView.h"
-#include "shell/frmMain.h"
+#include "lists/MainFrame.h"
+#include "lists/RecordView.h"
 
 // The eight views of records, and all that tells them apart.
 

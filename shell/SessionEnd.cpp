@@ -11,7 +11,7 @@
 #include <csignal>
 
 #include "core/Principal.h"
-#include "shell/frmMain.h"
+#include "lists/MainFrame.h"
 
 namespace bw {
 namespace {

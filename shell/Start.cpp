@@ -22,10 +22,11 @@ bool start() {
   std::unique_ptr<frmMain> window;
   showSplash([&window] { window = std::make_unique<frmMain>(); });
   // Before it loads: while it does, the tree switches views through MainWindow.
-  MainWindow = window ? window.release() : new frmMain;
-  MainWindow->setAttribute(Qt::WA_DeleteOnClose);
-  MainWindow->load();
-  MainWindow->show();
+  frmMain& opened = *(window ? window.release() : new frmMain);
+  MainWindow = &opened;
+  opened.setAttribute(Qt::WA_DeleteOnClose);
+  opened.load();
+  opened.show();
   return true;
 }
 

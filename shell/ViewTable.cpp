@@ -1,9 +1,10 @@
 #include "shell/ViewTable.h"
 
 #include "charges/frmCharges.h"
+#include "lists/RecordView.h"
 #include "patients/frmPatients.h"
 #include "platform/Text.h"
-#include "shell/RecordView.h"
+#include "shell/RecordViewTable.h"
 #include "shell/frmBrowser.h"
 #include "shell/frmGeneralInfo.h"
 

@@ -7,10 +7,10 @@
 #include <array>
 #include <filesystem>
 
+#include "controls/Icons.h"
 #include "controls/QtText.h"
 #include "core/MachineSettings.h"
 #include "core/Services.h"
-#include "shell/Icons.h"
 
 namespace bw {
 namespace {

@@ -7,7 +7,7 @@
 #include "controls/EventGuard.h"
 #include "controls/Twips.h"
 #include "core/Principal.h"
-#include "shell/frmMain.h"
+#include "lists/MainFrame.h"
 
 namespace bw {
 namespace {

@@ -12,8 +12,8 @@
 #include "core/ApoyoRegistry.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
+#include "lists/MainFrame.h"
 #include "platform/Text.h"
-#include "shell/frmMain.h"
 #include "webpane/WebPane.h"
 
 namespace bw {

@@ -4,7 +4,7 @@
 #include <QTimer>
 #include <string>
 
-#include "shell/View.h"
+#include "lists/View.h"
 
 class QLabel;
 

@@ -5,11 +5,11 @@
 #include <QVBoxLayout>
 
 #include "controls/Dialog.h"
+#include "controls/Icons.h"
 #include "controls/QtText.h"
 #include "core/MachineSettings.h"
 #include "core/Principal.h"
-#include "shell/Icons.h"
-#include "shell/frmMain.h"
+#include "lists/MainFrame.h"
 
 namespace bw {
 namespace {

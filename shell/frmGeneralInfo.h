@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/View.h"
+#include "lists/View.h"
 
 namespace bw {
 

@@ -9,16 +9,16 @@
 #include <chrono>
 
 #include "controls/EventGuard.h"
+#include "controls/Icons.h"
 #include "controls/Twips.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
+#include "printing/PageSize.h"
 #include "shell/ClockPanels.h"
-#include "shell/Icons.h"
-#include "shell/PageSize.h"
 #include "shell/frmBanner.h"
 #include "shell/frmShorcuts.h"
 
@@ -42,7 +42,7 @@ void store(const char* key, std::int64_t number) {
 
 }  // namespace
 
-frmMain::frmMain() : client_(new QWidget(this)) {
+frmMain::frmMain() {
   setObjectName("frmMain");
   setWindowTitle("Brantiwell");
   setWindowIcon(icon("Brantiwell"));

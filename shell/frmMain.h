@@ -1,41 +1,33 @@
 #pragma once
 
-#include <QMainWindow>
 #include <array>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
+#include "lists/MainFrame.h"
+#include "lists/View.h"
 #include "shell/MainMenus.h"
 #include "shell/MainToolbar.h"
-#include "shell/View.h"
 
 namespace bw {
 
 // The program's frame: a slogan at the top, the tree of shortcuts on the left, and one view at a
 // time in the rest. It owns the numbers of the view and the filter that are on show, and hands
 // commands to the active view by name.
-class frmMain : public QMainWindow {
+class frmMain : public MainFrame {
  public:
   frmMain();
   ~frmMain() override;
-
-  std::int16_t VistaActualNumero = -1;   // -1 until the first switch
-  std::int16_t FiltroActualNumero = -1;  // -1 until the first switch
 
   // Restores the window and selects the stored view and filter, which fills the first view.
   // MainWindow must point here already.
   void load();
 
-  // Makes that view and filter current. The same ones again only repaint.
-  void CambiaAVista(std::int16_t Vista, std::int16_t Filtro);
-  // Moves the check mark of the Current View menu; neither number changes.
-  void ActivaFiltro(std::int16_t NuevoFiltro);
+  void CambiaAVista(std::int16_t Vista, std::int16_t Filtro) override;
+  void ActivaFiltro(std::int16_t NuevoFiltro) override;
   // Hides the tree.
   void CerrarShortcut();
-
-  // Where tree and views live.
-  QWidget* clientArea() const { return client_; }
 
   // Commands, for menus and toolbar.
   // Calls an operation of the active view: 91 when there is none, 438 when it lacks it.
@@ -47,7 +39,7 @@ class frmMain : public QMainWindow {
   void pageSetup();
   // Opens the editor of that record kind on a new record; outside 0 to 9 nothing happens.
   void newRecordDialog(int index);
-  void newFromToolbar();
+  void newFromToolbar() override;
   void newFromMenu(int index);
   void about();
 
@@ -65,7 +57,6 @@ class frmMain : public QMainWindow {
   void placeAll();
   void unload();
 
-  QWidget* client_;
   MainMenus menus_;
   MainToolbar toolbar_;
   View* activeView_ = nullptr;

@@ -6,15 +6,15 @@
 
 #include "controls/Dialog.h"
 #include "controls/EventGuard.h"
+#include "controls/Icons.h"
 #include "controls/QtText.h"
 #include "controls/Twips.h"
 #include "core/Principal.h"
+#include "lists/MainFrame.h"
 #include "platform/Conversions.h"
 #include "platform/Formats.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
-#include "shell/Icons.h"
-#include "shell/frmMain.h"
 
 namespace bw {
 namespace {

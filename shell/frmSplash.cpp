@@ -9,7 +9,7 @@
 
 #include "controls/Dialog.h"
 #include "controls/EventGuard.h"
-#include "shell/Icons.h"
+#include "controls/Icons.h"
 
 namespace bw {
 namespace {

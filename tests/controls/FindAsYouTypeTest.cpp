@@ -10,7 +10,7 @@
 #include <QTest>
 
 #include "controls/ListView.h"
-#include "core/Lists.h"
+#include "lists/Lists.h"
 #include "tests/platform/Rows.h"
 
 namespace bw {

@@ -1,4 +1,4 @@
-#include "shell/Icons.h"
+#include "controls/Icons.h"
 
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include <QHeaderView>
 #include <QTest>
 
-#include "core/Lists.h"
-#include "core/WorkingList.h"
+#include "lists/Lists.h"
+#include "lists/WorkingList.h"
 #include "platform/RuntimeError.h"
 
 namespace bw {

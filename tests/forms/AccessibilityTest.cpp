@@ -9,7 +9,6 @@
 #include <map>
 
 #include "catalogues/Editors.h"
-#include "charges/PickDialogs.h"
 #include "charges/frmArchiveCharges.h"
 #include "charges/frmCharges.h"
 #include "charges/frmEditCharge.h"
@@ -20,7 +19,8 @@
 #include "patients/frmDischargePatient.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmMergePatients.h"
-#include "reports/frmPrintGeneral.h"
+#include "picks/PickDialogs.h"
+#include "printing/frmPrintGeneral.h"
 #include "shell/frmAbout.h"
 #include "tests/forms/FormsFixture.h"
 

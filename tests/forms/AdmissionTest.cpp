@@ -3,7 +3,7 @@
 #include <QTest>
 
 #include "core/Principal.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 #include "patients/frmAdmitPatient.h"
 #include "patients/frmDischargePatient.h"
 #include "tests/forms/FormsFixture.h"

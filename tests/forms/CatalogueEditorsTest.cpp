@@ -2,7 +2,8 @@
 #include <QTest>
 
 #include "core/Principal.h"
-#include "shell/RecordView.h"
+#include "lists/RecordView.h"
+#include "shell/RecordViewTable.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
 

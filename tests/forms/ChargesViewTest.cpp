@@ -4,7 +4,7 @@
 
 #include "charges/frmCharges.h"
 #include "core/Principal.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
 

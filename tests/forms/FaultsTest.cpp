@@ -5,7 +5,7 @@
 #include "charges/frmCharges.h"
 #include "controls/ProgressWindow.h"
 #include "core/Principal.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 #include "shell/SessionEnd.h"
 #include "tests/forms/FormsFixture.h"
 

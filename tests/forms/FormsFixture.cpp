@@ -11,7 +11,7 @@
 #include "controls/EventGuard.h"
 #include "controls/QtText.h"
 #include "core/Principal.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 
 namespace bw {
 

@@ -6,7 +6,7 @@
 #include <QTreeWidget>
 
 #include "core/Principal.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 #include "platform/RuntimeError.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"

@@ -4,9 +4,10 @@
 #include "charges/frmEditCharge.h"
 #include "controls/DatePicker.h"
 #include "core/Principal.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmPatients.h"
+#include "picks/PickDialogs.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {
@@ -59,7 +60,7 @@ TEST_F(PatientEditorTest, ANewPatientWithHistoryOfTwoTypesComesIntoTheList) {
     EXPECT_EQ(shownTexts(history(editor)), Strings{"Pollen"}) << "never a star on a new row";
     control<ComboBox>(editor, "CBSicknessType").setListIndex(1);
     click(editor, "Command1");
-    EXPECT_EQ(frmEditPatient().LastSicknessTypeCode, 1);
+    EXPECT_EQ(patientOpener().LastSicknessTypeCode, 1);
     EXPECT_EQ(shownTexts(history(editor)), Strings{"Asthma"});
     click(editor, "btnOk");
   });

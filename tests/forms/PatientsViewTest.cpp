@@ -2,7 +2,7 @@
 #include <QTest>
 
 #include "core/Principal.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 #include "patients/frmPatients.h"
 #include "tests/forms/FormsFixture.h"
 

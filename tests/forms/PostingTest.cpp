@@ -9,7 +9,7 @@
 #include "controls/DatePicker.h"
 #include "controls/ProgressWindow.h"
 #include "core/Principal.h"
-#include "reports/ListReports.h"
+#include "printing/ListReports.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {

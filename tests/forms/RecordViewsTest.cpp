@@ -3,9 +3,10 @@
 #include <variant>
 
 #include "core/Principal.h"
-#include "core/Settings.h"
+#include "lists/RecordView.h"
+#include "lists/Settings.h"
 #include "platform/Text.h"
-#include "shell/RecordView.h"
+#include "shell/RecordViewTable.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
 

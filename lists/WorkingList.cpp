@@ -1,6 +1,6 @@
-#include "core/WorkingList.h"
+#include "lists/WorkingList.h"
 
-#include "core/Lists.h"
+#include "lists/Lists.h"
 #include "platform/Text.h"
 
 namespace bw {

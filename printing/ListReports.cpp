@@ -1,4 +1,4 @@
-#include "reports/ListReports.h"
+#include "printing/ListReports.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,16 +1,14 @@
 #include <QVBoxLayout>
 #include <vector>
 
-#include "charges/PickDialogs.h"
-#include "charges/frmEditCharge.h"
 #include "controls/ComboBox.h"
 #include "controls/ListView.h"
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Lists.h"
 #include "core/Services.h"
 #include "data/BWSQLDiagnosis.h"
 #include "data/BWSQLSickness.h"
-#include "patients/frmEditPatient.h"
+#include "lists/Lists.h"
+#include "picks/PickDialogs.h"
 #include "platform/Formats.h"
 #include "platform/Text.h"
 
@@ -40,8 +38,8 @@ constexpr GroupRow kFamilies{"CBDiagnosisFamilies", "&Group:", DiagnosisFamilyLi
 constexpr GroupRow kSicknessTypes{"CBSicknessType", "&Type:", SicknessTypeList, "Description",
                                   "SicknessTypeCode"};
 
-std::string& chargeAnswer() { return frmEditCharge().PickResult; }
-std::string& patientAnswer() { return frmEditPatient().PickResult; }
+std::string& chargeAnswer() { return chargeOpener().PickResult; }
+std::string& patientAnswer() { return patientOpener().PickResult; }
 
 const TickRow kDiagnosis{
     "frmPickDiagnosis", "Diagnosis selection", "SELECT * FROM Diagnosis ORDER BY Description",
@@ -134,7 +132,7 @@ void TickDialog::loadGroups() {
   // The sickness type last used decides for the diagnoses' groups too: a number of another
   // catalogue, which is wanted.
   groups_->selectFound(RsPickGroups,
-                       concat(row_.groups->code, "=", frmEditPatient().LastSicknessTypeCode));
+                       concat(row_.groups->code, "=", patientOpener().LastSicknessTypeCode));
 }
 
 void TickDialog::groupSelected() {
@@ -179,6 +177,16 @@ const Form& tickForm() {
 }
 
 }  // namespace
+
+ChargeOpener& chargeOpener() {
+  static ChargeOpener opener;
+  return opener;
+}
+
+PatientOpener& patientOpener() {
+  static PatientOpener opener;
+  return opener;
+}
 
 const Form& frmPickDiagnosis() { return tickForm<kDiagnosis>(); }
 const Form& frmPickProcedures() { return tickForm<kProcedures>(); }

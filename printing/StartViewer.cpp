@@ -1,4 +1,4 @@
-#include "reports/StartViewer.h"
+#include "printing/StartViewer.h"
 
 #include <QCoreApplication>
 #include <QProcess>

@@ -1,4 +1,4 @@
-#include "shell/PageSize.h"
+#include "printing/PageSize.h"
 
 #include <QPageSetupDialog>
 #include <QPrinter>

@@ -1,9 +1,9 @@
-#include "core/Lists.h"
+#include "lists/Lists.h"
 
 #include "controls/BusyCursor.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Services.h"
-#include "core/Settings.h"
+#include "lists/Settings.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
 

@@ -7,8 +7,8 @@
 
 #include "controls/Dialog.h"
 #include "controls/ListView.h"
+#include "lists/View.h"
 #include "platform/RecordSet.h"
-#include "shell/View.h"
 
 namespace bw {
 
@@ -69,14 +69,5 @@ class RecordView : public View {
   std::int16_t CurrentFilter = 0;
   RecordSetRef ViewRecords;
 };
-
-RecordView& frmDoctors();
-RecordView& frmFacilities();
-RecordView& frmDiagnosis();
-RecordView& frmProcedures();
-RecordView& frmInsurances();
-RecordView& frmEMCodes();
-RecordView& frmSickness();
-RecordView& frmDiagnosisFamilies();
 
 }  // namespace bw

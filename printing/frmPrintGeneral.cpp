@@ -1,4 +1,4 @@
-#include "reports/frmPrintGeneral.h"
+#include "printing/frmPrintGeneral.h"
 
 #include <QListWidget>
 #include <QVBoxLayout>

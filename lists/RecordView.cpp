@@ -1,15 +1,15 @@
-#include "shell/RecordView.h"
+#include "lists/RecordView.h"
 
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Lists.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "core/Settings.h"
+#include "lists/Lists.h"
+#include "lists/MainFrame.h"
+#include "lists/Settings.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
-#include "reports/ListReports.h"
-#include "shell/frmMain.h"
+#include "printing/ListReports.h"
 
 namespace bw {
 namespace {

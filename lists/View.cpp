@@ -1,4 +1,4 @@
-#include "shell/View.h"
+#include "lists/View.h"
 
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"

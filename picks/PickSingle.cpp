@@ -1,12 +1,12 @@
 #include <QVBoxLayout>
 #include <vector>
 
-#include "charges/PickDialogs.h"
 #include "controls/ListView.h"
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Lists.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "lists/Lists.h"
+#include "picks/PickDialogs.h"
 #include "platform/Text.h"
 
 namespace bw {

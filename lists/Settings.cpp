@@ -1,4 +1,4 @@
-#include "core/Settings.h"
+#include "lists/Settings.h"
 
 #include <QSettings>
 #include <filesystem>

@@ -12,7 +12,7 @@
 #include "controls/ProgressWindow.h"
 #include "core/Services.h"
 #include "platform/KeptMemory.h"
-#include "reports/StartViewer.h"
+#include "printing/StartViewer.h"
 #include "shell/SessionEnd.h"
 #include "shell/Start.h"
 

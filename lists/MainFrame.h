@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QMainWindow>
+#include <cstdint>
+
+namespace bw {
+
+// What the views and the tree need of the main window; MainWindow is one.
+class MainFrame : public QMainWindow {
+ public:
+  std::int16_t VistaActualNumero = -1;   // -1 until the first switch
+  std::int16_t FiltroActualNumero = -1;  // -1 until the first switch
+
+  // Makes that view and filter current. The same ones again only repaint.
+  virtual void CambiaAVista(std::int16_t Vista, std::int16_t Filtro) = 0;
+  // Moves the check mark of the Current View menu; neither number changes.
+  virtual void ActivaFiltro(std::int16_t NuevoFiltro) = 0;
+  // Opens the editor of the view's record kind on a new record, and shows the record in the view.
+  virtual void newFromToolbar() = 0;
+
+  // Where tree and views live.
+  QWidget* clientArea() const { return client_; }
+
+ protected:
+  MainFrame() : client_(new QWidget(this)) {}
+
+  QWidget* client_;
+};
+
+}  // namespace bw
