@@ -8,9 +8,10 @@
 #include "reports/ApoyoImpresion.h"
 #include "tests/data/DataFixture.h"
 #include "tests/tools/TemporaryFolder.h"
+#include "viewer/CsvExport.h"
 
-// A folder of golden/ is a case: case.tsv tells what is reported, expected.myv is the document,
-// byte by byte. A new case is a new folder.
+// A folder of golden/ is a case: case.tsv tells what is reported, expected.myv is the document and
+// expected.csv the table that the viewer makes of it, byte by byte. A new case is a new folder.
 
 namespace bw {
 namespace {
@@ -29,6 +30,14 @@ std::vector<std::string> caseNames() {
     names.push_back(entry.path().filename().string());
   std::sort(names.begin(), names.end());
   return names;
+}
+
+std::string tableOf(const std::string& document) {
+  std::string csv;
+  EXPECT_TRUE(exportCsv(
+      Document{DocumentBytes(document)}, [&csv](std::string_view piece) { csv += piece; },
+      [](std::size_t, std::size_t) { return true; }));
+  return csv;
 }
 
 // The first line in which two documents differ, for people.
@@ -99,6 +108,7 @@ TEST_P(GoldenTest, IsWrittenByteByByte) {
   const std::string written = contents(document);
   EXPECT_EQ(firstDifference(expected, written), "");
   EXPECT_TRUE(expected == written);
+  EXPECT_EQ(firstDifference(contents(golden / "expected.csv"), tableOf(written)), "");
   EXPECT_EQ(viewed, std::vector<fs::path>{document});
 }
 
