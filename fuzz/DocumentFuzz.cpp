@@ -29,8 +29,8 @@ void checkPage(const bw::Document& document, std::size_t number) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const bw::Document document{bw::DocumentBytes(bw::inputText(data, size))};
   bw::check(document.pageCount() <= bw::DocumentIndex::kMaxPage, "pages are bounded");
-  const bool silent = bw::sentence(document.damage()).empty();
-  bw::check(silent == !document.damage(), "damage is told, and nothing else");
+  const bool silent = bw::sentences(document.damages()).empty();
+  bw::check(silent == document.damages().empty(), "damage is told, and nothing else");
   // Blank pages below a high number are all alike.
   const std::size_t pages = document.pageCount() < 64 ? document.pageCount() : 64;
   for (std::size_t page = 1; page <= pages; ++page) checkPage(document, page);

@@ -4,11 +4,12 @@ class QWidget;
 
 namespace bw {
 
-// Sets PageWidthInches and PageHeightInches from the printer in use: whole inches, halves to even.
-// Without a printer they are 8 and 11.
+// Sets PageWidthInches and PageHeightInches from the paper chosen in Page Setup, else from that of
+// the default printer: whole inches, halves to even. Without either they are 8 and 11.
 void readPageSize();
 
-// Shows the printer's page dialog, and reads the size again when it was confirmed.
+// Shows Page Setup with the paper in force and reads the size again when another was confirmed.
+// Lasts until the program ends.
 void choosePageSize(QWidget* owner);
 
 }  // namespace bw

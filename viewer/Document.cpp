@@ -41,4 +41,17 @@ PageItems Document::parse(std::size_t number) const {
   return parsePage(bytes_.view(), index_.runs(number));
 }
 
+std::optional<std::vector<Damage>> allDamages(const Document& document, const Progress& progress) {
+  std::vector<Damage> damages = document.damages();
+  const std::size_t pages = document.pageCount();
+  for (std::size_t number = 1; number <= pages; ++number) {
+    if (!progress(number - 1, pages)) return std::nullopt;
+    if (const Damage damage = document.parse(number).damage) {
+      damages.push_back(damage);
+      break;
+    }
+  }
+  return damages;
+}
+
 }  // namespace bw

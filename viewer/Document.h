@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -11,6 +13,9 @@
 #include "viewer/PageItems.h"
 
 namespace bw {
+
+// Told how much of a long work is done; false ends the work.
+using Progress = std::function<bool(std::size_t done, std::size_t total)>;
 
 // An opened document: a snapshot of its file, the index of its pages, and the pages shown last.
 // It never changes; a file written anew is opened as another document.
@@ -23,7 +28,8 @@ class Document {
 
   PageSize pageSize() const noexcept { return index_.pageSize(); }
   std::size_t pageCount() const noexcept { return index_.pageCount(); }
-  const Damage& damage() const noexcept { return index_.damage(); }
+  // Without the damage of items, which reading their pages tells.
+  const std::vector<Damage>& damages() const noexcept { return index_.damages(); }
 
   // Pages from 1 to pageCount(); a page beyond has no items.
   std::shared_ptr<const PageItems> page(std::size_t number) const;
@@ -41,5 +47,9 @@ class Document {
   mutable std::vector<Kept> kept_;
   mutable std::size_t uses_ = 0;
 };
+
+// All that is damaged, the first damaged item of all pages included. Nothing when `progress` ended
+// it.
+std::optional<std::vector<Damage>> allDamages(const Document& document, const Progress& progress);
 
 }  // namespace bw

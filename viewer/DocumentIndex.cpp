@@ -1,6 +1,7 @@
 #include "viewer/DocumentIndex.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstring>
 #include <limits>
@@ -41,19 +42,15 @@ std::uint32_t pageNumber(std::string_view line) {
   return valid && page <= DocumentIndex::kMaxPage ? page : 0;
 }
 
-Fault faultOf(std::string_view line, std::uint32_t page) {
-  if (line.size() > DocumentIndex::kMaxLine) return Fault::tooLong;
-  const auto commas = std::count(line.begin(), line.end(), ',');
-  if (commas < kItemFields - 1) return Fault::fields;
-  return page == 0 ? Fault::pageNumber : Fault::none;
-}
+// An item of 19 fields has no fewer bytes, and a page one item at least.
+constexpr std::size_t kLeastLine = 20;
 
 }  // namespace
 
 DocumentIndex::DocumentIndex(std::string_view bytes) {
-  const std::size_t items = readHead(bytes);
-  if (damage_ && damage_.fault != Fault::pageSize) return;
-  readItems(bytes, items);
+  const auto items = readHead(bytes);
+  if (!items) return;
+  readItems(bytes, *items);
   sortRuns();
 }
 
@@ -62,17 +59,17 @@ std::span<const LineRun> DocumentIndex::runs(std::size_t page) const {
   return {runs_.data() + starts_[page - 1], starts_[page] - starts_[page - 1]};
 }
 
-// Returns where the items begin.
-std::size_t DocumentIndex::readHead(std::string_view bytes) {
+// Returns where the items begin; nothing when this is no document.
+std::optional<std::size_t> DocumentIndex::readHead(std::string_view bytes) {
   if (bytes.empty()) {
-    damage_ = {Fault::empty, 1};
-    return 0;
+    add(Fault::empty, 1);
+    return std::nullopt;
   }
   const std::size_t end = lineEnd(bytes, 0);
   const std::string_view head = withoutCarriageReturn(bytes.substr(0, end));
   if (!head.starts_with(kHead)) {
-    damage_ = {Fault::foreign, 1};
-    return bytes.size();
+    add(Fault::foreign, 1);
+    return std::nullopt;
   }
   const std::string_view sizes = head.substr(kHead.size());
   const std::size_t comma = std::min(sizes.find(','), sizes.size());
@@ -81,34 +78,54 @@ std::size_t DocumentIndex::readHead(std::string_view bytes) {
   if (width > 0 && height > 0) {
     size_ = {width, height};
   } else {
-    damage_ = {Fault::pageSize, 1};
+    add(Fault::pageSize, 1);
   }
   return std::min(end + 1, bytes.size());
 }
 
 void DocumentIndex::readItems(std::string_view bytes, std::size_t at) {
-  for (std::uint32_t number = 2; at < bytes.size(); ++number) {
+  std::uint32_t number = 2;
+  bool joins = false;  // nothing was left out in front of the line
+  for (; at < bytes.size(); ++number) {
     const std::size_t end = lineEnd(bytes, at);
     const std::size_t next = std::min(end + 1, bytes.size());
     const std::string_view line = withoutCarriageReturn(bytes.substr(at, end - at));
+    if (line.size() > kMaxLine) return add(Fault::tooLong, number);
     if (!line.empty()) {
       const std::uint32_t page = pageNumber(line);
-      if (const Fault fault = faultOf(line, page); fault != Fault::none) {
-        damage_ = {fault, number};
-        return;
+      const bool usable = page > highest_ + 1 ? bearsOut(bytes, next, page) : page != 0;
+      if (usable) {
+        append({at, next, number, page}, joins);
+      } else {
+        add(Fault::pageNumber, number);
       }
-      append(page, at, next, number);
+      joins = usable;
     }
     at = next;
   }
+  if (!bytes.ends_with('\n')) add(Fault::unended, number - 1);
 }
 
-void DocumentIndex::append(std::uint32_t page, std::size_t begin, std::size_t end,
-                           std::uint32_t line) {
-  if (!runs_.empty() && runs_.back().page == page) {
-    runs_.back().end = end;
+// Whether a page number that leaves pages blank can be right, by the line that begins at `next`.
+bool DocumentIndex::bearsOut(std::string_view bytes, std::size_t next, std::uint32_t page) const {
+  if (page <= highest_ + 1 + kMaxBlank) return true;
+  if (page > bytes.size() / kLeastLine || next == bytes.size()) return false;
+  const std::uint32_t following = pageNumber(bytes.substr(next, lineEnd(bytes, next) - next));
+  return following == page || following == page + 1;
+}
+
+void DocumentIndex::add(Fault fault, std::size_t line) {
+  const auto known = std::find_if(damages_.begin(), damages_.end(),
+                                  [&](const Damage& damage) { return damage.fault == fault; });
+  if (known == damages_.end()) damages_.push_back({fault, line});
+}
+
+void DocumentIndex::append(const LineRun& line, bool joins) {
+  highest_ = std::max(highest_, line.page);
+  if (joins && runs_.back().page == line.page) {
+    runs_.back().end = line.end;
   } else {
-    runs_.push_back({begin, end, line, page});
+    runs_.push_back(line);
   }
 }
 
@@ -118,33 +135,41 @@ void DocumentIndex::sortRuns() {
   if (!std::is_sorted(runs_.begin(), runs_.end(), byPage)) {
     std::stable_sort(runs_.begin(), runs_.end(), byPage);
   }
-  starts_.assign(std::size_t{runs_.back().page} + 1, runs_.size());
-  for (std::size_t run = runs_.size(); run-- > 0;) starts_[runs_[run].page - 1] = run;
+  starts_.assign(std::size_t{runs_.back().page} + 1, static_cast<std::uint32_t>(runs_.size()));
+  for (auto run = starts_.back(); run-- > 0;) starts_[runs_[run].page - 1] = run;
   for (std::size_t page = starts_.size() - 1; page-- > 0;) {
     starts_[page] = std::min(starts_[page], starts_[page + 1]);
   }
 }
 
-std::string sentence(const Damage& damage) {
-  const std::string line = "Line " + std::to_string(damage.line);
-  constexpr const char* upTo = " The document is shown up to there.";
-  switch (damage.fault) {
-    case Fault::none:
-      return {};
-    case Fault::empty:
-      return "This file is empty, so there is nothing to show. Print the report again.";
-    case Fault::foreign:
-      return line + " does not begin with MYVIEWER10: this file is not a report document.";
-    case Fault::pageSize:
-      return line + " holds no usable page size. Pages of 8 by 11 inches are shown instead.";
-    case Fault::tooLong:
-      return line + " is longer than any line of a report." + upTo;
-    case Fault::fields:
-      return line + " is damaged: some of its fields are missing." + upTo;
-    case Fault::pageNumber:
-      return line + " is damaged: it does not begin with a page number." + upTo;
+std::string sentences(std::span<const Damage> damages) {
+  struct Words {
+    const char* before = "";
+    const char* behind = "";
+  };
+  // clang-format off
+  static constexpr std::array<Words, 9> kWords = {{
+    {},
+    {"This file is empty, so there is nothing to show.", nullptr},
+    {"Line ", " does not begin with MYVIEWER10, so this file is no report. Open another one."},
+    {"Line ", " holds no usable page size: pages of 8 by 11 inches are shown instead."},
+    {"Line ", " is longer than any line of a report: the report is shown up to there."},
+    {"Line ", " is damaged: its page number cannot be used. What it describes is left out."},
+    {"Line ", " is damaged: some of its fields are missing. What it describes is left out."},
+    {"Line ", " is damaged: a number in it cannot be used. What it describes is left out."},
+    {"Line ", ", the last one, has no end: the report may be cut off there."},
+  }};
+  // clang-format on
+  std::string text;
+  for (const Damage& damage : damages) {
+    if (!damage) continue;
+    const Words& words = kWords[static_cast<std::size_t>(damage.fault)];
+    if (!text.empty()) text += ' ';
+    text += words.before;
+    if (words.behind != nullptr) text += std::to_string(damage.line) + words.behind;
+    if (damage.fault == Fault::foreign) return text;
   }
-  return {};
+  return text.empty() ? text : text + " Print the report again.";
 }
 
 }  // namespace bw

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -24,22 +25,24 @@ enum class Fault : std::uint8_t {
   none,
   empty,       // no byte at all
   foreign,     // does not begin as documents do
-  pageSize,    // of no use; 8 by 11 inches are taken instead, the items are read
-  tooLong,     // a line above kMaxLine
-  fields,      // fewer than 19 fields
-  pageNumber,  // not from 1 to kMaxPage
+  pageSize,    // of no use; 8 by 11 inches are taken instead
+  tooLong,     // a line above kMaxLine; nothing behind it is shown
+  pageNumber,  // not from 1 to kMaxPage, or far from all others; the line is left out
+  fields,      // fewer than 19 fields; the line is left out
+  number,      // none, infinite or beyond reason; the line is left out
+  unended,     // the last line has no line feed: somebody may have cut the document
 };
 
-// The first line that could not be read. But for Fault::pageSize nothing behind it is shown.
 struct Damage {
   Fault fault = Fault::none;
-  std::size_t line = 0;  // from 1
+  std::size_t line = 0;  // from 1; the first one with that fault
 
   explicit operator bool() const noexcept { return fault != Fault::none; }
 };
 
-// A plain sentence for the reader of the document, with the line's number; "" without damage.
-std::string sentence(const Damage& damage);
+// Plain sentences for the reader of the document, with the lines' numbers, and what to do; "" for
+// no damage.
+std::string sentences(std::span<const Damage> damages);
 
 // Lines of one page without a line of another page between them.
 struct LineRun {
@@ -51,16 +54,20 @@ struct LineRun {
 
 class DocumentIndex {
  public:
-  // No report comes near these; they keep a damaged number from becoming a billion blank pages and
-  // a stray binary from being laid out as one line of text.
-  static constexpr std::uint32_t kMaxPage = 100'000;
+  static constexpr std::uint32_t kMaxPage = 10'000'000;
+  // Writers leave no page blank. A number that would leave more than these is damaged unless the
+  // next line bears it out.
+  static constexpr std::uint32_t kMaxBlank = 9;
+  // No report comes near this; it keeps a stray binary from being laid out as one line of text.
   static constexpr std::size_t kMaxLine = std::size_t{32} << 10;
 
   DocumentIndex() = default;
   explicit DocumentIndex(std::string_view bytes);
 
   PageSize pageSize() const noexcept { return size_; }
-  const Damage& damage() const noexcept { return damage_; }
+
+  // What can be told without reading the items: a fault at most once.
+  const std::vector<Damage>& damages() const noexcept { return damages_; }
 
   // The highest page number found. Pages without items below it are blank.
   std::size_t pageCount() const noexcept { return starts_.empty() ? 0 : starts_.size() - 1; }
@@ -69,15 +76,18 @@ class DocumentIndex {
   std::span<const LineRun> runs(std::size_t page) const;
 
  private:
-  std::size_t readHead(std::string_view bytes);
+  std::optional<std::size_t> readHead(std::string_view bytes);
   void readItems(std::string_view bytes, std::size_t at);
-  void append(std::uint32_t page, std::size_t begin, std::size_t end, std::uint32_t line);
+  bool bearsOut(std::string_view bytes, std::size_t next, std::uint32_t page) const;
+  void add(Fault fault, std::size_t line);
+  void append(const LineRun& line, bool joins);
   void sortRuns();
 
   PageSize size_;
-  Damage damage_;
+  std::vector<Damage> damages_;
   std::vector<LineRun> runs_;
-  std::vector<std::size_t> starts_;  // of each page's runs, and one behind the last page
+  std::uint32_t highest_ = 0;          // page number so far
+  std::vector<std::uint32_t> starts_;  // of each page's runs, and one behind the last page
 };
 
 }  // namespace bw

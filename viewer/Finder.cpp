@@ -14,10 +14,11 @@ namespace {
 
 constexpr qint64 kSliceMilliseconds = 20;
 
-}  // namespace
+bool isSearched(const PageItem& item) { return item.kind == ItemKind::text && !item.text.empty(); }
 
-std::vector<Match> matchesOnPage(const PageItems& page, std::size_t number, std::size_t pageTotal,
-                                 const QString& needle) {
+// In the order of writing.
+std::vector<Match> writtenMatches(const PageItems& page, std::size_t number, std::size_t pageTotal,
+                                  const QString& needle) {
   std::vector<Match> matches;
   if (needle.isEmpty()) return matches;
   const QStringMatcher matcher(needle, Qt::CaseInsensitive);
@@ -29,13 +30,25 @@ std::vector<Match> matchesOnPage(const PageItems& page, std::size_t number, std:
     }
   };
   for (const PageItem& item : page.items) {
-    if (isReadable(item)) findIn(item);
+    if (isSearched(item)) findIn(item);
   }
+  return matches;
+}
+
+}  // namespace
+
+std::vector<Match> matchesOnPage(const PageItems& page, std::size_t number, std::size_t pageTotal,
+                                 const QString& needle) {
+  std::vector<Match> matches = writtenMatches(page, number, pageTotal, needle);
   if (matches.size() < 2) return matches;
   // Few pages hold several matches: only these are put in the order of reading.
+  std::vector<const PageItem*> searched;
+  for (const PageItem& item : page.items) {
+    if (isSearched(item)) searched.push_back(&item);
+  }
   std::vector<std::size_t> place(page.items.size());
   std::size_t next = 0;
-  for (const TextRow& row : textRows(page.items)) {
+  for (const TextRow& row : textRows(std::move(searched))) {
     for (const PageItem* item : row) {
       place[static_cast<std::size_t>(item - page.items.data())] = next++;
     }
@@ -44,6 +57,10 @@ std::vector<Match> matchesOnPage(const PageItems& page, std::size_t number, std:
     return std::tie(place[a.item], a.from) < std::tie(place[b.item], b.from);
   });
   return matches;
+}
+
+std::size_t countMatches(const PageItems& page, std::size_t pageTotal, const QString& needle) {
+  return writtenMatches(page, 1, pageTotal, needle).size();
 }
 
 Finder::Finder(QObject* parent) : QObject(parent) {

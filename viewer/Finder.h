@@ -20,9 +20,10 @@ struct Match {
   bool operator==(const Match&) const = default;
 };
 
-// Without regard to case, within one item, in the order of reading. Captions are not found.
+// Without regard to case, within one item, captions included, in the order of reading.
 std::vector<Match> matchesOnPage(const PageItems& page, std::size_t number, std::size_t pageTotal,
                                  const QString& needle);
+std::size_t countMatches(const PageItems& page, std::size_t pageTotal, const QString& needle);
 
 // Searches page after page in slices between events, so that the window stays alive however long
 // the document is. A new search ends the one under way.

@@ -91,6 +91,12 @@ bool readShape(const Fields& fields, PageItem& item) {
          readNumber(fields[fieldLineWidth], kMaxTwips, item.lineWidth) && item.lineWidth >= 0;
 }
 
+// Of a line that is no item.
+Fault faultOf(std::string_view line) {
+  Fields fields;
+  return split(line, fields) ? Fault::number : Fault::fields;
+}
+
 }  // namespace
 
 std::optional<double> parseDecimal(std::string_view text, double limit) noexcept {
@@ -126,8 +132,8 @@ PageItems parsePage(std::string_view document, std::span<const LineRun> runs) {
       if (line.empty()) continue;
       if (const auto item = parseItem(line)) {
         page.items.push_back(*item);
-      } else if (page.unusableLine == 0) {
-        page.unusableLine = number;
+      } else if (!page.damage) {
+        page.damage = {faultOf(line), number};
       }
     }
   }
@@ -143,11 +149,6 @@ std::u16string itemText(const PageItem& item, std::size_t pageTotal) {
     at += total.size();
   }
   return text;
-}
-
-std::string unusableSentence(std::size_t line) {
-  return "Line " + std::to_string(line) +
-         " holds a number that cannot be used. What it describes is left out.";
 }
 
 }  // namespace bw

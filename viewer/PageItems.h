@@ -27,8 +27,8 @@ struct PageItem {
   bool pageTotal = false;  // "#TotalPaginas" in the text stands for the number of pages
   bool bold = false;
   // Field 17 zero: the small caption of a form's field, part of the form rather than of the data.
-  // It is shown and printed; finding, copying and export leave it out, so that a column of names
-  // does not come with the word "Patient" in every second cell.
+  // It is shown, printed and found; copying leaves it out, so that a column of names does not come
+  // with the word "Patient" in every second cell, and in a table it names the column.
   bool caption = false;
   double x = 0;
   double y = 0;
@@ -43,8 +43,7 @@ struct PageItem {
 
 struct PageItems {
   std::vector<PageItem> items;  // in the order of writing, later ones on top
-  // The first line whose item was left out, for a number that cannot be used; 0 without.
-  std::size_t unusableLine = 0;
+  Damage damage;                // the first line whose item was left out
 };
 
 // Items whose numbers are none, infinite or beyond reason are left out; nothing is raised.
@@ -58,8 +57,5 @@ std::optional<double> parseDecimal(std::string_view text, double limit) noexcept
 
 // The text as it is shown: decoded, the token replaced, control characters as blanks.
 std::u16string itemText(const PageItem& item, std::size_t pageTotal);
-
-// A plain sentence about PageItems::unusableLine.
-std::string unusableSentence(std::size_t line);
 
 }  // namespace bw

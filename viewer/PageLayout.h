@@ -25,11 +25,12 @@ struct PageLayout {
     return std::clamp((y - kGap) / (pageHeight + kGap) + 1, 1, std::max(pages, 1));
   }
 
-  // The largest zoom at which the height of all pages can still be counted in pixels.
+  // The largest zoom at which the height of all pages can still be counted in pixels; of millions
+  // of pages it may lie below kMinZoom.
   static double maxZoom(std::size_t pages, double pixelsHigh) noexcept {
     constexpr double kMaxHeight = 1.5e9;
     const double room = kMaxHeight / static_cast<double>(std::max<std::size_t>(pages, 1)) - kGap;
-    return std::clamp(room / pixelsHigh, kMinZoom, kMaxZoom);
+    return std::min(room / pixelsHigh, kMaxZoom);
   }
 };
 

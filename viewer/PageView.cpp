@@ -171,7 +171,8 @@ void PageView::layOut() {
   applyFit();
   const std::size_t pages = document_ ? document_->pageCount() : 0;
   const QSizeF natural = naturalPage();
-  zoom_ = std::clamp(zoom_, PageLayout::kMinZoom, PageLayout::maxZoom(pages, natural.height()));
+  zoom_ =
+      std::min(std::max(zoom_, PageLayout::kMinZoom), PageLayout::maxZoom(pages, natural.height()));
   layout_.pages = static_cast<int>(pages);
   layout_.pageWidth = static_cast<int>(std::lround(natural.width() * zoom_));
   layout_.pageHeight = static_cast<int>(std::lround(natural.height() * zoom_));

@@ -11,9 +11,6 @@
 
 namespace bw {
 
-// Told how much of a long work is done; false ends the work.
-using Progress = std::function<bool(std::size_t done, std::size_t total)>;
-
 // The table that a document lays out on its pages, found by how its items lie. What a page repeats
 // (title, date, heads of columns) is no part of it. Texts are UTF-8, without blanks at their ends.
 

@@ -1,14 +1,26 @@
 #include "viewer/Saving.h"
 
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
+#include <QStringList>
 
 #include "viewer/CsvExport.h"
 
 namespace bw {
 namespace {
 
+// What may not be replaced: why, else "".
+QString refusal(const QString& path) {
+  const QFileInfo there(path);
+  if (there.isDir()) return "there is a folder of that name";
+  return there.exists() && !there.isFile() ? "a device or pipe of that name is no file" : "";
+}
+
 template <class Write>
 Outcome saveFile(const QString& path, QString& reason, Write write) {
+  reason = refusal(path);
+  if (!reason.isEmpty()) return Outcome::failed;
   QSaveFile file(path);
   Outcome outcome = Outcome::failed;
   if (file.open(QIODevice::WriteOnly)) {
@@ -16,11 +28,55 @@ Outcome saveFile(const QString& path, QString& reason, Write write) {
     outcome = write(file);
     if (outcome == Outcome::done && !file.commit()) outcome = Outcome::failed;
   }
-  if (outcome == Outcome::failed) reason = file.errorString();
+  if (outcome != Outcome::failed) return outcome;
+  const bool told = file.error() != QFileDevice::NoError;
+  reason = told ? file.errorString() : QString("its pages could not be drawn");
   return outcome;
 }
 
+// The head of a page: its title and subtitles are centred, its date follows the word.
+struct PageHead {
+  QStringList centred;
+  QString date;
+};
+
+PageHead readHead(const PageItems& page) {
+  PageHead head;
+  QString before;
+  for (const PageItem& item : page.items) {
+    if (item.kind != ItemKind::text) continue;
+    const QString text = QString::fromStdU16String(itemText(item, 1)).trimmed();
+    if (item.align == Align::centre && item.bold) head.centred += text;
+    if (before == "Date:" && head.date.isEmpty()) head.date = text;
+    before = text;
+  }
+  return head;
+}
+
+// From month/day/year, so that names sort by it; anything else stays as it is.
+QString sortableDate(const QString& text) {
+  static const QRegularExpression pattern("^(\\d\\d)/(\\d\\d)/(\\d\\d)$");
+  const QRegularExpressionMatch match = pattern.match(text);
+  if (!match.hasMatch()) return text;
+  return QString("20%1-%2-%3").arg(match.captured(3), match.captured(1), match.captured(2));
+}
+
 }  // namespace
+
+QString reportName(const Document& document) {
+  constexpr qsizetype kLongest = 120;  // letters, of the 255 bytes that a name may have
+  const PageHead head = readHead(*document.page(1));
+  QStringList parts = head.centred.mid(0, 1);
+  for (const QString& line : head.centred.mid(1)) {
+    if (line.startsWith("Insurance: ")) parts += line.section(": ", 1);
+    if (line.startsWith("Lot: ")) parts += "Lot " + line.section(": ", 1);
+  }
+  parts += sortableDate(head.date);
+  parts.removeAll("");
+  static const QRegularExpression unfit("[/\\\\:*?\"<>|]");
+  const QString name = parts.join(", ").replace(unfit, "-").left(kLongest);
+  return name.isEmpty() ? QString("Report") : name;
+}
 
 Outcome savePdfFile(const QString& path, const Document& document, const QString& title,
                     const Progress& progress, QString& reason) {

@@ -1,7 +1,9 @@
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPrinter>
 #include <QProgressDialog>
+#include <QStandardPaths>
 #include <QStatusBar>
 
 #include "viewer/PrintDialog.h"
@@ -16,6 +18,12 @@ namespace {
 constexpr int kToldMilliseconds = 8000;
 constexpr int kProgressAfterMilliseconds = 500;
 
+// The user's, or the home folder where there is none.
+QString documentsFolder() {
+  const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QFileInfo(folder).isDir() ? folder : QDir::homePath();
+}
+
 }  // namespace
 
 void ViewerWindow::open() {
@@ -26,11 +34,10 @@ void ViewerWindow::open() {
 }
 
 QString ViewerWindow::askFile(const QString& title, const QString& filter, const QString& ending) {
-  const QFileInfo info(file_.path());
-  QFileDialog dialog(this, title, info.absolutePath(), filter);
+  QFileDialog dialog(this, title, documentsFolder(), filter);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(ending);
-  dialog.selectFile(info.completeBaseName() + '.' + ending);
+  dialog.selectFile(reportName(*document_) + '.' + ending);
   return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().front() : QString();
 }
 
@@ -62,12 +69,24 @@ bool ViewerWindow::exportCsvTo(const QString& path) {
 bool ViewerWindow::save(const QString& path, const QString& label, const Save& save) {
   const std::shared_ptr<const Document> held = document_;
   QString reason;
-  const Outcome outcome =
-      withProgress(label, [&](const Progress& progress) { return save(*held, progress, reason); });
-  if (outcome == Outcome::failed) tell(tr("\"%1\" could not be written: %2.").arg(path, reason));
+  std::optional<QString> damage;
+  const Outcome outcome = withProgress(label, [&](const Progress& progress) {
+    damage = damageFound(progress);
+    return damage ? save(*held, progress, reason) : Outcome::stopped;
+  });
+  if (outcome == Outcome::failed) {
+    tell(tr("\"%1\" could not be written: %2. Choose another name or folder and save again.")
+             .arg(path, reason));
+  }
   if (outcome != Outcome::done) return false;
-  statusBar()->showMessage(tr("Saved as %1").arg(path), kToldMilliseconds);
+  tellDone(tr("Saved as %1").arg(path), *damage);
   return true;
+}
+
+void ViewerWindow::tellDone(const QString& sentence, const QString& damage) {
+  statusBar()->showMessage(sentence, kToldMilliseconds);
+  tell(damage.isEmpty() ? QString()
+                        : tr("%1, but the report is damaged. %2").arg(sentence, damage));
 }
 
 Outcome ViewerWindow::withProgress(const QString& label, const Work& work) {
@@ -95,9 +114,12 @@ void ViewerWindow::print() {
     tell(tr("None of the pages chosen is in this report, so nothing was printed."));
     return;
   }
+  std::optional<QString> damage;
   const Outcome outcome = withProgress(tr("Printing pages..."), [&](const Progress& progress) {
-    return printPages(printer, *held, pages, progress);
+    damage = damageFound(progress);
+    return damage ? printPages(printer, *held, pages, progress) : Outcome::stopped;
   });
+  if (outcome == Outcome::done) tellDone(tr("Printed"), *damage);
   if (outcome == Outcome::failed) {
     tell(tr("The report could not be printed. Look whether the printer is ready, and try again."));
   }

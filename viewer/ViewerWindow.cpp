@@ -112,6 +112,7 @@ void ViewerWindow::connectParts() {
   connect(&finder_, &Finder::found, this, &ViewerWindow::showFound);
   connect(&finder_, &Finder::notFound, this,
           [this] { findBar_->setNote(tr("Not in this document")); });
+  connect(&matchCount_, &MatchCount::counted, this, &ViewerWindow::showCount);
   connect(&file_, &DocumentFile::rewritten, this, &ViewerWindow::reload);
   view_->setContextMenuPolicy(Qt::ActionsContextMenu);
   view_->addActions({findChild<QAction*>("copy"), findChild<QAction*>("selectPage")});
@@ -147,7 +148,9 @@ void ViewerWindow::openDocument(const QString& path) {
   QString reason;
   auto document = file_.open(path, reason);
   if (document == nullptr) {
-    tell(tr("The document \"%1\" cannot be opened: %2.").arg(path, reason));
+    tell(
+        tr("The document \"%1\" cannot be opened: %2. Open another one, or print the report again.")
+            .arg(path, reason));
     return;
   }
   showDocument(std::move(document), false);
@@ -166,6 +169,9 @@ void ViewerWindow::reload() {
 
 void ViewerWindow::showDocument(std::shared_ptr<const Document> document, bool keepPlace) {
   document_ = std::move(document);
+  damages_ = document_ ? document_->damages() : std::vector<Damage>();
+  startCheck();
+  matchCount_.begin(document_, view_->needle());
   finder_.setDocument(document_);
   thumbnails_->setDocument(document_);
   view_->setDocument(document_, keepPlace);
@@ -177,19 +183,42 @@ void ViewerWindow::showDocument(std::shared_ptr<const Document> document, bool k
   updateCommands();
 }
 
-void ViewerWindow::showTrouble() {
-  QString sentences;
-  if (document_ != nullptr) {
-    sentences = QString::fromStdString(sentence(document_->damage()));
-    const std::size_t line = document_->page(view_->currentPage())->unusableLine;
-    if (sentences.isEmpty() && line != 0) {
-      sentences = QString::fromStdString(unusableSentence(line));
+void ViewerWindow::startCheck() {
+  check_.stop();
+  if (document_ == nullptr) return;
+  check_.start(
+      document_->pageCount(),
+      [this](std::size_t page) {
+        const Damage damage = document_->parse(page).damage;
+        if (damage) damages_.push_back(damage);
+        return !damage;
+      },
+      [this] {
+        if (!damages_.empty()) showTrouble();
+      });
+}
+
+// What is told of the document that is shown, its items included; nothing when `progress` ended the
+// search.
+std::optional<QString> ViewerWindow::damageFound(const Progress& progress) {
+  if (check_.active()) {
+    check_.stop();
+    auto damages = allDamages(*document_, progress);
+    if (!damages) {
+      startCheck();
+      return std::nullopt;
     }
-    if (sentences.isEmpty() && document_->pageCount() == 0) {
-      sentences = tr("This report has no pages.");
-    }
+    damages_ = *std::move(damages);
   }
-  tell(sentences);
+  return QString::fromStdString(sentences(damages_));
+}
+
+void ViewerWindow::showTrouble() {
+  QString trouble = QString::fromStdString(sentences(damages_));
+  if (trouble.isEmpty() && document_ != nullptr && document_->pageCount() == 0) {
+    trouble = tr("This report has no pages. Print it again.");
+  }
+  tell(trouble);
 }
 
 void ViewerWindow::tell(const QString& sentence) {
@@ -240,6 +269,7 @@ void ViewerWindow::openFind() {
 
 void ViewerWindow::backToPages() {
   finder_.stop();
+  matchCount_.stop();
   view_->setNeedle(QString());
   findBar_->hide();
   view_->setFocus();
@@ -251,6 +281,7 @@ void ViewerWindow::searchTyped(const QString& text) {
   findBar_->setNote(QString());
   finder_.stop();
   finder_.findFrom(text, findStart_);
+  matchCount_.begin(document_, text);
 }
 
 void ViewerWindow::findAgain(Finder::Direction direction) {
@@ -268,7 +299,21 @@ void ViewerWindow::findAgain(Finder::Direction direction) {
 void ViewerWindow::showFound(const Match& match, bool wentRound) {
   view_->showMatch(match);
   findStart_ = match.page;
-  findBar_->setNote(wentRound ? tr("Went on from the other end") : QString());
+  wentRound_ = wentRound;
+  showCount();
+}
+
+void ViewerWindow::showCount() {
+  const auto& match = view_->match();
+  if (!match) return;
+  const auto total = matchCount_.total();
+  QString note = total ? tr("Match %1 of %2, %3 on this page")
+                             .arg(matchCount_.place(*match))
+                             .arg(*total)
+                             .arg(matchCount_.onPage(match->page))
+                       : tr("Counting the matches...");
+  if (wentRound_) note += tr("; went on from the other end");
+  findBar_->setNote(note);
 }
 
 void ViewerWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -4,10 +4,14 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "viewer/DocumentFile.h"
 #include "viewer/Finder.h"
+#include "viewer/MatchCount.h"
 #include "viewer/PageView.h"
+#include "viewer/PageWalk.h"
 #include "viewer/Printing.h"
 
 class QDockWidget;
@@ -50,6 +54,8 @@ class ViewerWindow : public QMainWindow {
   void storeSettings() const;
 
   void showDocument(std::shared_ptr<const Document> document, bool keepPlace);
+  void startCheck();
+  std::optional<QString> damageFound(const Progress& progress);
   void showTrouble();
   void tell(const QString& sentence);
   void updateCommands();
@@ -68,6 +74,7 @@ class ViewerWindow : public QMainWindow {
   void findAgain(Finder::Direction direction);
   void searchTyped(const QString& text);
   void showFound(const Match& match, bool wentRound);
+  void showCount();
   void typePage();
   void step(int pages);
   void toggleThumbnails();
@@ -76,11 +83,16 @@ class ViewerWindow : public QMainWindow {
   Outcome withProgress(const QString& label, const Work& work);
   using Save = std::function<Outcome(const Document&, const Progress&, QString& reason)>;
   bool save(const QString& path, const QString& label, const Save& save);
+  void tellDone(const QString& sentence, const QString& damage);
   QString askFile(const QString& title, const QString& filter, const QString& ending);
 
   DocumentFile file_;
   std::shared_ptr<const Document> document_;
+  std::vector<Damage> damages_;
+  PageWalk check_;  // for damaged items, which opening does not read
   Finder finder_;
+  MatchCount matchCount_;
+  bool wentRound_ = false;
   PageView* view_;
   FindBar* findBar_;
   QLabel* trouble_;

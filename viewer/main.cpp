@@ -29,17 +29,20 @@ int saveOnly(const QCommandLineParser& line) {
   std::error_code error;
   const auto document = Document::open(path.toStdString(), error);
   if (document == nullptr)
-    return complain(QString("The document \"%1\" cannot be opened: %2.")
+    return complain(QString("The document \"%1\" cannot be opened: %2. Look at its name, or print "
+                            "the report again.")
                         .arg(path, QString::fromStdString(error.message())));
-  if (document->damage()) complain(QString::fromStdString(sentence(document->damage())));
-  if (document->pageCount() == 0)
-    return document->damage() ? EXIT_FAILURE : complain("This report has no pages.");
   const auto goOn = [](std::size_t, std::size_t) { return true; };
+  const std::string damage = sentences(allDamages(*document, goOn).value());
+  if (!damage.empty()) complain(QString::fromStdString(damage));
+  if (document->pageCount() == 0)
+    return damage.empty() ? complain("This report has no pages. Print it again.") : EXIT_FAILURE;
   QString reason;
   const auto failed = [&](const QCommandLineOption& option) {
-    complain(QString("\"%1\" could not be written: %2.").arg(line.value(option), reason));
+    complain(QString("\"%1\" could not be written: %2. Name another file.")
+                 .arg(line.value(option), reason));
   };
-  int result = document->damage() ? EXIT_FAILURE : EXIT_SUCCESS;
+  int result = damage.empty() ? EXIT_SUCCESS : EXIT_FAILURE;
   if (line.isSet(kPdf) &&
       savePdfFile(line.value(kPdf), *document, QFileInfo(path).completeBaseName(), goOn, reason) !=
           Outcome::done) {

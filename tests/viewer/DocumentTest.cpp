@@ -54,38 +54,72 @@ void PrintTo(const DamageCase& damaged, std::ostream* out) { *out << damaged.nam
 
 class Damaged : public ::testing::TestWithParam<DamageCase> {};
 
-TEST_P(Damaged, IsShownUpToTheLineThatIsNamed) {
+TEST_P(Damaged, NamesTheLineAndShowsTheRest) {
   const DamageCase& damaged = GetParam();
   const Document document = documentOf(damaged.text);
-  EXPECT_EQ(document.damage().fault, damaged.fault);
-  EXPECT_EQ(document.damage().line, damaged.line);
+  const auto damages = allDamages(document, [](std::size_t, std::size_t) { return true; });
+  ASSERT_TRUE(damages);
+  ASSERT_EQ(damages->size(), damaged.fault == Fault::none ? 0U : 1U);
+  if (!damages->empty()) {
+    EXPECT_EQ(damages->front().fault, damaged.fault);
+    EXPECT_EQ(damages->front().line, damaged.line);
+  }
   EXPECT_EQ(document.pageCount(), damaged.pages);
   const bool numbered = damaged.fault != Fault::none && damaged.fault != Fault::empty;
-  EXPECT_EQ(sentence(document.damage()).find("Line " + std::to_string(damaged.line)) == 0,
-            numbered);
+  EXPECT_EQ(sentences(*damages).find("Line " + std::to_string(damaged.line)) == 0, numbered);
+}
+
+std::string manyPages(int count) {
+  std::string text = sampleHead();
+  for (int page = 1; page <= count; ++page) text += cell(page, "p");
+  return text;
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Documents, Damaged,
     ::testing::Values(
         DamageCase{"whole", sampleHead() + cell(1, "a") + cell(2, "b"), Fault::none, 0, 2},
-        DamageCase{"headOnly", "MYVIEWER10,8,11", Fault::none, 0, 0},
+        DamageCase{"headOnly", "MYVIEWER10,8,11", Fault::unended, 1, 0},
         DamageCase{"empty", "", Fault::empty, 1, 0},
         DamageCase{"rubbish", std::string("\x00\xFF\n\n,,", 6), Fault::foreign, 1, 0},
         DamageCase{"sizeIsNoNumber", sampleHead("nan,11") + cell(3, "a"), Fault::pageSize, 1, 3},
         DamageCase{"sizeTooLarge", sampleHead("8,1e308") + cell(1, "a"), Fault::pageSize, 1, 1},
         DamageCase{"heightMissing", "MYVIEWER10,8\r\n" + cell(1, "a"), Fault::pageSize, 1, 1},
         DamageCase{"fieldsMissing", sampleHead() + cell(1, "a") + "1,2,3\r\n" + cell(2, "b"),
-                   Fault::fields, 3, 1},
+                   Fault::fields, 3, 2},
+        DamageCase{"numberOfNoUse", sampleHead() + cell(1, "a") + sampleShape(2, "1e308,1,1,1"),
+                   Fault::number, 3, 2},
         DamageCase{"pageZero", sampleHead() + cell(0, "a"), Fault::pageNumber, 2, 0},
-        DamageCase{"pageBillion", sampleHead() + cell(1, "a") + cell(1000000000, "b"),
+        DamageCase{"pageNegative", sampleHead() + cell(-1, "a") + cell(1, "b"), Fault::pageNumber,
+                   2, 1},
+        DamageCase{"pageFarOff", manyPages(200) + cell(9000, "b") + cell(201, "c"),
+                   Fault::pageNumber, 202, 201},
+        DamageCase{"pageFarOffTwice", sampleHead() + cell(9'000'000, "b") + cell(9'000'000, "c"),
+                   Fault::pageNumber, 2, 0},
+        DamageCase{"pagesLostBetween", manyPages(200) + cell(240, "b") + cell(241, "c"),
+                   Fault::none, 0, 241},
+        DamageCase{"pageBeyondAll", sampleHead() + cell(1, "a") + cell(1'000'000'000, "b"),
                    Fault::pageNumber, 3, 1},
-        DamageCase{"pageNegative", sampleHead() + cell(-1, "a"), Fault::pageNumber, 2, 0},
+        DamageCase{"manyPages", manyPages(150'000), Fault::none, 0, 150'000},
         DamageCase{"endlessLine", sampleHead() + cell(1, std::string(10'000'000, ',')),
                    Fault::tooLong, 2, 0},
-        DamageCase{"lastLineWithoutEnd", sampleHead() + cell(1, "a") + "1,936", Fault::fields, 3,
+        DamageCase{"lastLineCutInItsText",
+                   sampleHead() + cell(1, "a") + cell(1, "cut").substr(0, 60), Fault::unended, 3,
                    1}),
     [](const auto& damaged) { return damaged.param.name; });
+
+TEST(Document, DamagesAreToldTogetherEachAtItsFirstLine) {
+  const Document document = documentOf(sampleHead("0,0") + cell(1, "a") + cell(0, "b") +
+                                       cell(1, "c") + "1,2\r\n" + cell(-7, "d") + "1,936");
+  const auto damages = allDamages(document, [](std::size_t, std::size_t) { return true; });
+  EXPECT_EQ(sentences(*damages),
+            "Line 1 holds no usable page size: pages of 8 by 11 inches are shown instead. "
+            "Line 3 is damaged: its page number cannot be used. What it describes is left out. "
+            "Line 7, the last one, has no end: the report may be cut off there. "
+            "Line 5 is damaged: some of its fields are missing. What it describes is left out. "
+            "Print the report again.");
+  EXPECT_EQ(textsOf(document, 1), "a\tc\n");
+}
 
 TEST(Document, PagesScatteredOverTheFileComeTogether) {
   const Document document = documentOf(sampleHead() + cell(3, "c1") + cell(1, "a1") + "\r\n" +
@@ -97,17 +131,17 @@ TEST(Document, PagesScatteredOverTheFileComeTogether) {
   EXPECT_TRUE(document.parse(4).items.empty());
 }
 
-TEST(Document, LineNumberOfAnUnusableItemCountsAllLines) {
+TEST(Document, LineNumberOfADamagedItemCountsAllLines) {
   const Document document = documentOf(sampleHead() + cell(1, "a") + cell(2, "b") + "\r\n" +
-                                       cell(1, "c") + sampleShape(1, "1e308,1,1,1"));
-  EXPECT_EQ(document.parse(1).unusableLine, 6U);
-  EXPECT_EQ(document.parse(2).unusableLine, 0U);
+                                       cell(1, "c") + cell(0, "d") + sampleShape(1, "1e308,1,1,1"));
+  EXPECT_EQ(document.parse(1).damage.line, 7U);
+  EXPECT_FALSE(document.parse(2).damage);
   EXPECT_EQ(document.parse(1).items.size(), 2U);
 }
 
 TEST(Document, LargeDocumentHasItsPagesAndRows) {
   const Document document = documentOf(sampleList(10'000));
-  EXPECT_FALSE(document.damage());
+  EXPECT_TRUE(document.damages().empty());
   ASSERT_EQ(document.pageCount(), 176U);
   EXPECT_NE(textsOf(document, 1).find("1 of 176"), std::string::npos);
   EXPECT_NE(textsOf(document, 176).find("110000\t"), std::string::npos);

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,8 +19,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
+#include <algorithm>
+#include <map>
 
 #include "tests/viewer/SampleDocument.h"
+#include "viewer/Saving.h"
 
 namespace bw {
 
@@ -180,15 +186,38 @@ TEST_F(Viewer, FindGoesForwardBackwardAndRound) {
   EXPECT_TRUE(view()->needle().isEmpty());
 }
 
+TEST_F(Viewer, FindSaysWhichOfHowManyItIs) {
+  view()->goToPage(2);
+  run("find");
+  auto* edit = part<QLineEdit>("findText");
+  auto* note = part<QLabel>("findNote");
+  const auto says = [&](const char* text) {
+    return QTest::qWaitFor([&] { return note->text() == text; }, kPatience);
+  };
+  edit->setText("aldern, moira 11");  // 11, 110 to 119
+  EXPECT_TRUE(says("Match 2 of 11, 5 on this page")) << note->text().toStdString();
+  QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_TRUE(says("Match 1 of 11, 1 on this page")) << note->text().toStdString();
+  QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_TRUE(says("Match 11 of 11, 5 on this page; went on from the other end"))
+      << note->text().toStdString();
+  write(sampleList(57 * kPages));
+  run("reload");
+  QTest::keyClick(edit, Qt::Key_Return);
+  EXPECT_TRUE(says("Match 7 of 11, 5 on this page")) << note->text().toStdString();
+}
+
 TEST_F(Viewer, MatchesOfAPageComeInTheOrderOfReading) {
   const Document document{
       DocumentBytes(sampleHead() + sampleText({.box = "100,900,1,1", .text = "abAB"}) +
                     sampleText({.box = "900,400,1,1", .text = "ab"}) +
-                    sampleText({.box = "100,400,1,1", .look = "6,0,0", .text = "ab"}) +
+                    sampleText({.box = "90,400,1,1", .look = "6,0,0", .text = "Caption ab"}) +
                     sampleText({.box = "100,404,1,1", .text = "xab"}))};
   const auto matches = matchesOnPage(document.parse(1), 1, 1, "Ab");
-  const std::vector<Match> expected = {{1, 3, 1, 2}, {1, 1, 0, 2}, {1, 0, 0, 2}, {1, 0, 2, 2}};
+  const std::vector<Match> expected = {
+      {1, 2, 8, 2}, {1, 3, 1, 2}, {1, 1, 0, 2}, {1, 0, 0, 2}, {1, 0, 2, 2}};
   EXPECT_EQ(matches, expected);
+  EXPECT_EQ(countMatches(document.parse(1), 1, "Ab"), expected.size());
 }
 
 TEST_F(Viewer, DragCopiesTheTextsThatItTouches) {
@@ -218,19 +247,23 @@ TEST_F(Viewer, DocumentWrittenAnewKeepsPageAndZoom) {
   EXPECT_EQ(box->value(), 2);
 }
 
-TEST_F(Viewer, TroubleNamesTheLineAndGoesAway) {
+TEST_F(Viewer, TroubleNamesTheLineOnOpenAndOnSaveAndGoesAway) {
   EXPECT_EQ(trouble(), "");
-  write(sampleHead() + sampleText({.text = "a"}) + "1,2\r\n");
+  const std::string list = sampleList(57 * kPages);
+  const auto lines = std::count(list.begin(), list.end(), '\n');
+  write(list + sampleText({.page = kPages, .look = "nan,0,1"}));
+  const QString named = QString("Line %1 ").arg(lines + 1);
   run("reload");
-  EXPECT_TRUE(trouble().startsWith("Line 3 "));
-  write(sampleHead() + sampleText({.text = "a"}) + sampleText({.page = 2, .look = "nan,0,1"}));
+  ASSERT_TRUE(window_.exportCsvTo(path("out.csv")));  // before the last page was looked at
+  EXPECT_TRUE(trouble().contains("out.csv") && trouble().contains(named));
   run("reload");
-  EXPECT_EQ(trouble(), "");
-  run("nextPage");
-  EXPECT_TRUE(trouble().startsWith("Line 3 "));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return trouble().startsWith(named); }, kPatience));
+  ASSERT_TRUE(window_.savePdfAs(path("out.pdf")));
+  EXPECT_TRUE(trouble().contains("out.pdf") && trouble().contains(named));
   window_.openDocument(path("none.myv"));
   EXPECT_TRUE(trouble().contains("none.myv"));
-  EXPECT_EQ(part<QSpinBox>("pageBox")->maximum(), 2);
+  EXPECT_EQ(part<QSpinBox>("pageBox")->maximum(), kPages);
+  write(list);
   window_.openDocument(path());
   EXPECT_EQ(trouble(), "");
 }
@@ -253,8 +286,43 @@ TEST_F(Viewer, SavedFilesAreWholeAndPrivate) {
   EXPECT_TRUE(csv.contains("100001,\"Aldern, Moira 1\",6/15/1961~"));
   const auto others = QFile::ReadGroup | QFile::ReadOther;
   EXPECT_FALSE(QFile::permissions(path("out.csv")) & others);
-  EXPECT_FALSE(window_.exportCsvTo(path("no/such/folder.csv")));
-  EXPECT_TRUE(trouble().contains("folder.csv"));
+}
+
+TEST_F(Viewer, WhatCannotBeWrittenSaysWhyAndLeavesWhatIsThere) {
+  const QString pipe = path("pipe.csv");
+  ASSERT_EQ(::mkfifo(qPrintable(pipe), S_IRUSR | S_IWUSR), 0);
+  ASSERT_TRUE(QDir(folder_.path()).mkdir("folder.csv"));
+  ASSERT_TRUE(QFile::link("/dev/full", path("link.csv")));
+  const std::map<QString, QString> reasons = {{"no/such/folder.csv", "No such file"},
+                                              {"folder.csv", "a folder"},
+                                              {"pipe.csv", "no file"},
+                                              {"link.csv", "no file"}};
+  for (const auto& [name, reason] : reasons) {
+    for (const auto save : {&ViewerWindow::exportCsvTo, &ViewerWindow::savePdfAs}) {
+      EXPECT_FALSE((window_.*save)(folder_.filePath(name)));
+      EXPECT_TRUE(trouble().contains(name) && trouble().contains(reason))
+          << trouble().toStdString();
+    }
+  }
+  struct stat status = {};
+  ASSERT_EQ(::stat(qPrintable(pipe), &status), 0);
+  EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+
+TEST_F(Viewer, FilesAreNamedByWhatTheReportSays) {
+  const auto centred = [](const std::string& text) {
+    return sampleText({.flags = ",0,1,0", .look = "12,1,1", .text = text});
+  };
+  const std::string date = sampleText({.text = "Date:"}) + sampleText({.text = "06/15/03"});
+  const auto named = [](const std::string& text) {
+    return reportName(Document{DocumentBytes(sampleHead() + text)});
+  };
+  EXPECT_EQ(named(date + centred("Billing (All)(B)") + centred("Patient: Moira Aldern") +
+                  centred(" Insurance: Harrow/East: \"A\"") + centred(" Lot: 200306151")),
+            "Billing (All)(B), Harrow-East- -A-, Lot 200306151, 2003-06-15");
+  EXPECT_EQ(named(centred("Patients (All)")), "Patients (All)");
+  EXPECT_EQ(named(sampleText({.text = "a"})), "Report");
+  EXPECT_EQ(named(centred(std::string(5000, 'x'))).size(), 120);
 }
 
 TEST_F(Viewer, ZoomAndSidePaneOutliveTheWindow) {
@@ -272,13 +340,13 @@ TEST_F(Viewer, ZoomAndSidePaneOutliveTheWindow) {
   EXPECT_EQ(ViewerWindow().findChild<PageView*>("pageView")->fit(), PageView::Fit::width);
 }
 
-TEST(PageLayout, AHundredThousandTallPagesStayCountable) {
+TEST(PageLayout, MillionsOfTallPagesStayCountable) {
   const double zoom = PageLayout::maxZoom(DocumentIndex::kMaxPage, 100 * 96);
   PageLayout layout;
   layout.pages = static_cast<int>(DocumentIndex::kMaxPage);
   layout.pageHeight = qRound(100 * 96 * zoom);
   EXPECT_GT(layout.height(), 0);
-  EXPECT_EQ(layout.pageAt(layout.top(99'999)), 99'999);
+  EXPECT_EQ(layout.pageAt(layout.top(9'999'999)), 9'999'999);
   EXPECT_EQ(layout.pageAt(layout.height()), layout.pages);
   EXPECT_EQ(layout.pageAt(-50), 1);
 }
