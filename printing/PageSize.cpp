@@ -5,8 +5,8 @@
 #include <QLabel>
 #include <QPageLayout>
 #include <QPrinterInfo>
-#include <array>
 #include <optional>
+#include <utility>
 
 #include "controls/Dialog.h"
 #include "core/Principal.h"
@@ -15,9 +15,17 @@
 namespace bw {
 namespace {
 
-constexpr std::array kPapers = {QPageSize::Letter,  QPageSize::Legal, QPageSize::Executive,
-                                QPageSize::Tabloid, QPageSize::A3,    QPageSize::A4,
-                                QPageSize::A5};
+struct KnownPaper {
+  const char* name;
+  QPageSize::PageSizeId size;
+};
+constexpr KnownPaper kPapers[] = {{"Letter", QPageSize::Letter},
+                                  {"Legal", QPageSize::Legal},
+                                  {"Executive", QPageSize::Executive},
+                                  {"Tabloid", QPageSize::Tabloid},
+                                  {"A3", QPageSize::A3},
+                                  {"A4", QPageSize::A4},
+                                  {"A5", QPageSize::A5}};
 
 struct Paper {
   QPageSize size;
@@ -63,23 +71,34 @@ class PageSetup : public Dialog {
     grid->addWidget(makeFoot(
                         {}, [this] { ok(); }, [this] { unload(); }),
                     3, 0, 1, 2);
-    way_->addItems({"Upright", "Across"});
-    for (const QPageSize::PageSizeId paper : kPapers) addPaper(QPageSize(paper));
+    way_->addItems({"Portrait", "Landscape"});
+    for (const KnownPaper& paper : kPapers) addPaper(paper.name, QPageSize(paper.size));
     for (QComboBox* box : {paper_, way_})
       onEvent(box, &QComboBox::currentIndexChanged, this, [this] { showSize(); });
   }
 
   void load() {
-    before_ = paperInForce().value_or(Paper{QPageSize(QPageSize::Letter)});
-    const QString name = before_.size.name();
-    if (paper_->findText(name) < 0) addPaper(before_.size);
-    paper_->setCurrentIndex(paper_->findText(name));
-    way_->setCurrentIndex(before_.across ? 1 : 0);
+    const Paper inForce = paperInForce().value_or(Paper{QPageSize(QPageSize::Letter)});
+    before_ = {indexOf(inForce.size), inForce.across ? 1 : 0};
+    paper_->setCurrentIndex(before_.first);
+    way_->setCurrentIndex(before_.second);
     showSize();
   }
 
  private:
-  void addPaper(const QPageSize& size) { paper_->addItem(size.name(), QVariant::fromValue(size)); }
+  void addPaper(const QString& name, const QPageSize& size) {
+    paper_->addItem(name, QVariant::fromValue(size));
+  }
+
+  // A paper that is not offered is a printer's own, and is offered then.
+  int indexOf(const QPageSize& size) {
+    for (int i = 0; i < paper_->count(); ++i)
+      if (paper_->itemData(i).value<QPageSize>().isEquivalentTo(size)) return i;
+    addPaper(size.name(), size);
+    return paper_->count() - 1;
+  }
+
+  std::pair<int, int> chosen() const { return {paper_->currentIndex(), way_->currentIndex()}; }
 
   Paper paper() const {
     return {paper_->currentData().value<QPageSize>(), way_->currentIndex() == 1};
@@ -93,10 +112,8 @@ class PageSetup : public Dialog {
   }
 
   void ok() {
-    const Paper chosen = paper();
-    const bool same = chosen.size == before_.size && chosen.across == before_.across;
-    if (!same) {
-      chosenPaper() = chosen;
+    if (chosen() != before_) {
+      chosenPaper() = paper();
       readPageSize();
     }
     unload();
@@ -105,7 +122,7 @@ class PageSetup : public Dialog {
   QComboBox* paper_;
   QComboBox* way_;
   QLabel* note_;
-  Paper before_;
+  std::pair<int, int> before_;
 };
 
 }  // namespace

@@ -1,9 +1,12 @@
 #include "viewer/Saving.h"
 
+#include <unistd.h>
+
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QStringList>
+#include <cerrno>
 
 #include "viewer/CsvExport.h"
 
@@ -17,6 +20,14 @@ QString refusal(const QString& path) {
   return there.exists() && !there.isFile() ? "a device or pipe of that name is no file" : "";
 }
 
+// Why the file, still open or never opened, could not be written. A full disk takes a part of what
+// is written without a word and tells at the next byte.
+QString reasonOf(const QSaveFile& file) {
+  if (file.error() == QFileDevice::NoError) return "its pages could not be drawn";
+  const bool open = file.handle() >= 0;
+  return open && ::write(file.handle(), " ", 1) < 0 ? qt_error_string(errno) : file.errorString();
+}
+
 template <class Write>
 Outcome saveFile(const QString& path, QString& reason, Write write) {
   reason = refusal(path);
@@ -26,11 +37,11 @@ Outcome saveFile(const QString& path, QString& reason, Write write) {
   if (file.open(QIODevice::WriteOnly)) {
     file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     outcome = write(file);
-    if (outcome == Outcome::done && !file.commit()) outcome = Outcome::failed;
+    // What is flushed by committing fails without a reason.
+    if (outcome == Outcome::done && !(file.flush() && file.commit())) outcome = Outcome::failed;
   }
   if (outcome != Outcome::failed) return outcome;
-  const bool told = file.error() != QFileDevice::NoError;
-  reason = told ? file.errorString() : QString("its pages could not be drawn");
+  reason = reasonOf(file);
   return outcome;
 }
 

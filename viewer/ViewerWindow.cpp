@@ -7,6 +7,7 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QMimeData>
+#include <QScreen>
 #include <QSettings>
 #include <QSpinBox>
 #include <QToolBar>
@@ -120,7 +121,10 @@ void ViewerWindow::connectParts() {
 
 void ViewerWindow::restoreSettings() {
   const QSettings stored = settings();
-  resize(1000, 800);
+  // With room for the frame: the find bar is at the foot.
+  constexpr QSize kUsual(1000, 800);
+  constexpr QSize kFrame(16, 48);
+  resize(kUsual.boundedTo(screen()->availableSize() - kFrame));
   restoreGeometry(stored.value("Window/Geometry").toByteArray());
   side_->setVisible(stored.value("Window/Thumbnails", true).toBool());
   const QString fit = stored.value("View/Fit", "width").toString();

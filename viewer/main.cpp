@@ -39,7 +39,7 @@ int saveOnly(const QCommandLineParser& line) {
     return damage.empty() ? complain("This report has no pages. Print it again.") : EXIT_FAILURE;
   QString reason;
   const auto failed = [&](const QCommandLineOption& option) {
-    complain(QString("\"%1\" could not be written: %2. Name another file.")
+    complain(QString("\"%1\" could not be written: %2. Name another file or folder.")
                  .arg(line.value(option), reason));
   };
   int result = damage.empty() ? EXIT_SUCCESS : EXIT_FAILURE;

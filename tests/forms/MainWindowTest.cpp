@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
 #include <QSettings>
 #include <QTest>
@@ -66,6 +67,29 @@ TEST_F(MainWindowTest, AStoredTextThatNamesNothingEndsTheLoad) {
   store("Settings", "ActiveFilter", "0");
   store("Settings", "MainLeft", "wide");
   EXPECT_THROW(openMainWindow(), RuntimeError);
+}
+
+TEST_F(MainWindowTest, PageSetupOpensOnThePaperInForceAndKeepsItUntouched) {
+  using Size = std::pair<int, int>;
+  openMainWindow();
+  ASSERT_EQ(Size(PageWidthInches, PageHeightInches), Size(8, 11));
+  const auto setUp = [&](const char* shown, const char* paper, const char* way, bool ok) {
+    script.in("frmPageSetup", [=](QWidget& dialog) {
+      auto& papers = control<QComboBox>(dialog, "cmbPaper");
+      EXPECT_EQ(papers.currentText().toStdString(), shown);
+      if (paper != nullptr) papers.setCurrentIndex(papers.findText(paper));
+      if (way != nullptr) control<QComboBox>(dialog, "cmbOrientation").setCurrentText(way);
+      click(dialog, ok ? "btnOk" : "btnCancel");
+    });
+    trigger(window(), "mnuFilePageSetup");
+    return Size(PageWidthInches, PageHeightInches);
+  };
+  EXPECT_EQ(setUp("Letter", nullptr, nullptr, true), Size(8, 11));
+  EXPECT_EQ(setUp("Letter", "A4", "Landscape", false), Size(8, 11));
+  EXPECT_EQ(setUp("Letter", "A4", nullptr, true), Size(8, 12));
+  EXPECT_EQ(setUp("A4", nullptr, nullptr, true), Size(8, 12));
+  EXPECT_EQ(setUp("A4", "Letter", "Landscape", true), Size(11, 8));
+  EXPECT_EQ(setUp("Letter", nullptr, "Portrait", true), Size(8, 11));
 }
 
 TEST_F(MainWindowTest, OnlyAChangeOfViewOrFilterReadsTheList) {
