@@ -1,10 +1,7 @@
 #include "catalogues/CatalogueEditor.h"
 
-#include <QGroupBox>
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 
@@ -28,25 +25,10 @@ ComboBox* CatalogueEditor::addCombo(const char* label, const char* name) {
   return box;
 }
 
-void CatalogueEditor::addFrame(const Frame& frame, WorkingList& rows, std::function<void()> add) {
-  auto* box = named(new QGroupBox(frame.title, this), "Frame1", frame.title);
-  auto* column = new QVBoxLayout(box);
-  ListView& list = rows.list();
-  list.setParent(box);
-  column->addWidget(named(&list, "ListView1", frame.title));
-  list.stretchLastColumn();
-  list.onInsertKey = add;
-  list.onDeleteKey = [&rows] { rows.toggleSelected(); };
-  auto* buttons = new QHBoxLayout;
-  auto* addButton = makeButton("Command1", "&add", box, std::move(add));
-  auto* delButton = makeButton("Command2", "de&l", box, [&rows] { rows.toggleSelected(); });
-  addButton->setToolTip(frame.addTip);
-  delButton->setToolTip(frame.delTip);
-  buttons->addWidget(addButton);
-  buttons->addWidget(delButton);
-  buttons->addStretch();
-  column->addLayout(buttons);
-  column_->addWidget(box, 1);
+void CatalogueEditor::addDetails(const DetailFrame& frame, WorkingList& details,
+                                 std::function<void()> add) {
+  details.list().stretchLastColumn();
+  column_->addWidget(makeDetailFrame(frame, details, this, std::move(add)), 1);
 }
 
 void CatalogueEditor::addFoot(std::function<void()> ok, std::function<void()> onCancel) {
@@ -64,19 +46,6 @@ void CatalogueEditor::finish(int result, const std::string& message) {
 void CatalogueEditor::cancel() {
   RecordSaved = false;
   unload();
-}
-
-bool openLookup(RecordSetRef& rows, const char* statement, const char* emptyMessage) {
-  std::string message;
-  if (OpenRecordset(rows, statement, message) != 0) return MsgBox(message), false;
-  if (rows->RecordCount() == 0) return MsgBox(emptyMessage), false;
-  return true;
-}
-
-bool foundRecord(const RecordSetRef& record) {
-  if (record && record->RecordCount() > 0) return true;
-  MsgBox("Record not found.  Please report this error!");
-  return false;
 }
 
 }  // namespace bw

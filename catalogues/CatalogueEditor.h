@@ -5,6 +5,8 @@
 
 #include "controls/ComboBox.h"
 #include "controls/Dialog.h"
+#include "lists/DetailFrame.h"
+#include "lists/EditedRecord.h"
 #include "lists/WorkingList.h"
 
 class QVBoxLayout;
@@ -20,13 +22,7 @@ class CatalogueEditor : public Dialog {
   QLineEdit* addText(const char* label, const char* name);
   ComboBox* addCombo(const char* label, const char* name);
 
-  // The frame of a working list, with its buttons "add" and "del".
-  struct Frame {
-    const char* title;
-    const char* addTip;
-    const char* delTip;
-  };
-  void addFrame(const Frame& frame, WorkingList& rows, std::function<void()> add);
+  void addDetails(const DetailFrame& frame, WorkingList& details, std::function<void()> add);
   // Without a handler of its own Cancel does what cancel() does.
   void addFoot(std::function<void()> ok, std::function<void()> onCancel = {});
 
@@ -38,11 +34,5 @@ class CatalogueEditor : public Dialog {
   QVBoxLayout* column_;
   QGridLayout* grid_;
 };
-
-// Opens the rows of a combo box. False, after a message, when that fails or there are none.
-bool openLookup(RecordSetRef& rows, const char* statement, const char* emptyMessage);
-
-// Whether a Get delivered its record. If not, that is told in a message.
-bool foundRecord(const RecordSetRef& record);
 
 }  // namespace bw

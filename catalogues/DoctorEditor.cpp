@@ -1,7 +1,6 @@
 #include "catalogues/CatalogueEditor.h"
 #include "catalogues/Editors.h"
 #include "controls/QtText.h"
-#include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLDoctors.h"
@@ -34,20 +33,20 @@ DoctorEditor::DoctorEditor(QWidget* owner)
       TxtDescription(addText("&Description:", "TxtDescription")),
       TxtBillingCode(addText("&Billing code:", "TxtBillingCode")),
       coverage_(*new ListView({{"Names", "Doctor", 3400}}, {}, this)) {
-  addFrame({"Doctors covered", "Add a doctor (Insert)",
-            "Remove the selected doctor, or keep him after all (Delete)"},
-           coverage_, [this] { add(); });
+  addDetails({.title = "Doctors covered",
+              .addTip = "Add a doctor (Insert)",
+              .delTip = "Remove the selected doctor, or keep him after all (Delete)",
+              .delText = "de&l"},
+             coverage_, [this] { add(); });
   addFoot([this] { ok(); });
   resize(440, 400);
 }
 
 void DoctorEditor::load() {
   NotLoaded = true;
-  std::string message;
-  if (OpenRecordset(coverage_.rows,
-                    concat("Select * From Coverage Where DoctorCode=", CurrentDoctorCode),
-                    message) != 0)
-    return MsgBox(message);
+  if (!openRows(coverage_.rows,
+                concat("Select * From Coverage Where DoctorCode=", CurrentDoctorCode)))
+    return;
   if (CurrentDoctorCode != 0 && !loadStored()) return;
   NotLoaded = false;
 }
@@ -87,19 +86,14 @@ void DoctorEditor::ok() {
     if (state != pending::kRemoved) appendCode(list, coverage_.rows->code("CoveringDoctorCode"));
   });
   std::string message;
-  const auto write = [&](auto routine) {
-    return routine(CurrentDoctorCode, fromQt(TxtDescription->text()),
-                   fromQt(TxtBillingCode->text()), list, message);
-  };
-  const int result = CurrentDoctorCode != 0 ? write(DoctorUpdate) : write(DoctorInsert);
+  const int result = storeRecord<DoctorInsert, DoctorUpdate>(CurrentDoctorCode, message,
+                                                             fromQt(TxtDescription->text()),
+                                                             fromQt(TxtBillingCode->text()), list);
   finish(result, message);
 }
 
 }  // namespace
 
-const Form& frmEditDoctor() {
-  static const Form form(showModal<DoctorEditor>);
-  return form;
-}
+const Form& frmEditDoctor() { return formOf<DoctorEditor>(); }
 
 }  // namespace bw

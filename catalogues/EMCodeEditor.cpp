@@ -99,7 +99,7 @@ void EMCodeEditor::load() {
 
 bool EMCodeEditor::openLookups() {
   for (std::size_t i = 0; i < kLookups; ++i)
-    if (!openLookup(lookupRows_[i], kLookupRows[i].statement, kLookupRows[i].emptyMessage))
+    if (!openRows(lookupRows_[i], kLookupRows[i].statement, kLookupRows[i].emptyMessage))
       return false;
   return true;
 }
@@ -135,21 +135,15 @@ std::int16_t EMCodeEditor::numberOf(Choice choice) const {
 
 void EMCodeEditor::ok() {
   std::string message;
-  const auto write = [&](auto routine) {
-    return routine(CurrentEMCode, fromQt(TxtDescription->text()), codeOf(kFacility),
-                   codeOf(kCharge), codeOf(kAttention), fromQt(TxtBillingCode->text()),
-                   fromQt(TxtRealCode->text()), numberOf(kShowOnFirst), numberOf(kShowOnNext),
-                   numberOf(kSequence), message);
-  };
-  const int result = CurrentEMCode != 0 ? write(EMCodeUpdate) : write(EMCodeInsert);
+  const int result = storeRecord<EMCodeInsert, EMCodeUpdate>(
+      CurrentEMCode, message, fromQt(TxtDescription->text()), codeOf(kFacility), codeOf(kCharge),
+      codeOf(kAttention), fromQt(TxtBillingCode->text()), fromQt(TxtRealCode->text()),
+      numberOf(kShowOnFirst), numberOf(kShowOnNext), numberOf(kSequence));
   finish(result, message);
 }
 
 }  // namespace
 
-const Form& frmEditEMCode() {
-  static const Form form(showModal<EMCodeEditor>);
-  return form;
-}
+const Form& frmEditEMCode() { return formOf<EMCodeEditor>(); }
 
 }  // namespace bw

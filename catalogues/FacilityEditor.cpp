@@ -1,7 +1,6 @@
 #include "catalogues/CatalogueEditor.h"
 #include "catalogues/Editors.h"
 #include "controls/QtText.h"
-#include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLFacilities.h"
@@ -26,8 +25,7 @@ class FacilityEditor : public CatalogueEditor {
   void add();
   void openSelected();
   void ok();
-  template <class Routine>
-  bool storeFacility(Routine routine);
+  bool storeFacility();
   bool storeNewWards();
   void storeWards();
   int storeWard(int state, std::string& message);
@@ -47,9 +45,11 @@ FacilityEditor::FacilityEditor(QWidget* owner)
       TxtBillingCode(addText("Billing code &Inpatients:", "TxtBillingCode")),
       TxtBillingCodeOut(addText("Billing code &Outpatients:", "TxtBillingCodeOut")),
       wards_(*new ListView({{"Description", "Description", 3600}}, {}, this)) {
-  addFrame(
-      {"Wards", "Add a ward (Insert)", "Remove the selected ward, or keep it after all (Delete)"},
-      wards_, [this] { add(); });
+  addDetails({.title = "Wards",
+              .addTip = "Add a ward (Insert)",
+              .delTip = "Remove the selected ward, or keep it after all (Delete)",
+              .delText = "de&l"},
+             wards_, [this] { add(); });
   wards_.list().onOpen = [this] { openSelected(); };
   addFoot([this] { ok(); });
   resize(480, 460);
@@ -62,8 +62,8 @@ FacilityEditor::~FacilityEditor() {
 
 void FacilityEditor::load() {
   NotLoaded = true;
-  if (!openLookup(RsFacilityTypes, "select * from FacilityTypes",
-                  "You have to define Facility Types first!"))
+  if (!openRows(RsFacilityTypes, "select * from FacilityTypes",
+                "You have to define Facility Types first!"))
     return;
   CBFacilityTypes->fillFrom(RsFacilityTypes, "Description");
   CBFacilityTypes->setListIndex(0);
@@ -71,13 +71,8 @@ void FacilityEditor::load() {
 }
 
 bool FacilityEditor::openWards() {
-  std::string message;
-  if (OpenRecordset(wards_.rows,
-                    concat("select * from FacilityWards Where FacilityCode=", CurrentFacilityCode),
-                    message) == 0)
-    return true;
-  MsgBox(message);
-  return false;
+  return openRows(wards_.rows,
+                  concat("select * from FacilityWards Where FacilityCode=", CurrentFacilityCode));
 }
 
 bool FacilityEditor::loadStored() {
@@ -136,22 +131,22 @@ void FacilityEditor::openSelected() {
 // that was there all go through, whichever fails, and the dialog goes. Both are wanted.
 void FacilityEditor::ok() {
   CBFacilityTypes->moveToSelected(RsFacilityTypes);
-  if (CurrentFacilityCode == 0) {
-    if (!storeFacility(FacilityInsert) || !storeNewWards()) return;
-  } else {
-    if (!storeFacility(FacilityUpdate)) return;
+  const bool isNew = CurrentFacilityCode == 0;
+  if (!storeFacility()) return;
+  if (!isNew)
     storeWards();
-  }
+  else if (!storeNewWards())
+    return;
   unload();
   RecordSaved = true;
 }
 
-template <class Routine>
-bool FacilityEditor::storeFacility(Routine routine) {
+bool FacilityEditor::storeFacility() {
   std::string message;
-  if (routine(CurrentFacilityCode, fromQt(TxtDescription->text()),
-              RsFacilityTypes->code("FacilityTypeCode"), fromQt(TxtBillingCode->text()),
-              fromQt(TxtBillingCodeOut->text()), message) == 0)
+  if (storeRecord<FacilityInsert, FacilityUpdate>(
+          CurrentFacilityCode, message, fromQt(TxtDescription->text()),
+          RsFacilityTypes->code("FacilityTypeCode"), fromQt(TxtBillingCode->text()),
+          fromQt(TxtBillingCodeOut->text())) == 0)
     return true;
   MsgBox(message);
   return false;

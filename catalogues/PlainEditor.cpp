@@ -3,7 +3,6 @@
 #include "catalogues/CatalogueEditor.h"
 #include "catalogues/Editors.h"
 #include "controls/QtText.h"
-#include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLDiagnosis.h"
@@ -55,14 +54,12 @@ struct PlainRow {
 // Writes the values in the order in which the routines take them.
 template <auto insert, auto update, auto... values>
 int store(std::int16_t& code, const Values& from, std::string& message) {
-  return code != 0 ? update(code, from.*values..., message)
-                   : insert(code, from.*values..., message);
+  return storeRecord<insert, update>(code, message, from.*values...);
 }
 
 RecordSetRef readSicknessTypes() {
   RecordSetRef rows;
-  std::string message;
-  if (OpenRecordset(rows, "select * from SicknessType", message) != 0) MsgBox(message);
+  openRows(rows, "select * from SicknessType");
   return rows;
 }
 
@@ -187,21 +184,12 @@ void PlainEditor::ok() {
   finish(result, message);
 }
 
-template <const PlainRow& row>
-const Form& plainForm() {
-  struct Bound : PlainEditor {
-    explicit Bound(QWidget* owner) : PlainEditor(row, owner) {}
-  };
-  static const Form form(showModal<Bound>);
-  return form;
-}
-
 }  // namespace
 
-const Form& frmEditInsurance() { return plainForm<kInsurance>(); }
-const Form& frmEditProcedure() { return plainForm<kProcedure>(); }
-const Form& frmEditDiagnosis() { return plainForm<kDiagnosis>(); }
-const Form& frmEditDiagnosisFamily() { return plainForm<kDiagnosisFamily>(); }
-const Form& frmEditSickness() { return plainForm<kSickness>(); }
+const Form& frmEditInsurance() { return formOf<PlainEditor, kInsurance>(); }
+const Form& frmEditProcedure() { return formOf<PlainEditor, kProcedure>(); }
+const Form& frmEditDiagnosis() { return formOf<PlainEditor, kDiagnosis>(); }
+const Form& frmEditDiagnosisFamily() { return formOf<PlainEditor, kDiagnosisFamily>(); }
+const Form& frmEditSickness() { return formOf<PlainEditor, kSickness>(); }
 
 }  // namespace bw

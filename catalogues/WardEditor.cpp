@@ -32,9 +32,6 @@ class WardEditor : public CatalogueEditor {
 
 }  // namespace
 
-const Form& frmEditWard() {
-  static const Form form(showModal<WardEditor>);
-  return form;
-}
+const Form& frmEditWard() { return formOf<WardEditor>(); }
 
 }  // namespace bw

@@ -5,12 +5,11 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
+#include "data/ChargeCodes.h"
 #include "platform/RelaxedSync.h"
 
 namespace bw {
 namespace {
-
-constexpr std::int16_t kArchivedByRun = 3;  // not the "Archived" of the charge editor, which is 2
 
 void archiveOne(const RecordSet& charge) {
   constexpr std::int32_t kLotStays = -1;

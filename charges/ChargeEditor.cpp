@@ -312,9 +312,6 @@ void ChargeEditor::cancel() {
   unload();
 }
 
-const Form& frmEditCharge() {
-  static const Form form(showModal<ChargeEditor>);
-  return form;
-}
+const Form& frmEditCharge() { return formOf<ChargeEditor>(); }
 
 }  // namespace bw

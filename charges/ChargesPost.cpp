@@ -4,6 +4,7 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
+#include "data/ChargeCodes.h"
 #include "lists/Lists.h"
 #include "platform/RelaxedSync.h"
 #include "platform/Text.h"
@@ -24,16 +25,16 @@ void forEachReady(RecordSet& charges, Visit visit) {
   const std::ptrdiff_t count = charges.RecordCount();
   for (std::ptrdiff_t position = 1; position <= count; ++position) {
     charges.setAbsolutePosition(position);
-    if (charges.integer("status") == 0) visit();
+    if (charges.integer("status") == kReady) visit();
   }
 }
 
 void postOne(RecordSet& charge, std::int32_t lot) {
   std::string message;
   if (ChargeSetPrintLot(charge.code("PatientId"), charge.date("ChargeDate"),
-                        charge.time("ChargeTime"), lot, 1, message) != 0)
+                        charge.time("ChargeTime"), lot, kPosted, message) != 0)
     return MsgBox("Problems updating status: " + message);
-  charge.set("status", 1);
+  charge.set("status", std::int32_t{kPosted});
   charge.set("statusDescription", "Posted");
 }
 

@@ -44,9 +44,6 @@ void ArchiveDialog::archive() {
 
 }  // namespace
 
-const Form& frmArchiveCharges() {
-  static const Form form(showModal<ArchiveDialog>);
-  return form;
-}
+const Form& frmArchiveCharges() { return formOf<ArchiveDialog>(); }
 
 }  // namespace bw

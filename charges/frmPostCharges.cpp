@@ -75,9 +75,6 @@ void PostDialog::post() {
 
 }  // namespace
 
-const Form& frmPostCharges() {
-  static const Form form(showModal<PostDialog>);
-  return form;
-}
+const Form& frmPostCharges() { return formOf<PostDialog>(); }
 
 }  // namespace bw

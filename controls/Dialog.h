@@ -47,11 +47,12 @@ class Dialog : public QDialog {
   QPushButton* cancel_ = nullptr;
 };
 
-// Shows a dialog of a class with a load() and returns when it is unloaded. An error in load() is
-// one of an event: it ends the process, whatever the opener passes over.
-template <class DialogClass>
+// Shows a dialog of a class with a load() and returns when it is unloaded; one of a family is made
+// from its row of the family's table. An error in load() is one of an event: it ends the process,
+// whatever the opener passes over.
+template <class DialogClass, const auto&... row>
 void showModal(QWidget* owner) {
-  DialogClass dialog(owner);
+  DialogClass dialog(row..., owner);
   guarded([&] { dialog.load(); });
   if (!dialog.NotLoaded) dialog.exec();
 }
@@ -70,6 +71,13 @@ class Form {
  private:
   Show show_;
 };
+
+// The form of a dialog class.
+template <class DialogClass, const auto&... row>
+const Form& formOf() {
+  static const Form form(showModal<DialogClass, row...>);
+  return form;
+}
 
 // Puts "label: field" into a grid, the label's mnemonic leading to the field. `label` may hold an
 // "&" in front of the mnemonic's letter. The field's accessible name is the label as it is read.

@@ -1,18 +1,18 @@
 #include "patients/frmAdmitPatient.h"
 
-#include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
 #include "controls/ComboBox.h"
-#include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLDoctors.h"
 #include "data/BWSQLFacilities.h"
 #include "data/BWSQLPatients.h"
 #include "data/BWSQLWards.h"
+#include "data/ChargeCodes.h"
+#include "lists/DetailFrame.h"
+#include "lists/EditedRecord.h"
 #include "lists/WorkingList.h"
 #include "patients/PatientAdmission.h"
 #include "platform/Text.h"
@@ -20,9 +20,10 @@
 namespace bw {
 namespace {
 
-// How an attending doctor who is not among the visitors becomes one, whatever these codes mean.
-constexpr std::int16_t kAttendingType = 1;
-constexpr std::int16_t kAttendingFrequency = 1;
+// How an attending doctor who is not among the visitors becomes one, also where the tables give
+// these codes another meaning.
+constexpr AttentionType kAttendingType = kConsult;
+constexpr std::int16_t kAttendingFrequency = 1;  // daily
 
 class AdmitPatient : public Dialog {
  public:
@@ -51,8 +52,6 @@ class AdmitPatient : public Dialog {
   ComboBox* CBFacilityWards;
   ComboBox* CBDoctors;
   ListView* ListView1;
-  QPushButton* Command1 = nullptr;
-  QPushButton* Command2 = nullptr;
   WorkingList VisitingDoctors;
 };
 
@@ -104,22 +103,11 @@ void AdmitPatient::build() {
 
 QWidget* AdmitPatient::buildVisitors() {
   auto* frame =
-      named(new QGroupBox("Doctors visiting patient", this), "Frame1", "Doctors visiting patient");
-  auto* column = new QVBoxLayout(frame);
-  named(ListView1, "ListView1", "Doctors visiting patient");
+      makeDetailFrame({.title = "Doctors visiting patient",
+                       .addTip = "Add a visiting doctor (Insert)",
+                       .delTip = "Remove the selected doctor, or keep him after all (Delete)"},
+                      VisitingDoctors, this, [this] { addVisitor(); });
   ListView1->stretchColumn(0);
-  ListView1->onInsertKey = [this] { addVisitor(); };
-  ListView1->onDeleteKey = [this] { VisitingDoctors.toggleSelected(); };
-  column->addWidget(ListView1);
-  auto* buttons = new QHBoxLayout;
-  Command1 = makeButton("Command1", "&add", frame, [this] { addVisitor(); });
-  Command1->setToolTip("Add a visiting doctor (Insert)");
-  Command2 = makeButton("Command2", "&del", frame, [this] { VisitingDoctors.toggleSelected(); });
-  Command2->setToolTip("Remove the selected doctor, or keep him after all (Delete)");
-  buttons->addWidget(Command1);
-  buttons->addWidget(Command2);
-  buttons->addStretch();
-  column->addLayout(buttons);
   return frame;
 }
 
@@ -139,16 +127,13 @@ void AdmitPatient::showCatalogues() {
 }
 
 void AdmitPatient::openVisitors() {
-  std::string message;
-  if (OpenRecordset(
+  if (openRows(
           VisitingDoctors.rows,
-          concat("Select * From PatientDoctorsDescriptive Where Patientid = ", CurrentPatientId),
-          message) == 0)
+          concat("Select * From PatientDoctorsDescriptive Where Patientid = ", CurrentPatientId)))
     return VisitingDoctors.fill();
-  MsgBox(message);
   // There is nothing to keep changes in.
-  for (QWidget* control : std::initializer_list<QWidget*>{ListView1, Command1, Command2})
-    control->setEnabled(false);
+  for (const char* name : {"ListView1", "Command1", "Command2"})
+    findChild<QWidget*>(name)->setEnabled(false);
 }
 
 // The stored ward stays selected if, and only if, it belongs to the facility.
@@ -221,9 +206,6 @@ void AdmitPatient::storeVisitors() {
 
 }  // namespace
 
-const Form& frmAdmitPatient() {
-  static const Form form(showModal<AdmitPatient>);
-  return form;
-}
+const Form& frmAdmitPatient() { return formOf<AdmitPatient>(); }
 
 }  // namespace bw

@@ -90,9 +90,6 @@ void AdmitPatientDoctors::cancel() {
 
 }  // namespace
 
-const Form& frmAdmitPatientDoctors() {
-  static const Form form(showModal<AdmitPatientDoctors>);
-  return form;
-}
+const Form& frmAdmitPatientDoctors() { return formOf<AdmitPatientDoctors>(); }
 
 }  // namespace bw

@@ -92,9 +92,6 @@ void DischargePatient::discharge() {
 
 }  // namespace
 
-const Form& frmDischargePatient() {
-  static const Form form(showModal<DischargePatient>);
-  return form;
-}
+const Form& frmDischargePatient() { return formOf<DischargePatient>(); }
 
 }  // namespace bw

@@ -1,17 +1,16 @@
 #include "patients/frmEditPatient.h"
 
-#include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
 #include "controls/ComboBox.h"
 #include "controls/DatePicker.h"
 #include "controls/QtText.h"
-#include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
+#include "lists/DetailFrame.h"
+#include "lists/EditedRecord.h"
 #include "lists/WorkingList.h"
 #include "picks/PickDialogs.h"
 #include "platform/Text.h"
@@ -33,7 +32,6 @@ class PatientEditor : public Dialog {
   void build();
   QWidget* buildHistory();
 
-  bool open(RecordSetRef& rows, const std::string& statement, const char* emptyMessage = nullptr);
   bool openHistory();
   bool showStored();
   bool showNew();
@@ -87,32 +85,23 @@ void PatientEditor::build() {
 }
 
 QWidget* PatientEditor::buildHistory() {
-  auto* frame = named(new QGroupBox("Medical History", this), "Frame1", "Medical History");
-  auto* column = new QVBoxLayout(frame);
-  CBSicknessType->onSelected = [this] { sicknessTypeSelected(); };
-  column->addWidget(named(CBSicknessType, "CBSicknessType", "Medical History: type"));
-  named(ListView1, "ListView1", "Medical History");
+  auto* frame =
+      makeDetailFrame({.title = "Medical History",
+                       .addTip = "Add history entries (Insert)",
+                       .delTip = "Remove the selected entry, or keep it after all (Delete)"},
+                      history_, this, [this] { addHistory(); });
   ListView1->stretchLastColumn();
-  ListView1->onInsertKey = [this] { addHistory(); };
-  ListView1->onDeleteKey = [this] { history_.toggleSelected(); };
-  column->addWidget(ListView1);
-  auto* buttons = new QHBoxLayout;
-  auto* add = makeButton("Command1", "&add", frame, [this] { addHistory(); });
-  auto* del = makeButton("Command2", "&del", frame, [this] { history_.toggleSelected(); });
-  add->setToolTip("Add history entries (Insert)");
-  del->setToolTip("Remove the selected entry, or keep it after all (Delete)");
-  buttons->addWidget(add);
-  buttons->addWidget(del);
-  buttons->addStretch();
-  column->addLayout(buttons);
+  CBSicknessType->onSelected = [this] { sicknessTypeSelected(); };
+  named(CBSicknessType, "CBSicknessType", "Medical History: type");
+  static_cast<QVBoxLayout*>(frame->layout())->insertWidget(0, CBSicknessType);
   return frame;
 }
 
 void PatientEditor::load() {
   NotLoaded = true;
-  if (!open(RsInsurances, "select * from insurance", "You have to define Insurances First!") ||
-      !open(RsSicknessTypes, "select * from SicknessType",
-            "You have to define Sickness Types First!"))
+  if (!openRows(RsInsurances, "select * from insurance", "You have to define Insurances First!") ||
+      !openRows(RsSicknessTypes, "select * from SicknessType",
+                "You have to define Sickness Types First!"))
     return;
   CBSeguros->fillFrom(RsInsurances, "Description");
   CBSeguros->setListIndex(0);
@@ -122,24 +111,14 @@ void PatientEditor::load() {
   NotLoaded = false;
 }
 
-bool PatientEditor::open(RecordSetRef& rows, const std::string& statement,
-                         const char* emptyMessage) {
-  std::string message;
-  if (OpenRecordset(rows, statement, message) != 0) return MsgBox(message), false;
-  if (emptyMessage == nullptr || rows->RecordCount() > 0) return true;
-  return MsgBox(emptyMessage), false;
-}
-
 bool PatientEditor::openHistory() {
-  return open(history_.rows, concat("select * from PatientsHistoryDescriptive Where PatientId=",
-                                    CurrentPatientId));
+  return openRows(history_.rows, concat("select * from PatientsHistoryDescriptive Where PatientId=",
+                                        CurrentPatientId));
 }
 
 bool PatientEditor::showStored() {
   RecordSetRef patient = PatientGet(CurrentPatientId);
-  if (!patient || patient->RecordCount() == 0)
-    return MsgBox("Record not found.  Please report this error!"), false;
-  if (!openHistory()) return false;
+  if (!foundRecord(patient) || !openHistory()) return false;
   TxtNames->setText(toQt(patient->textOrEmpty("Names")));
   TxtAccount->setText(toQt(patient->textOrEmpty("AccountNumber")));
   // A missing date shows as the first day that the picker has, which nobody takes for a birthday.
@@ -192,16 +171,9 @@ void PatientEditor::ok() {
 }
 
 int PatientEditor::storePatient(std::string& message) {
-  const std::string names = fromQt(TxtNames->text());
-  const std::string account = fromQt(TxtAccount->text());
-  const std::int16_t insurance = RsInsurances->code("InsuranceCode");
-  if (CurrentPatientId != 0)
-    return PatientUpdate(CurrentPatientId, names, DTDOB->value(), account, insurance, message);
-  std::int16_t added = 0;
-  const int result = PatientInsert(added, names, DTDOB->value(), account, insurance, message);
-  // A number that was drawn and not stored is no patient's: the next Ok tries again.
-  if (result == 0) CurrentPatientId = added;
-  return result;
+  return storeRecord<PatientInsert, PatientUpdate>(
+      CurrentPatientId, message, fromQt(TxtNames->text()), DTDOB->value(),
+      fromQt(TxtAccount->text()), RsInsurances->code("InsuranceCode"));
 }
 
 // Each row by itself: one that fails leaves the patient and the other rows stored.
@@ -227,9 +199,6 @@ void PatientEditor::cancel() {
 
 }  // namespace
 
-const Form& frmEditPatient() {
-  static const Form form(showModal<PatientEditor>);
-  return form;
-}
+const Form& frmEditPatient() { return formOf<PatientEditor>(); }
 
 }  // namespace bw

@@ -115,9 +115,6 @@ void MergePatients::cancel() {
 
 }  // namespace
 
-const Form& frmMergePatients() {
-  static const Form form(showModal<MergePatients>);
-  return form;
-}
+const Form& frmMergePatients() { return formOf<MergePatients>(); }
 
 }  // namespace bw

@@ -5,6 +5,7 @@
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "data/ChargeCodes.h"
 #include "lists/Lists.h"
 #include "picks/PickDialogs.h"
 #include "platform/Text.h"
@@ -23,11 +24,11 @@ struct SingleRow {
   std::string* pickedNames = nullptr;
 };
 
-// Of a charge of type 1 the patients admitted to its facility, otherwise those who are not
+// Of a charge of an inpatient the patients admitted to its facility, otherwise those who are not
 // admitted. The charges view does not set the type: its list goes by what the last charge editor
 // left there, which is wanted.
 std::string patientsOffered() {
-  if (EditChargeTypeCode == 1)
+  if (EditChargeTypeCode == kInpatient)
     return concat("SELECT * FROM Patient where InFacilityCode=", PickFacilityCode,
                   " ORDER BY [Names]");
   return "SELECT * FROM Patient where InFacilityCode=0  ORDER BY [Names]";
@@ -112,19 +113,10 @@ void SingleDialog::cancel() {
   unload();
 }
 
-template <const SingleRow& row>
-const Form& singleForm() {
-  struct Bound : SingleDialog {
-    explicit Bound(QWidget* owner) : SingleDialog(row, owner) {}
-  };
-  static const Form form(showModal<Bound>);
-  return form;
-}
-
 }  // namespace
 
-const Form& frmPickPatient() { return singleForm<kPatient>(); }
-const Form& frmPickDoctor() { return singleForm<kDoctor>(); }
-const Form& frmPickInsurance() { return singleForm<kInsurance>(); }
+const Form& frmPickPatient() { return formOf<SingleDialog, kPatient>(); }
+const Form& frmPickDoctor() { return formOf<SingleDialog, kDoctor>(); }
+const Form& frmPickInsurance() { return formOf<SingleDialog, kInsurance>(); }
 
 }  // namespace bw

@@ -167,15 +167,6 @@ void TickDialog::cancel() {
   unload();
 }
 
-template <const TickRow& row>
-const Form& tickForm() {
-  struct Bound : TickDialog {
-    explicit Bound(QWidget* owner) : TickDialog(row, owner) {}
-  };
-  static const Form form(showModal<Bound>);
-  return form;
-}
-
 }  // namespace
 
 ChargeOpener& chargeOpener() {
@@ -188,8 +179,8 @@ PatientOpener& patientOpener() {
   return opener;
 }
 
-const Form& frmPickDiagnosis() { return tickForm<kDiagnosis>(); }
-const Form& frmPickProcedures() { return tickForm<kProcedures>(); }
-const Form& frmPickHistory() { return tickForm<kHistory>(); }
+const Form& frmPickDiagnosis() { return formOf<TickDialog, kDiagnosis>(); }
+const Form& frmPickProcedures() { return formOf<TickDialog, kProcedures>(); }
+const Form& frmPickHistory() { return formOf<TickDialog, kHistory>(); }
 
 }  // namespace bw

@@ -50,9 +50,6 @@ class PrintGeneralDialog : public Dialog {
 
 }  // namespace
 
-const Form& frmPrintGeneral() {
-  static const Form form(showModal<PrintGeneralDialog>);
-  return form;
-}
+const Form& frmPrintGeneral() { return formOf<PrintGeneralDialog>(); }
 
 }  // namespace bw

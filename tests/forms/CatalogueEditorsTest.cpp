@@ -131,6 +131,34 @@ TEST_P(PlainEditorTest, NewRefusedStoredCancelledChangedAndVanished) {
 INSTANTIATE_TEST_SUITE_P(Editors, PlainEditorTest, testing::ValuesIn(kPlain),
                          [](const auto& member) { return std::string(member.param.editor); });
 
+TEST_F(EditorTest, ACodeThatAFailedCommitHandedOutIsNotUpdated) {
+  openMainWindow();
+  const struct {
+    const char* entry;
+    const char* editor;
+    const char* table;
+  } cases[] = {{"NewPatient", "frmEditPatient", "Patient"},
+               {"NewDoctor", "frmEditDoctor", "Doctors"},
+               {"NewFacility", "frmEditFacility", "Facility"},
+               {"NewInsurance", "frmEditInsurance", "Insurance"},
+               {"NewEMCode", "frmEditEMCode", "EvaluationManagement"}};
+  for (const auto& [entry, name, table] : cases) {
+    const std::string before = count(table);
+    script.in(name, [&](QWidget& editor) {
+      onStatement = [](std::string_view issued) {
+        if (issued == "COMMIT") throw RuntimeError(ErrorNumber::database, "The disk is full.");
+      };
+      click(editor, "btnOk");
+      onStatement = nullptr;
+      EXPECT_EQ(takeMessages(), Strings{"The disk is full."});
+      EXPECT_EQ(count(table), before) << table;
+      click(editor, "btnOk");
+    });
+    trigger(window(), entry);
+    EXPECT_NE(count(table), before) << table << ": the second Ok inserts";
+  }
+}
+
 TEST_F(EditorTest, AnEmptiedLookupTableShowsItsMessageAndNoDialog) {
   openMainWindow();
   for (const char* table : {"PatientHistory", "Sickness", "PatientCharges", "Diagnosis",
