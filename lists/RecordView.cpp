@@ -9,7 +9,6 @@
 #include "lists/Settings.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
-#include "printing/ListReports.h"
 
 namespace bw {
 namespace {
@@ -23,8 +22,9 @@ void take(std::int32_t& current, const RecordSet& records, const char* key) {
 
 }  // namespace
 
-RecordView::RecordView(const RecordViewRow& row, QWidget* parent)
-    : View(row.name, row.caption, parent), row_(row),
+RecordView::RecordView(const RecordViewRow& row, std::span<const ViewFilter> filters,
+                       QWidget* parent)
+    : View(row.name, row.caption, parent), row_(row), filters_(filters),
       ListView1(new ListView(row.columns, {.selection = ListView::Selection::several}, this)) {
   named(ListView1, "ListView1", row.caption);
   setFocusProxy(ListView1);
@@ -35,8 +35,7 @@ RecordView::RecordView(const RecordViewRow& row, QWidget* parent)
   offer("Refresca", [this] { Refresca(); });
   offer("Insertado", [this] { Insertado(); });
   offer("Eliminar", [this] { Eliminar(); });
-  offer("Imprimir",
-        [this] { printList(*ListView1, ViewRecords, listReport(row_.name), CurrentFilter); });
+  offer("Imprimir", [this] { printList(*ListView1, ViewRecords, row_.report, CurrentFilter); });
   onUnload = [this] { close(); };
   load();
 }
@@ -64,7 +63,7 @@ void RecordView::resizeEvent(QResizeEvent*) { ListView1->setGeometry(rect()); }
 std::string RecordView::statement() const {
   if (CurrentFilter == 0 || row_.filtering == RecordViewRow::Filters::ignored)
     return row_.statement;
-  for (const RecordViewRow::Filter& filter : row_.filters)
+  for (const ViewFilter& filter : filters_)
     if (filter.number == CurrentFilter) return concat(row_.statement, " ", filter.clause);
   return {};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <variant>
 #include <vector>
@@ -9,22 +10,28 @@
 #include "controls/ListView.h"
 #include "lists/View.h"
 #include "platform/RecordSet.h"
+#include "printing/ListReports.h"
 
 namespace bw {
 
+// A filter that a view offers besides "All". Its number is that of its entry in Current View.
+struct ViewFilter {
+  enum class In { menuAndTree, menu, tree };
+
+  std::int16_t number;
+  const char* clause = "";     // of a view of records: behind the statement of filter 0
+  const char* node = nullptr;  // caption in the tree, where it is another than in the menu
+  In in = In::menuAndTree;
+};
+
 // What tells one view of records from another.
 struct RecordViewRow {
-  struct Filter {
-    std::int16_t number;
-    const char* clause;  // behind the statement of filter 0
-  };
   enum class Token { padded, bare };  // how a column's key stands in the sort text
   enum class Filters { used, ignored };
 
   const char* name;
   const char* caption;
   const char* statement;  // of filter 0
-  std::vector<Filter> filters;
   Filters filtering = Filters::used;
   const char* firstSort;
   Token token;
@@ -36,13 +43,14 @@ struct RecordViewRow {
   const char* layoutSection;
   const char* filterReadSection;
   const char* filterWriteSection;  // null: the filter is not stored
+  ListReport report;
   std::vector<ListColumn> columns;
 };
 
 // The list of one kind of record, under the main window's filter.
 class RecordView : public View {
  public:
-  RecordView(const RecordViewRow& row, QWidget* parent);
+  RecordView(const RecordViewRow& row, std::span<const ViewFilter> filters, QWidget* parent);
 
   void Refresca();
   void Insertado();
@@ -65,6 +73,7 @@ class RecordView : public View {
   void openSelected();
 
   const RecordViewRow& row_;
+  std::span<const ViewFilter> filters_;
   ListView* ListView1;
   std::int16_t CurrentFilter = 0;
   RecordSetRef ViewRecords;

@@ -45,6 +45,10 @@ constexpr std::array kFilters{
     FilterRow{18, "SELECT * FROM PatientsDescriptiveDupAccount", "AccountNumber"},
 };
 
+constexpr FilterWord kWords[] = {
+    {0, "All"}, {1, "Incomplete"}, {2, "Admitted"}, {3, "Not admitted"}};
+constexpr ListReport kReport{"Patients (", "PatientView.myv", kWords};
+
 }  // namespace
 
 PatientsView::PatientsView(QWidget* parent)
@@ -65,8 +69,7 @@ PatientsView::PatientsView(QWidget* parent)
   offer("Admit", [this] { Admit(); });
   offer("Discharge", [this] { Discharge(); });
   offer("Merge", [this] { Merge(); });
-  offer("Imprimir",
-        [this] { printList(*ListView1, RsPatients, listReport("frmPatients"), ActiveFilter); });
+  offer("Imprimir", [this] { printList(*ListView1, RsPatients, kReport, ActiveFilter); });
   onUnload = [this] { close(); };
   load();
 }

@@ -10,40 +10,6 @@
 #include "reports/ApoyoImpresion.h"
 
 namespace bw {
-namespace {
-
-constexpr FilterWord kCatalogueWords[] = {{0, "All"}, {1, "Incomplete"}};
-constexpr FilterWord kSicknessWords[] = {
-    {0, "All"}, {10, "Allergies"}, {11, "Medical"}, {12, "Surgical"}};
-constexpr FilterWord kEMWords[] = {{0, "All"}, {1, "Incomplete"}, {6, "Hospitals"},
-                                   {7, "B&C"}, {8, "ECF"},        {9, "Home"}};
-constexpr FilterWord kPatientWords[] = {
-    {0, "All"}, {1, "Incomplete"}, {2, "Admitted"}, {3, "Not admitted"}};
-
-// "Evaulation", and the missing blank behind "Diagnosis Families", are the titles as printed.
-// clang-format off
-constexpr ListReport kReports[] = {
-    {"frmFacilities", "Facilities (", "FacilitiesView.myv", kCatalogueWords},
-    {"frmInsurances", "Insurances (", "InsurancesView.myv", kCatalogueWords},
-    {"frmProcedures", "Procedures (", "ProceduresView.myv", kCatalogueWords},
-    {"frmDiagnosis", "Diagnosis (", "DiagnosisView.myv", kCatalogueWords},
-    {"frmDoctors", "Doctors (", "DoctorsView.myv", kCatalogueWords},
-    {"frmDiagnosisFamilies", "Diagnosis Families(", "DiagnosisFamiliesView.myv", kCatalogueWords},
-    {"frmSickness", "History Items (", "HistoryItemsView.myv", kSicknessWords},
-    {"frmEMCodes", "Evaulation & Management Codes (", "EMCodesView.myv", kEMWords},
-    {"frmPatients", "Patients (", "PatientView.myv", kPatientWords},
-};
-// clang-format on
-
-}  // namespace
-
-const ListReport& listReport(std::string_view form) {
-  const auto* found = std::find_if(std::begin(kReports), std::end(kReports),
-                                   [&](const ListReport& report) { return report.form == form; });
-  if (found == std::end(kReports)) throw RuntimeError(ErrorNumber::elementNotFound);
-  return *found;
-}
-
 std::string reportTitle(std::string_view title, std::span<const FilterWord> words,
                         std::int16_t filter) {
   const auto found = std::find_if(words.begin(), words.end(),

@@ -19,14 +19,10 @@ struct FilterWord {
 };
 
 struct ListReport {
-  std::string_view form;
   std::string_view title;  // up to the filter word
   std::string_view document;
   std::span<const FilterWord> words;
 };
-
-// By the view's form name ("frmDoctors").
-const ListReport& listReport(std::string_view form);
 
 // "Doctors (All)". A filter without a word leaves it empty, which is wanted.
 std::string reportTitle(std::string_view title, std::span<const FilterWord> words,

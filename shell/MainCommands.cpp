@@ -1,12 +1,9 @@
 #include <array>
 
-#include "catalogues/Editors.h"
 #include "charges/frmArchiveCharges.h"
-#include "charges/frmEditCharge.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "patients/frmEditPatient.h"
 #include "platform/RuntimeError.h"
 #include "printing/PageSize.h"
 #include "shell/frmAbout.h"
@@ -16,34 +13,6 @@
 // What the main window's menu entries and buttons do.
 
 namespace bw {
-namespace {
-
-// The editor of each record kind, opened on a new record.
-using OpenNew = void (*)();
-template <auto& current, auto form>
-void openNew() {
-  current = 0;
-  form().showModal();
-}
-
-constexpr std::array<OpenNew, 10> kNewRecord{
-    [] {
-      CurrentChargeDate = kNewCharge;
-      frmEditCharge().showModal();
-    },
-    openNew<CurrentPatientId, frmEditPatient>,
-    openNew<CurrentDoctorCode, frmEditDoctor>,
-    openNew<CurrentFacilityCode, frmEditFacility>,
-    openNew<CurrentDiagnosisCode, frmEditDiagnosis>,
-    openNew<CurrentProcedureCode, frmEditProcedure>,
-    openNew<CurrentInsuranceCode, frmEditInsurance>,
-    openNew<CurrentEMCode, frmEditEMCode>,
-    openNew<CurrentSicknessCode, frmEditSickness>,
-    openNew<CurrentDiagnosisFamilyCode, frmEditDiagnosisFamily>,
-};
-
-}  // namespace
-
 void frmMain::callView(std::string_view operation, std::string_view argument) {
   if (activeView_ == nullptr) throw RuntimeError(ErrorNumber::objectNotSet);
   activeView_->call(operation, argument);
@@ -76,10 +45,7 @@ void frmMain::pageSetup() {
   passOver([this] { choosePageSize(this); });
 }
 
-void frmMain::newRecordDialog(int index) {
-  if (index < 0 || index >= static_cast<int>(kNewRecord.size())) return;
-  if (const OpenNew open = kNewRecord[static_cast<std::size_t>(index)]) open();
-}
+void frmMain::newRecordDialog(int index) { openNew(recordKind(static_cast<std::int16_t>(index))); }
 
 void frmMain::newFromToolbar() {
   newRecordDialog(VistaActualNumero);

@@ -80,12 +80,8 @@ struct ActionRow {
   const char* text;
   const char* operation;
 };
+// By Action.
 constexpr ActionRow kActions[] = {{"Post...", "Post"}, {"&Admit", "Admit"}, {"&Discharge", "Discharge"}};
-
-constexpr const char* kNewActions[] = {
-    "New Charge...", "New Patient...", "New Doctor...", "New Facility...", "New Diagnosis...",
-    "New Procedure...", "New Insurance...", "New E&M concept...", "New History item...",
-    "New Diagnosis Group..."};
 // clang-format on
 
 QAction* addEntry(QMenu* menu, const MenuRow& row, frmMain& window) {
@@ -143,48 +139,56 @@ void MainMenus::buildArrays(frmMain& window, QMenu* currentView, QMenu* goTo, QM
     });
     return action;
   };
-  for (std::int16_t i = 0; i < kFilterCount; ++i) {
-    const auto n = static_cast<std::size_t>(i);
+  for (const std::string_view caption : filterCaptions()) {
+    const auto i = static_cast<std::int16_t>(filters_.size());
     // The captions name what they show; an "&" in one is a letter, not a mnemonic.
-    const QString text = toQt(kFilterCaptions[n]).replace("&", "&&");
-    filters_[n] =
-        add(currentView, text, "mnuCurrentViewFilter", i, [&window, i] { window.chooseFilter(i); });
-    filters_[n]->setCheckable(true);
+    filters_.push_back(add(currentView, toQt(caption).replace("&", "&&"), "mnuCurrentViewFilter", i,
+                           [&window, i] { window.chooseFilter(i); }));
+    filters_.back()->setCheckable(true);
   }
-  for (std::int16_t i = 0; i < kViewCount; ++i) {
-    const auto n = static_cast<std::size_t>(i);
-    goTo_[n] =
-        add(goTo, toQt(viewRow(i).caption), "mnuGoTo", i, [&window, i] { window.chooseView(i); });
-    goTo_[n]->setCheckable(true);
-    goTo_[n]->setVisible(i != kSponsorWebView);
+  for (const RecordKind& kind : recordKinds()) {
+    const auto i = static_cast<std::int16_t>(goTo_.size());
+    goTo_.push_back(add(goTo, kind.caption, "mnuGoTo", i, [&window, i] { window.chooseView(i); }));
+    goTo_.back()->setCheckable(true);
+    goTo_.back()->setVisible(kind.reachable);
   }
   for (std::size_t i = 0; i < std::size(kActions); ++i)
     actions_[i] = add(actions, kActions[i].text, "mnuActions", static_cast<int>(i),
                       [&window, operation = kActions[i].operation] { window.callView(operation); });
   actions->addSeparator()->setObjectName("mnuActionsDummy");
-  for (int i = 0; i < static_cast<int>(std::size(kNewActions)); ++i)
-    add(actions, QString(kNewActions[i]).replace("&", "&&"), "mnuNewAction", i,
+  int index = 0;
+  for (const RecordKind& kind : recordKinds()) {
+    const int i = index++;
+    if (kind.newName == nullptr) continue;
+    const char* text = kind.newEntry != nullptr ? kind.newEntry : kind.newButton;
+    add(actions, QString(text).replace("&", "&&"), "mnuNewAction", i,
         [&window, i] { window.newFromMenu(i); });
+  }
 }
 
-void MainMenus::checkView(std::int16_t view) {
-  for (std::int16_t i = 0; i < kViewCount; ++i)
-    goTo_[static_cast<std::size_t>(i)]->setChecked(i == view);
+namespace {
+
+void checkOnly(const std::vector<QAction*>& entries, std::int16_t checked) {
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    entries[i]->setChecked(static_cast<std::int16_t>(i) == checked);
 }
 
-void MainMenus::checkFilter(std::int16_t filter) {
-  for (std::int16_t i = 0; i < kFilterCount; ++i)
-    filters_[static_cast<std::size_t>(i)]->setChecked(i == filter);
+}  // namespace
+
+void MainMenus::checkView(std::int16_t view) { checkOnly(goTo_, view); }
+
+void MainMenus::checkFilter(std::int16_t filter) { checkOnly(filters_, filter); }
+
+void MainMenus::showFilters(const RecordKind& kind) {
+  for (std::size_t i = 1; i < filters_.size(); ++i) filters_[i]->setVisible(false);
+  for (const ViewFilter& filter : kind.filters)
+    if (filter.in != ViewFilter::In::tree)
+      filters_[static_cast<std::size_t>(filter.number)]->setVisible(true);
 }
 
-void MainMenus::showFilters(std::string_view list) {
-  for (int i = 1; i < kFilterCount; ++i)
-    filters_[static_cast<std::size_t>(i)]->setVisible(names(list, i));
-}
-
-void MainMenus::showActions(std::string_view list) {
-  for (int i = 0; i < static_cast<int>(actions_.size()); ++i)
-    actions_[static_cast<std::size_t>(i)]->setVisible(names(list, i));
+void MainMenus::showActions(const RecordKind& kind) {
+  for (QAction* action : actions_) action->setVisible(false);
+  for (const Action action : kind.actions) actions_[action]->setVisible(true);
 }
 
 }  // namespace bw

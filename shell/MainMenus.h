@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/ViewTable.h"
+#include "shell/RecordKinds.h"
 
 class QMenu;
 
@@ -26,15 +26,15 @@ class MainMenus {
 
   void checkView(std::int16_t view);
   void checkFilter(std::int16_t filter);
-  // Shows "All" and what the list names.
-  void showFilters(std::string_view list);
-  void showActions(std::string_view list);
+  // Shows the entries of the view, and "All" always.
+  void showFilters(const RecordKind& kind);
+  void showActions(const RecordKind& kind);
 
  private:
   void buildArrays(frmMain& window, QMenu* currentView, QMenu* goTo, QMenu* actions);
 
-  std::array<QAction*, kViewCount> goTo_{};
-  std::array<QAction*, kFilterCount> filters_{};
+  std::vector<QAction*> goTo_;
+  std::vector<QAction*> filters_;
   std::array<QAction*, 3> actions_{};
   QAction* goToMenu_ = nullptr;
   QAction* currentViewMenu_ = nullptr;

@@ -43,17 +43,6 @@ constexpr std::array<ButtonRow, kToolbarButtons> kButtons{{
     {"Home", "Home", "", "Home", "b", true, "Alt+Home"},
     {"Merge", "Merge", "Merge Patient info", "Merge", "p", false, "Ctrl+M"},
 }};
-
-struct NewRow {
-  const char* name;
-  const char* text;
-};
-constexpr NewRow kNew[] = {
-    {"NewCharge", "New Charge..."},       {"NewPatient", "New Patient..."},
-    {"NewDoctor", "New Doctor..."},       {"NewFacility", "New Facility..."},
-    {"NewDiagnosis", "New Diagnosis..."}, {"NewProcedure", "New Procedure..."},
-    {"NewInsurance", "New Insurance..."}, {"NewEMCode", "New EM concept..."},
-    {"NewSickness", "New History Item"},  {"NewDiagnosisFamily", "New Diagnosis Group"}};
 // clang-format on
 
 char letterOf(ToolbarGroup group) {
@@ -86,10 +75,11 @@ void run(const ButtonRow& row, frmMain& window) {
 // New is a button with a list: the list's entries open a dialog and no more.
 QAction* addNewButton(QToolBar* bar, const ButtonRow& row, frmMain& window) {
   auto* list = new QMenu(bar);
-  for (int i = 0; i < static_cast<int>(std::size(kNew)); ++i) {
-    QAction* entry = list->addAction(kNew[i].text);
-    entry->setObjectName(kNew[i].name);
-    onEvent(entry, &QAction::triggered, &window, [&window, i] { window.newRecordDialog(i); });
+  for (const RecordKind& kind : recordKinds()) {
+    if (kind.newName == nullptr) continue;
+    QAction* entry = list->addAction(kind.newButton);
+    entry->setObjectName(kind.newName);
+    onEvent(entry, &QAction::triggered, &window, [&kind] { openNew(kind); });
   }
   auto* button = named(new QToolButton(bar), row.key, row.toolTip);
   button->setPopupMode(QToolButton::MenuButtonPopup);

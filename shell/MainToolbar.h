@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-#include "shell/ViewTable.h"
+#include "shell/RecordKinds.h"
 
 class QAction;
 class QToolBar;

@@ -128,18 +128,18 @@ void frmMain::CambiaAVista(std::int16_t Vista, std::int16_t Filtro) {
 void frmMain::ActivaFiltro(std::int16_t NuevoFiltro) { menus_.checkFilter(NuevoFiltro); }
 
 void frmMain::switchView() {
-  const ViewRow& row = viewRow(VistaActualNumero);
+  const RecordKind& kind = recordKind(VistaActualNumero);
   menus_.checkView(VistaActualNumero);
-  menus_.currentViewMenu()->setVisible(VistaActualNumero < 9);
-  if (VistaActualNumero < 9) menus_.checkFilter(FiltroActualNumero);
-  menus_.showActions(row.actions);
-  menus_.showFilters(row.filters);
-  toolbar_.showGroup(row.group);
+  menus_.currentViewMenu()->setVisible(kind.filterMenu);
+  if (kind.filterMenu) menus_.checkFilter(FiltroActualNumero);
+  menus_.showActions(kind);
+  menus_.showFilters(kind);
+  toolbar_.showGroup(kind.group);
   // A page has no Refresca: there the key is the toolbar's.
-  menus_.refresh()->setShortcut(row.group == ToolbarGroup::browser ? QKeySequence()
-                                                                   : QKeySequence(Qt::Key_F5));
+  menus_.refresh()->setShortcut(kind.group == ToolbarGroup::browser ? QKeySequence()
+                                                                    : QKeySequence(Qt::Key_F5));
   View* left = activeView_;
-  activeView_ = &row.form();
+  activeView_ = &viewOf(kind);
   if (std::find(views_.begin(), views_.end(), activeView_) == views_.end())
     views_.push_back(activeView_);
   if (left != nullptr && left != activeView_) left->hide();

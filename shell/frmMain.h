@@ -37,7 +37,7 @@ class frmMain : public MainFrame {
   void toggleShortcuts();
   void archiveCharges();
   void pageSetup();
-  // Opens the editor of that record kind on a new record; outside 0 to 9 nothing happens.
+  // Opens the editor of that record kind on a new record; for a page nothing happens.
   void newRecordDialog(int index);
   void newFromToolbar() override;
   void newFromMenu(int index);
@@ -52,7 +52,6 @@ class frmMain : public MainFrame {
   void savePlacement() const;
   void switchView();
   void goToOtherPane();
-  void showCommandsOf(const struct ViewRow& row);
   void placeView(bool treeShown);
   void placeAll();
   void unload();

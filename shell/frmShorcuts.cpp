@@ -15,6 +15,7 @@
 #include "platform/Formats.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "shell/RecordKinds.h"
 
 namespace bw {
 namespace {
@@ -22,56 +23,29 @@ namespace {
 constexpr int kWidth = 2865;      // twips
 constexpr int kIndentation = 12;  // pixels: the longest filter's name should be read whole
 
-struct NodeRow {
-  const char* key;
-  const char* parent;  // "" for a root
-  const char* text;
-};
-
-// Some captions differ from the menu's for the same filter; both are wanted.
-// clang-format off
-constexpr NodeRow kNodes[] = {
-    {"K10.00", "", "Brantiwell"},
-    {"K00.00", "K10.00", "Charges"},
-    {"K00.04", "K00.00", "Ready"},
-    {"K00.05", "K00.00", "Posted"},
-    {"K00.13", "K00.00", "Archived"},
-    {"K01.00", "K10.00", "Patients"},
-    {"K01.02", "K01.00", "Admitted"},
-    {"K01.03", "K01.00", "Not Admitted"},
-    {"K01.01", "K01.00", "Incomplete"},
-    {"K01.15", "K01.00", "Duplicated DOB"},
-    {"K01.16", "K01.00", "Duplicated Names"},
-    {"K01.17", "K01.00", "Duplicated Names+DOB"},
-    {"K01.18", "K01.00", "Duplicated Accounts"},
-    {"K02.00", "K10.00", "Doctors"},
-    {"K02.01", "K02.00", "Incomplete"},
-    {"K03.00", "K10.00", "Facilities"},
-    {"K03.01", "K03.00", "Incomplete"},
-    {"K04.00", "K10.00", "Diagnosis"},
-    {"K04.01", "K04.00", "Incomplete"},
-    {"K05.00", "K10.00", "Procedures"},
-    {"K05.01", "K05.00", "Incomplete"},
-    {"K06.00", "K10.00", "Insurances"},
-    {"K06.01", "K06.00", "Incomplete"},
-    {"K07.00", "K10.00", "E & M Concepts"},
-    {"K07.06", "K07.00", "Hospitals"},
-    {"K07.07", "K07.00", "Board & Care"},
-    {"K07.08", "K07.00", "Extended Care Facilities"},
-    {"K07.09", "K07.00", "Home"},
-    {"K07.14", "K07.00", "Office"},
-    {"K07.01", "K07.00", "Incomplete"},
-    {"K08.00", "K10.00", "History Items"},
-    {"K08.10", "K08.00", "Allergies"},
-    {"K08.11", "K08.00", "Past Medical"},
-    {"K08.12", "K08.00", "Past Surgical"},
-    {"K09.00", "K10.00", "Diagnosis Groups"},
-    {"K12.00", "", "Fenmoor Systems on the Web"},
-};
-// clang-format on
+std::string keyOf(std::int16_t view, std::int16_t filter) {
+  return concat("K", zeroFilled(view, 2), ".", zeroFilled(filter, 2));
+}
 
 std::string keyOf(const QTreeWidgetItem* node) {
   return fromQt(node->data(0, Qt::UserRole).toString());
+}
+
+void fillNode(QTreeWidgetItem* node, const QString& text, const std::string& key,
+              const QIcon& icon) {
+  node->setText(0, text);
+  node->setToolTip(0, text);  // the pane is narrow
+  node->setData(0, Qt::UserRole, toQt(key));
+  node->setIcon(0, icon);
+}
+
+void addFilter(QTreeWidgetItem* parent, std::int16_t view, const ViewFilter& filter,
+               const QIcon& icon) {
+  if (filter.in == ViewFilter::In::menu) return;
+  auto* node = new QTreeWidgetItem(parent);
+  const std::string_view caption = filterCaptions()[static_cast<std::size_t>(filter.number)];
+  fillNode(node, filter.node != nullptr ? QString(filter.node) : toQt(caption),
+           keyOf(view, filter.number), icon);
 }
 
 }  // namespace
@@ -91,17 +65,22 @@ ShorcutsTree::ShorcutsTree(QWidget* parent) : QWidget(parent), TreeView1(new QTr
           [](QTreeWidgetItem* node, int) { nodeClick(node); });
 }
 
+// A page is a root. The first is the welcome page, with the kinds of records below it.
 void ShorcutsTree::build() {
   const QIcon paper = icon("Paper");
   const QIcon earth = icon("Earth");
-  for (const NodeRow& row : kNodes) {
-    const bool root = *row.parent == '\0';
-    auto* node = root ? new QTreeWidgetItem(TreeView1) : new QTreeWidgetItem(nodeOf(row.parent));
-    node->setText(0, row.text);
-    node->setToolTip(0, row.text);  // the pane is narrow
-    node->setData(0, Qt::UserRole, QString(row.key));
-    node->setIcon(0, root ? earth : paper);
-    if (root) node->setExpanded(true);
+  auto* welcome = new QTreeWidgetItem(TreeView1);
+  std::int16_t number = 0;
+  for (const RecordKind& kind : recordKinds()) {
+    const std::int16_t view = number++;
+    if (!kind.reachable) continue;
+    QTreeWidgetItem* node = welcome;
+    if (view != kWelcomeView)
+      node = kind.isPage ? new QTreeWidgetItem(TreeView1) : new QTreeWidgetItem(welcome);
+    fillNode(node, kind.node != nullptr ? kind.node : kind.caption, keyOf(view, 0),
+             kind.isPage ? earth : paper);
+    node->setExpanded(kind.isPage);
+    for (const ViewFilter& filter : kind.filters) addFilter(node, view, filter, paper);
   }
 }
 
@@ -117,7 +96,7 @@ void ShorcutsTree::nodeClick(const QTreeWidgetItem* node) {
 }
 
 void ShorcutsTree::FuerzaNodeClick(std::int16_t Vista, std::int16_t Filtro) {
-  TreeView1->setCurrentItem(nodeOf(concat("K", zeroFilled(Vista, 2), ".", zeroFilled(Filtro, 2))));
+  TreeView1->setCurrentItem(nodeOf(keyOf(Vista, Filtro)));
   MainWindow->CambiaAVista(Vista, Filtro);
 }
 

@@ -3,7 +3,7 @@
 
 #include "core/Principal.h"
 #include "lists/RecordView.h"
-#include "shell/RecordViewTable.h"
+#include "shell/RecordKinds.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
 
@@ -19,11 +19,11 @@ QLineEdit& line(const QWidget& editor, const char* name) {
 class EditorTest : public FormsTest {
  protected:
   // Opens the main window on a view.
-  void openView(std::int16_t view, RecordView& (*form)()) {
+  void openView(std::int16_t view) {
     openMainWindow();
     window().resize(1300, 700);
     frmShorcuts().FuerzaNodeClick(view, 0);
-    list_ = &control<ListView>(form(), "ListView1");
+    list_ = &control<ListView>(recordView(recordKind(view)), "ListView1");
   }
   ListView& list() { return *list_; }
   void pressNew() { QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton); }
@@ -40,7 +40,6 @@ class EditorTest : public FormsTest {
 struct Plain {
   const char* editor;
   std::int16_t view;
-  RecordView& (*form)();
   const char* read;  // the rows that the test makes
   std::vector<std::pair<const char*, const char*>> typed;
   const char* box;
@@ -53,19 +52,19 @@ void PrintTo(const Plain& plain, std::ostream* out) { *out << plain.editor; }
 
 // clang-format off
 const Plain kPlain[] = {
-    {"frmEditInsurance", 6, frmInsurances, "SELECT InsuranceCode, Description, BillingInsuranceCode FROM Insurance WHERE InsuranceCode>1",
+    {"frmEditInsurance", 6, "SELECT InsuranceCode, Description, BillingInsuranceCode FROM Insurance WHERE InsuranceCode>1",
      {{"TxtDescription", "Neue Kasse"}, {"TxtBillingCode", "b7"}}, nullptr, nullptr, "2|Neue Kasse|b7", "2|Changed|b7",
      "DELETE FROM Insurance WHERE InsuranceCode>1"},
-    {"frmEditProcedure", 5, frmProcedures, "SELECT ProcedureCode, Description, BillingProcedureCode, RealProcedureCode FROM Procedures WHERE ProcedureCode>21",
+    {"frmEditProcedure", 5, "SELECT ProcedureCode, Description, BillingProcedureCode, RealProcedureCode FROM Procedures WHERE ProcedureCode>21",
      {{"TxtDescription", "X-ray"}, {"TxtBillingCode", "b7"}, {"TxtRealCode", "r7"}}, nullptr, nullptr, "22|X-ray|b7|r7", "22|Changed|b7|r7",
      "DELETE FROM Procedures WHERE ProcedureCode>21"},
-    {"frmEditDiagnosis", 4, frmDiagnosis, "SELECT DiagnosisCode, Description, DiagnosisFamilyCode, BillingDiagnosisCode, RealDiagnosisCode FROM Diagnosis WHERE DiagnosisCode>21",
+    {"frmEditDiagnosis", 4, "SELECT DiagnosisCode, Description, DiagnosisFamilyCode, BillingDiagnosisCode, RealDiagnosisCode FROM Diagnosis WHERE DiagnosisCode>21",
      {{"TxtDescription", "Asthma"}, {"TxtBillingCode", "b7"}, {"TxtRealCode", "r7"}}, "CBDiagnosisFamily", "Lungs", "22|Asthma|7|b7|r7", "22|Changed|7|b7|r7",
      "DELETE FROM Diagnosis WHERE DiagnosisCode>21"},
-    {"frmEditDiagnosisFamily", 9, frmDiagnosisFamilies, "SELECT * FROM DiagnosisFamily WHERE DiagnosisFamilyCode>7",
+    {"frmEditDiagnosisFamily", 9, "SELECT * FROM DiagnosisFamily WHERE DiagnosisFamilyCode>7",
      {{"TxtDescription", "Bones"}}, nullptr, nullptr, "8|Bones", "8|Changed",
      "DELETE FROM DiagnosisFamily WHERE DiagnosisFamilyCode>7"},
-    {"frmEditSickness", 8, frmSickness, "SELECT SicknessCode, Description, SicknessTypeCode FROM Sickness WHERE SicknessCode>2",
+    {"frmEditSickness", 8, "SELECT SicknessCode, Description, SicknessTypeCode FROM Sickness WHERE SicknessCode>2",
      {{"TxtDescription", "Mumps"}}, "CBSicknessTypes", nullptr, "3|Mumps|1", "3|Changed|1",
      "DELETE FROM Sickness WHERE SicknessCode>2"},
 };
@@ -76,7 +75,7 @@ class PlainEditorTest : public EditorTest, public testing::WithParamInterface<Pl
 TEST_P(PlainEditorTest, NewRefusedStoredCancelledChangedAndVanished) {
   const Plain& plain = GetParam();
   run("INSERT INTO DiagnosisFamily VALUES (7, 'Lungs')");
-  openView(plain.view, plain.form);
+  openView(plain.view);
   const std::string first = plain.typed[0].second;
   script.in(plain.editor, [&](QWidget& editor) {
     for (const auto& [name, text] : plain.typed) type(line(editor, name), text);
@@ -182,7 +181,7 @@ TEST_F(EditorTest, AnEmptiedLookupTableShowsItsMessageAndNoDialog) {
 }
 
 TEST_F(EditorTest, ANewConceptIsInitialAndShownAndComesBackAsItWasStored) {
-  openView(7, frmEMCodes);
+  openView(7);
   const char* read =
       "SELECT EMCode, Description, FacilityTypeCode, ChargeTypeCode, AttentionTypeCode, "
       "BillingEMCode, RealEMCode, ShowOnFirst, ShowOnNext, IsDischarge FROM EvaluationManagement "
@@ -213,7 +212,7 @@ TEST_F(EditorTest, ANewConceptIsInitialAndShownAndComesBackAsItWasStored) {
 }
 
 TEST_F(EditorTest, AStoredNumberWithoutAnItemEndsTheProgram) {
-  openView(7, frmEMCodes);
+  openView(7);
   for (const char* wrong : {"ShowOnFirst=2", "ShowOnNext=-1", "IsDischarge=0", "IsDischarge=4"}) {
     run("UPDATE EvaluationManagement SET ShowOnFirst=0, ShowOnNext=1, IsDischarge=1");
     run(std::string("UPDATE EvaluationManagement SET ") + wrong);
@@ -225,7 +224,7 @@ TEST_F(EditorTest, AStoredNumberWithoutAnItemEndsTheProgram) {
 
 TEST_F(EditorTest, CoverageIsAddedMarkedAndRefused) {
   run("INSERT INTO DoctorCoveringDoctors VALUES (1, 2), (1, 3)");
-  openView(2, frmDoctors);
+  openView(2);
   const auto pick = [](const char* doctor) {
     return [doctor](QWidget& dialog) {
       auto& doctors = control<ListView>(dialog, "ListView1");
@@ -274,7 +273,7 @@ class FacilityEditorTest : public EditorTest {
 };
 
 TEST_F(FacilityEditorTest, WardsFollowTheirMarks) {
-  openView(3, frmFacilities);
+  openView(3);
   script.in("frmEditFacility", [&](QWidget& editor) {
     ListView& list = wards(editor);
     EXPECT_EQ(shownTexts(list), (Strings{"East", "West", "North"}));
@@ -301,7 +300,7 @@ TEST_F(FacilityEditorTest, WardsFollowTheirMarks) {
 }
 
 TEST_F(FacilityEditorTest, AStoredFacilityTellsOfFailingWardsAndCloses) {
-  openView(3, frmFacilities);
+  openView(3);
   script.in("frmEditFacility", [&](QWidget& editor) {
     clickRow(wards(editor), 0);  // a patient lies there
     click(editor, "Command2");
@@ -317,7 +316,7 @@ TEST_F(FacilityEditorTest, AStoredFacilityTellsOfFailingWardsAndCloses) {
 }
 
 TEST_F(FacilityEditorTest, ANewFacilityStaysOpenAtTheFirstWardThatFails) {
-  openView(3, frmFacilities);
+  openView(3);
   script.in("frmEditFacility", [&](QWidget& editor) {
     type(line(editor, "TxtDescription"), "Oakhill");
     type(line(editor, "TxtBillingCode"), "in");

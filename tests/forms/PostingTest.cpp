@@ -154,10 +154,12 @@ TEST_F(PostingTest, AListPrintsAsItStands) {
   EXPECT_EQ(lists.fields,
             "StatusDescription,1;ChargeRealDate,1;Names,2;EMDescription,2;Facility,0.12;"
             "Insurance,0.38;");
-  const ListReport& concepts = listReport("frmEMCodes");
-  EXPECT_EQ(reportTitle(concepts.title, concepts.words, 14), "Evaulation & Management Codes ()");
-  EXPECT_EQ(reportTitle("Diagnosis Families(", listReport("frmDiagnosisFamilies").words, 1),
-            "Diagnosis Families(Incomplete)");
+  const auto title = [](std::int16_t view, std::int16_t filter) {
+    const ListReport& report = recordKind(view).records->report;
+    return reportTitle(report.title, report.words, filter);
+  };
+  EXPECT_EQ(title(7, 14), "Evaulation & Management Codes ()");
+  EXPECT_EQ(title(9, 1), "Diagnosis Families(Incomplete)");
 }
 
 TEST_F(PostingTest, ArchivesWhatIsOlderExceptEachPatientsLatest) {

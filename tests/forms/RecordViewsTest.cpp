@@ -6,7 +6,7 @@
 #include "lists/RecordView.h"
 #include "lists/Settings.h"
 #include "platform/Text.h"
-#include "shell/RecordViewTable.h"
+#include "shell/RecordKinds.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
 
@@ -17,7 +17,6 @@ using Strings = std::vector<std::string>;
 
 struct Member {
   std::int16_t view;
-  RecordView& (*form)();
   std::variant<std::int16_t*, std::int32_t*> current;
   const char* table;
   const char* key;
@@ -37,29 +36,29 @@ void PrintTo(const Member& member, std::ostream* out) { *out << member.table; }
 
 // clang-format off
 const Member kMembers[] = {
-    {2, frmDoctors, &CurrentDoctorCode, "Doctors", "DoctorCode", "Description", "Ames",
+    {2, &CurrentDoctorCode, "Doctors", "DoctorCode", "Description", "Ames",
      "SELECT * FROM Doctors", {{1, " where BillingDoctorCode=''"}}, "BillingDoctorCode", false, "Doctors",
      "INSERT INTO Doctors VALUES (", ", ''", "Doctors", "Doctors"},
-    {3, frmFacilities, &CurrentFacilityCode, "Facility", "FacilityCode", "Description", "General",
+    {3, &CurrentFacilityCode, "Facility", "FacilityCode", "Description", "General",
      "SELECT * FROM FacilitiesDescriptive", {{1, " where BillingFacilityCode=''"}}, "TypeDescription", true, "Facilites",
      "INSERT INTO Facility VALUES (", ", 1, '', ''", "Facilites", "Facilities"},
-    {4, frmDiagnosis, &CurrentDiagnosisCode, "Diagnosis", "DiagnosisCode", "Description", "d1",
+    {4, &CurrentDiagnosisCode, "Diagnosis", "DiagnosisCode", "Description", "d1",
      "SELECT * FROM DiagnosisDescriptive", {{1, " where BillingDiagnosisCode=''"}}, "BillingDiagnosisCode", false, "Diagnosis",
      "INSERT INTO Diagnosis (DiagnosisCode, Description, DiagnosisFamilyCode) VALUES (", ", 1", "Diagnosis", "Diagnosis"},
-    {5, frmProcedures, &CurrentProcedureCode, "Procedures", "ProcedureCode", "Description", "p1",
+    {5, &CurrentProcedureCode, "Procedures", "ProcedureCode", "Description", "p1",
      "SELECT * FROM Procedures", {{1, " where BillingProcedureCode=''"}}, "BillingProcedureCode", true, "Procedures",
      "INSERT INTO Procedures (ProcedureCode, Description) VALUES (", "", "Procedures", "Procedures"},
-    {6, frmInsurances, &CurrentInsuranceCode, "Insurance", "InsuranceCode", "Description", "Mutual",
+    {6, &CurrentInsuranceCode, "Insurance", "InsuranceCode", "Description", "Mutual",
      "SELECT * FROM Insurance", {{1, " where BillingInsuranceCode=''"}}, "BillingInsuranceCode", true, "Insurances",
      "INSERT INTO Insurance VALUES (", ", ''", "Insurances", "Insurances"},
-    {7, frmEMCodes, &CurrentEMCode, "EvaluationManagement", "EMCode", "Description", "Visit", "SELECT * FROM EMCodesDescriptive",
+    {7, &CurrentEMCode, "EvaluationManagement", "EMCode", "Description", "Visit", "SELECT * FROM EMCodesDescriptive",
      {{6, " where FacilityTypeCode=1"}, {7, " where FacilityTypeCode=4"}, {8, " where FacilityTypeCode=2"},
       {9, " where FacilityTypeCode=3"}, {14, " where FacilityTypeCode=5"}, {1, " where BillingEMCode=''"}},
      "FacilityTypeDescription", true, "EMCodes", "INSERT INTO EvaluationManagement VALUES (", ", 2, 1, 1, '', '', 1, 1, 2", "EMCodes", "EMCodes"},
-    {8, frmSickness, &CurrentSicknessCode, "Sickness", "SicknessCode", "Description", "Pollen", "SELECT * FROM SicknessDescriptive",
+    {8, &CurrentSicknessCode, "Sickness", "SicknessCode", "Description", "Pollen", "SELECT * FROM SicknessDescriptive",
      {{10, " where SicknessTypeCode=0"}, {11, " where SicknessTypeCode=1"}, {12, " where SicknessTypeCode=2"}}, "SicknessTypeDescription", true,
      "Sickness", "INSERT INTO Sickness (SicknessCode, Description, SicknessTypeCode) VALUES (", ", 2", "Sickness", nullptr},
-    {9, frmDiagnosisFamilies, &CurrentDiagnosisFamilyCode, "DiagnosisFamily", "DiagnosisFamilyCode", "DiagnosisFamilyDescription", "Heart",
+    {9, &CurrentDiagnosisFamilyCode, "DiagnosisFamily", "DiagnosisFamilyCode", "DiagnosisFamilyDescription", "Heart",
      "SELECT * FROM DiagnosisFamily", {}, nullptr, false, "DiagnosisFamilies",
      "INSERT INTO DiagnosisFamily VALUES (", "", "DiagnosisFamilies", "DiagnosisFamilies"},
 };
@@ -68,10 +67,11 @@ const Member kMembers[] = {
 class RecordViewsTest : public FormsTest, public testing::WithParamInterface<Member> {
  protected:
   const Member& member() const { return GetParam(); }
+  RecordView& view() const { return recordView(recordKind(member().view)); }
 
   void go(std::int16_t filter = 0) { frmShorcuts().FuerzaNodeClick(member().view, filter); }
-  ListView& list() { return control<ListView>(member().form(), "ListView1"); }
-  std::string sort() const { return member().form().records()->Sort(); }
+  ListView& list() { return control<ListView>(view(), "ListView1"); }
+  std::string sort() const { return view().records()->Sort(); }
   int rowOf(const std::string& text) {
     const Strings texts = shownTexts(list());
     return static_cast<int>(std::find(texts.begin(), texts.end(), text) - texts.begin());
@@ -102,7 +102,7 @@ TEST_P(RecordViewsTest, EachFilterReadsItsStatementAndTheFirstOrder) {
   for (const auto& [filter, clause] : member().filters) {
     go(filter);
     EXPECT_EQ(takeStatements(), Strings{concat(member().statement, clause)});
-    EXPECT_EQ(member().form().filter(), filter);
+    EXPECT_EQ(view().filter(), filter);
   }
 }
 
@@ -208,7 +208,7 @@ TEST_F(RecordViewFailuresTest, AListThatCannotBeReadStaysButItsRowsCannotBeOpene
   closeConnection();
   window().callView("Refresca");
   EXPECT_EQ(takeMessages(), Strings{concat("SELECT * FROM Doctors ", kClosed)});
-  auto& list = control<ListView>(frmDoctors(), "ListView1");
+  auto& list = control<ListView>(recordView(recordKind(2)), "ListView1");
   EXPECT_EQ(shownTexts(list), (Strings{"Ames", "Bell", "Cole", "Dunn"}));
   doubleClickRow(list, 1);
   EXPECT_EQ(takeFatal(), Strings{std::string(errorText(ErrorNumber::objectNotSet))});
@@ -218,7 +218,7 @@ TEST_F(RecordViewFailuresTest, AStoredFilterThatIsNoNumberCountsAsNone) {
   SaveSetting(kApplicationTitle, "Doctors", "ActiveFilter", "many");
   openMainWindow();
   frmShorcuts().FuerzaNodeClick(2, 0);
-  EXPECT_EQ(frmDoctors().filter(), 0);
+  EXPECT_EQ(recordView(recordKind(2)).filter(), 0);
 }
 
 }  // namespace

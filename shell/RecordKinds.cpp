@@ -1,0 +1,348 @@
+#include "shell/RecordKinds.h"
+
+#include <QPointer>
+
+#include "catalogues/Editors.h"
+#include "charges/frmCharges.h"
+#include "charges/frmEditCharge.h"
+#include "core/Principal.h"
+#include "data/BWSQLDiagnosis.h"
+#include "data/BWSQLDiagnosisFamilies.h"
+#include "data/BWSQLDoctors.h"
+#include "data/BWSQLEMCodes.h"
+#include "data/BWSQLFacilities.h"
+#include "data/BWSQLInsurances.h"
+#include "data/BWSQLProcedures.h"
+#include "data/BWSQLSickness.h"
+#include "lists/MainFrame.h"
+#include "patients/frmEditPatient.h"
+#include "patients/frmPatients.h"
+#include "shell/frmBrowser.h"
+#include "shell/frmGeneralInfo.h"
+
+namespace bw {
+namespace {
+
+template <auto form>
+View& as() {
+  return form();
+}
+
+template <auto routine, auto& current>
+int removeCurrent(std::string& message) {
+  return routine(current, message);
+}
+
+constexpr FilterWord kCatalogueWords[] = {{0, "All"}, {1, "Incomplete"}};
+constexpr FilterWord kSicknessWords[] = {
+    {0, "All"}, {10, "Allergies"}, {11, "Medical"}, {12, "Surgical"}};
+constexpr FilterWord kEMWords[] = {{0, "All"}, {1, "Incomplete"}, {6, "Hospitals"},
+                                   {7, "B&C"}, {8, "ECF"},        {9, "Home"}};
+
+// Stands in the menu of views that hide the menu.
+constexpr ViewFilter kHidden{1, "", nullptr, ViewFilter::In::menu};
+
+// The views of records have no Discharge, and yet offer it: choosing it ends in error 438.
+// "Evaulation", and the missing blank behind "Diagnosis Families", are the titles as printed.
+const std::vector<RecordKind> kKinds{
+    {.caption = "Charges",
+     .view = as<frmCharges>,
+     .filters = {{4}, {5}, {13}},
+     .group = ToolbarGroup::charges,
+     .actions = {kPost},
+     .newName = "NewCharge",
+     .newButton = "New Charge...",
+     .openNew =
+         [] {
+           CurrentChargeDate = kNewCharge;
+           frmEditCharge().showModal();
+         }},
+    {.caption = "Patients",
+     .view = as<frmPatients>,
+     .filters = {{2},
+                 {3},
+                 {1},
+                 {15},
+                 {16},
+                 {17, "", "Duplicated Names+DOB"},
+                 {18, "", "Duplicated Accounts"}},
+     .group = ToolbarGroup::patients,
+     .actions = {kAdmit, kDischarge},
+     .newName = "NewPatient",
+     .newButton = "New Patient...",
+     .openNew =
+         [] {
+           CurrentPatientId = 0;
+           frmEditPatient().showModal();
+         }},
+    {.caption = "Doctors",
+     .filters = {{1, "where BillingDoctorCode=''"}},
+     .actions = {kDischarge},
+     .newName = "NewDoctor",
+     .newButton = "New Doctor...",
+     .records =
+         RecordViewRow{.name = "frmDoctors",
+                       .caption = "Doctors",
+                       .statement = "SELECT * FROM Doctors",
+                       .firstSort = "Description",
+                       .token = RecordViewRow::Token::bare,
+                       .key = "DoctorCode",
+                       .current = &CurrentDoctorCode,
+                       .deleteQuestion = "Are you sure you want to delete the selected Doctors?",
+                       .remove = removeCurrent<DoctorDelete, CurrentDoctorCode>,
+                       .editor = frmEditDoctor,
+                       .layoutSection = "Doctors",
+                       .filterReadSection = "Doctors",
+                       .filterWriteSection = "Doctors",
+                       .report = {"Doctors (", "DoctorsView.myv", kCatalogueWords},
+                       .columns = {{"Description", "Description", 2880},
+                                   {"BillingDoctorCode", "Billing Code", 1440}}}},
+    // Layout and filter are read under the name "Facilites", the filter is written under
+    // "Facilities": it is always read back as 0. The question's spelling is the users' too.
+    {.caption = "Facilities",
+     .filters = {{1, "where BillingFacilityCode=''"}},
+     .actions = {kDischarge},
+     .newName = "NewFacility",
+     .newButton = "New Facility...",
+     .records =
+         RecordViewRow{.name = "frmFacilities",
+                       .caption = "Facilities",
+                       .statement = "SELECT * FROM FacilitiesDescriptive",
+                       .firstSort = " Description ",
+                       .token = RecordViewRow::Token::padded,
+                       .key = "FacilityCode",
+                       .current = &CurrentFacilityCode,
+                       .deleteQuestion = "Are you sure you want to delete the selected Facilites?",
+                       .remove = removeCurrent<FacilityDelete, CurrentFacilityCode>,
+                       .editor = []() -> const Form& { return frmEditFacility(); },
+                       .layoutSection = "Facilites",
+                       .filterReadSection = "Facilites",
+                       .filterWriteSection = "Facilities",
+                       .report = {"Facilities (", "FacilitiesView.myv", kCatalogueWords},
+                       .columns = {{"Description", "Description", 2880},
+                                   {"TypeDescription", "Type", 2880},
+                                   {"BillingFacilityCode", "Billing Code In", 1440},
+                                   {"BillingFacilityCodeOut", "Billing Code Out", 1440}}}},
+    {.caption = "Diagnosis",
+     .filters = {{1, "where BillingDiagnosisCode=''"}},
+     .actions = {kDischarge},
+     .newName = "NewDiagnosis",
+     .newButton = "New Diagnosis...",
+     .records =
+         RecordViewRow{.name = "frmDiagnosis",
+                       .caption = "Diagnosis",
+                       .statement = "SELECT * FROM DiagnosisDescriptive",
+                       .firstSort = "Description",
+                       .token = RecordViewRow::Token::bare,
+                       .key = "DiagnosisCode",
+                       .current = &CurrentDiagnosisCode,
+                       .deleteQuestion = "Are you sure you want to delete the selected Diagnosis?",
+                       .remove = removeCurrent<DiagnosisDelete, CurrentDiagnosisCode>,
+                       .editor = frmEditDiagnosis,
+                       .layoutSection = "Diagnosis",
+                       .filterReadSection = "Diagnosis",
+                       .filterWriteSection = "Diagnosis",
+                       .report = {"Diagnosis (", "DiagnosisView.myv", kCatalogueWords},
+                       .columns = {{"Description", "Description", 2880},
+                                   {"BillingDiagnosisCode", "Billing Code", 1440},
+                                   {"RealDiagnosisCode", "Real Code", 1440},
+                                   {"FamilyDesc", "Family", 2880}}}},
+    {.caption = "Procedures",
+     .filters = {{1, "where BillingProcedureCode=''"}},
+     .actions = {kDischarge},
+     .newName = "NewProcedure",
+     .newButton = "New Procedure...",
+     .records =
+         RecordViewRow{.name = "frmProcedures",
+                       .caption = "Procedures",
+                       .statement = "SELECT * FROM Procedures",
+                       .firstSort = " Description ",
+                       .token = RecordViewRow::Token::padded,
+                       .key = "ProcedureCode",
+                       .current = &CurrentProcedureCode,
+                       .deleteQuestion = "Are you sure you want to delete the selected Procedures?",
+                       .remove = removeCurrent<ProcedureDelete, CurrentProcedureCode>,
+                       .editor = frmEditProcedure,
+                       .layoutSection = "Procedures",
+                       .filterReadSection = "Procedures",
+                       .filterWriteSection = "Procedures",
+                       .report = {"Procedures (", "ProceduresView.myv", kCatalogueWords},
+                       .columns = {{"Description", "Description", 2880},
+                                   {"BillingProcedureCode", "Billing Code", 1440},
+                                   {"RealProcedureCode", "Real Code", 1440}}}},
+    {.caption = "Insurances",
+     .filters = {{1, "where BillingInsuranceCode=''"}},
+     .actions = {kDischarge},
+     .newName = "NewInsurance",
+     .newButton = "New Insurance...",
+     .records =
+         RecordViewRow{.name = "frmInsurances",
+                       .caption = "Insurances",
+                       .statement = "SELECT * FROM Insurance",
+                       .firstSort = " Description ",
+                       .token = RecordViewRow::Token::padded,
+                       .key = "InsuranceCode",
+                       .current = &CurrentInsuranceCode,
+                       .deleteQuestion = "Are you sure you want to delete the selected Insurances?",
+                       .remove = removeCurrent<InsuranceDelete, CurrentInsuranceCode>,
+                       .editor = frmEditInsurance,
+                       .layoutSection = "Insurances",
+                       .filterReadSection = "Insurances",
+                       .filterWriteSection = "Insurances",
+                       .report = {"Insurances (", "InsurancesView.myv", kCatalogueWords},
+                       .columns = {{"Description", "Description", 2880},
+                                   {"BillingInsuranceCode", "Billing Code", 1440}}}},
+    {.caption = "Evaluation && Management Concepts",
+     .node = "E & M Concepts",
+     .filters = {{6, "where FacilityTypeCode=1"},
+                 {7, "where FacilityTypeCode=4"},
+                 {8, "where FacilityTypeCode=2"},
+                 {9, "where FacilityTypeCode=3"},
+                 {14, "where FacilityTypeCode=5"},
+                 {1, "where BillingEMCode=''", nullptr, ViewFilter::In::tree}},
+     .actions = {kDischarge},
+     .newName = "NewEMCode",
+     .newButton = "New EM concept...",
+     .newEntry = "New E&M concept...",
+     .records =
+         RecordViewRow{.name = "frmEMCodes",
+                       .caption = "Evaluation & Management codes",
+                       .statement = "SELECT * FROM EMCodesDescriptive",
+                       .firstSort = " Description ",
+                       .token = RecordViewRow::Token::padded,
+                       .key = "EMCode",
+                       .current = &CurrentEMCode,
+                       .deleteQuestion = "Are you sure you want to delete the selected EMCodes?",
+                       .remove = removeCurrent<EMCodeDelete, CurrentEMCode>,
+                       .editor = frmEditEMCode,
+                       .layoutSection = "EMCodes",
+                       .filterReadSection = "EMCodes",
+                       .filterWriteSection = "EMCodes",
+                       .report = {"Evaulation & Management Codes (", "EMCodesView.myv", kEMWords},
+                       .columns = {{"Description", "Description", 2880},
+                                   {"FacilityTypeDescription", "Applies to", 2880},
+                                   {"BillingEMCode", "Billing Code", 1440},
+                                   {"RealEMCode", "Real Code", 1440},
+                                   {"ChargeTypeDescription", "Charge Type", 2880},
+                                   {"AttentionTypeDescription", "AttentionType", 1440}}}},
+    {.caption = "History Items",
+     .filters = {{10, "where SicknessTypeCode=0"},
+                 {11, "where SicknessTypeCode=1", "Past Medical"},
+                 {12, "where SicknessTypeCode=2", "Past Surgical"}},
+     .actions = {kDischarge},
+     .newName = "NewSickness",
+     .newButton = "New History Item",
+     .newEntry = "New History item...",
+     .records =
+         RecordViewRow{.name = "frmSickness",
+                       .caption = "History items",
+                       .statement = "SELECT * FROM SicknessDescriptive",
+                       .firstSort = " Description ",
+                       .token = RecordViewRow::Token::padded,
+                       .key = "SicknessCode",
+                       .current = &CurrentSicknessCode,
+                       .deleteQuestion = "Are you sure you want to delete the selected Sickness?",
+                       .remove = removeCurrent<SicknessDelete, CurrentSicknessCode>,
+                       .editor = frmEditSickness,
+                       .layoutSection = "Sickness",
+                       .filterReadSection = "Sickness",
+                       .filterWriteSection = nullptr,
+                       .report = {"History Items (", "HistoryItemsView.myv", kSicknessWords},
+                       .columns = {{"Description", "Description", 2880},
+                                   {"SicknessTypeDescription", "Type", 2880}}}},
+    {.caption = "Diagnosis Groups",
+     .filters = {kHidden},
+     .filterMenu = false,
+     .actions = {kDischarge},
+     .newName = "NewDiagnosisFamily",
+     .newButton = "New Diagnosis Group",
+     .newEntry = "New Diagnosis Group...",
+     .records =
+         RecordViewRow{
+             .name = "frmDiagnosisFamilies",
+             .caption = "Diagnosis Groups",
+             .statement = "SELECT * FROM DiagnosisFamily",
+             .filtering = RecordViewRow::Filters::ignored,
+             .firstSort = "DiagnosisFamilyDescription",
+             .token = RecordViewRow::Token::bare,
+             .key = "DiagnosisFamilyCode",
+             .current = &CurrentDiagnosisFamilyCode,
+             .deleteQuestion = "Are you sure you want to delete the selected DiagnosisFamilies?",
+             .remove = removeCurrent<DiagnosisFamilyDelete, CurrentDiagnosisFamilyCode>,
+             .editor = frmEditDiagnosisFamily,
+             .layoutSection = "DiagnosisFamilies",
+             .filterReadSection = "DiagnosisFamilies",
+             .filterWriteSection = "DiagnosisFamilies",
+             .report = {"Diagnosis Families(", "DiagnosisFamiliesView.myv", kCatalogueWords},
+             .columns = {{"DiagnosisFamilyDescription", "Description", 2880}}}},
+    {.caption = "Brantiwell",
+     .isPage = true,
+     .view = frmGeneralInfo,
+     .filters = {kHidden},
+     .filterMenu = false,
+     .group = ToolbarGroup::none},
+    {.caption = "Halvorne on the Web",
+     .isPage = true,
+     .reachable = false,
+     .view = sponsorOnTheWeb,
+     .filters = {kHidden},
+     .filterMenu = false,
+     .group = ToolbarGroup::browser},
+    {.caption = "Fenmoor Systems on the Web",
+     .isPage = true,
+     .view = makerOnTheWeb,
+     .filters = {kHidden},
+     .filterMenu = false,
+     .group = ToolbarGroup::browser},
+};
+
+constexpr std::string_view kFilterCaptions[] = {"All",
+                                                "Incomplete",
+                                                "Admitted",
+                                                "Not Admitted",
+                                                "Ready",
+                                                "Posted",
+                                                "Hospitals",
+                                                "Board & Care",
+                                                "Extended Care Facilities",
+                                                "Home",
+                                                "Allergies",
+                                                "Medical History",
+                                                "Surgical History",
+                                                "Archived",
+                                                "Office",
+                                                "Duplicated DOB",
+                                                "Duplicated Names",
+                                                "Duplicated DOB+Names",
+                                                "Duplicated Account"};
+
+}  // namespace
+
+std::span<const RecordKind> recordKinds() { return kKinds; }
+
+std::span<const std::string_view> filterCaptions() { return kFilterCaptions; }
+
+const RecordKind& recordKind(std::int16_t view) {
+  const bool known = view >= 0 && view < std::ssize(kKinds);
+  return kKinds[static_cast<std::size_t>(known ? view : kWelcomeView)];
+}
+
+RecordView& recordView(const RecordKind& kind) {
+  static std::vector<QPointer<RecordView>> views(kKinds.size());
+  QPointer<RecordView>& view = views[static_cast<std::size_t>(&kind - kKinds.data())];
+  if (!view) view = new RecordView(kind.records.value(), kind.filters, MainWindow->clientArea());
+  return *view;
+}
+
+View& viewOf(const RecordKind& kind) {
+  return kind.view != nullptr ? kind.view() : recordView(kind);
+}
+
+void openNew(const RecordKind& kind) {
+  if (kind.openNew != nullptr) return kind.openNew();
+  if (!kind.records) return;
+  std::visit([](auto* current) { *current = 0; }, kind.records->current);
+  kind.records->editor().showModal();
+}
+
+}  // namespace bw
