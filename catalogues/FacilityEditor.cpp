@@ -128,7 +128,7 @@ void FacilityEditor::openSelected() {
 
 // The wards of a new facility end with the first that fails, and the dialog stays: the facility is
 // stored by then, a second Ok changes it and tries its wards by their marks. Those of a facility
-// that was there all go through, whichever fails, and the dialog goes. Both are wanted.
+// that was there all go through, whichever fails, and the dialog goes.
 void FacilityEditor::ok() {
   CBFacilityTypes->moveToSelected(RsFacilityTypes);
   const bool isNew = CurrentFacilityCode == 0;

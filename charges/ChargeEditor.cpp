@@ -7,9 +7,10 @@
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
 #include "data/BWSQLPatients.h"
+#include "data/ChargeCodes.h"
 #include "data/CodeList.h"
 #include "data/Literals.h"
-#include "lists/Lists.h"
+#include "lists/EditedRecord.h"
 #include "picks/PickDialogs.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
@@ -22,8 +23,6 @@ namespace {
 // Characters of a record of PickResult, and of the code in it.
 constexpr int kRecord = 45;
 constexpr int kCode = 5;
-
-constexpr std::int16_t kInpatient = 1;
 
 std::string chargeStatement(const char* view) {
   return concat("Select * From ", view, " Where PatientId=", CurrentPatientId, " and ChargeDate=#",
@@ -55,37 +54,24 @@ void ChargeEditor::load() {
   if (isNew() ? loadNew() : loadStored()) NotLoaded = false;
 }
 
-bool ChargeEditor::open(RecordSetRef& rows, const char* statement, const char* emptyMessage) {
-  std::string message;
-  if (OpenRecordset(rows, statement, message) != 0) return MsgBox(message), false;
-  if (rows->RecordCount() == 0) return MsgBox(emptyMessage), false;
-  return true;
-}
-
 bool ChargeEditor::openCatalogues() {
-  return open(RsEMCodes, "select * from EvaluationManagement",
-              "You have to define Evaluation & Management Codes first!") &&
-         open(RsFacilities, "select * from facility", "You have to define Facilities first!") &&
-         open(RsChargeTypes, "select * from ChargeTypes",
-              "You have to define Charge types first!") &&
-         open(RsRefDoctors, "select * from Doctors", "You have to define Doctors first!");
+  return openRows(RsEMCodes, "select * from EvaluationManagement",
+                  "You have to define Evaluation & Management Codes first!") &&
+         openRows(RsFacilities, "select * from facility", "You have to define Facilities first!") &&
+         openRows(RsChargeTypes, "select * from ChargeTypes",
+                  "You have to define Charge types first!") &&
+         openRows(RsRefDoctors, "select * from Doctors", "You have to define Doctors first!");
 }
 
 bool ChargeEditor::openDetails(Details& details) {
-  std::string message;
-  if (OpenRecordset(details.list.rows, chargeStatement(details.view), message) == 0) return true;
-  MsgBox(message);
-  return false;
+  return openRows(details.list.rows, chargeStatement(details.view));
 }
 
 bool ChargeEditor::loadStored() {
   Command5->hide();  // the patient of a stored charge stays
   RecordSetRef charge;
-  std::string message;
-  if (OpenRecordset(charge, chargeStatement("ChargesDescriptive"), message) != 0)
-    return MsgBox(message), false;
-  if (charge->RecordCount() == 0)
-    return MsgBox("Record not found.  Please report this error!"), false;
+  if (!openRows(charge, chargeStatement("ChargesDescriptive")) || !foundRecord(charge))
+    return false;
   for (Details* details : {&diagnoses_, &procedures_}) {
     if (!openDetails(*details)) return false;
     details->list.fill();
@@ -135,11 +121,9 @@ bool ChargeEditor::showPatientOfNew() {
     return true;
   }
   RecordSetRef patient;
-  std::string message;
-  if (OpenRecordset(patient, concat("select * from Patient Where PatientId =", CurrentPatientId),
-                    message) != 0)
-    return MsgBox(message), false;
-  if (patient->RecordCount() == 0) return MsgBox("Error recovering patient information."), false;
+  if (!openRows(patient, concat("select * from Patient Where PatientId =", CurrentPatientId),
+                "Error recovering patient information."))
+    return false;
   TxtPatient->setText(toQt(patient->textOrEmpty("Names")));
   if (patient->integer("InFacilityCode") > 0) {
     CBChargeTypes->setListIndex(0);
@@ -178,7 +162,7 @@ void ChargeEditor::doctorSelected() {
 void ChargeEditor::takeAttentionType() {
   const bool none = RsDoctors->isNull("AttentionTypeCode");
   PickedAttentionTypeCode = none ? std::int16_t{0} : RsDoctors->code("AttentionTypeCode");
-  if (PickedAttentionTypeCode == 0) PickedAttentionTypeCode = 2;
+  if (PickedAttentionTypeCode == 0) PickedAttentionTypeCode = kVisit;
 }
 
 // A new charge is offered the concepts of the facility's type, the patient's status and the

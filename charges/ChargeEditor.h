@@ -8,6 +8,7 @@
 #include "controls/ComboBox.h"
 #include "controls/DatePicker.h"
 #include "controls/Dialog.h"
+#include "lists/DetailFrame.h"
 #include "lists/WorkingList.h"
 
 namespace bw {
@@ -27,15 +28,12 @@ class ChargeEditor : public Dialog {
     const Form& (*pick)();
     WorkingList list;
   };
-  struct FrameRow;
-  static const FrameRow kFrames[2];
 
   void build();
   void buildFields(QGridLayout* grid);
-  QWidget* buildDetails(const FrameRow& row, Details& details);
+  QWidget* buildDetails(const DetailFrame& frame, Details& details);
 
   bool openCatalogues();
-  bool open(RecordSetRef& rows, const char* statement, const char* emptyMessage);
   bool openDetails(Details& details);
   bool loadStored();
   void showStored(const RecordSetRef& charge);

@@ -1,4 +1,3 @@
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -8,26 +7,25 @@
 
 namespace bw {
 
-struct ChargeEditor::FrameRow {
-  const char* name;
-  const char* title;
-  const char* list;
-  const char* addName;
-  const char* addText;
-  const char* addTip;
-  const char* delName;
-  const char* delText;
-  const char* delTip;
-};
+namespace {
 
-// clang-format off
-const ChargeEditor::FrameRow ChargeEditor::kFrames[] = {
-    {"Frame1", "Diagnosis", "ListView1", "Command1", "&add", "Add diagnoses (Insert)",
-     "Command2", "de&l", "Remove the selected diagnosis, or keep it after all (Delete)"},
-    {"Frame2", "Procedures", "ListView2", "Command4", "a&dd", "Add procedures (Insert)",
-     "Command3", "d&el", "Remove the selected procedure, or keep it after all (Delete)"},
-};
-// clang-format on
+constexpr DetailFrame kDiagnoses{
+    .title = "Diagnosis",
+    .addTip = "Add diagnoses (Insert)",
+    .delTip = "Remove the selected diagnosis, or keep it after all (Delete)",
+    .delText = "de&l"};
+constexpr DetailFrame kProcedures{
+    .title = "Procedures",
+    .addTip = "Add procedures (Insert)",
+    .delTip = "Remove the selected procedure, or keep it after all (Delete)",
+    .name = "Frame2",
+    .list = "ListView2",
+    .addName = "Command4",
+    .addText = "a&dd",
+    .delName = "Command3",
+    .delText = "d&el"};
+
+}  // namespace
 
 ChargeEditor::ChargeEditor(QWidget* owner)
     : Dialog("frmEditCharge", "Charge", owner), CBFacilities(new ComboBox(this)),
@@ -49,8 +47,8 @@ void ChargeEditor::build() {
   buildFields(grid);
   column->addLayout(grid);
   auto* frames = new QHBoxLayout;
-  for (const FrameRow& row : kFrames)
-    frames->addWidget(buildDetails(row, &row == kFrames ? diagnoses_ : procedures_));
+  frames->addWidget(buildDetails(kDiagnoses, diagnoses_));
+  frames->addWidget(buildDetails(kProcedures, procedures_));
   column->addLayout(frames, 1);
   auto* foot = makeFoot(
       {}, [this] { ok(); }, [this] { cancel(); });
@@ -100,26 +98,9 @@ void ChargeEditor::buildFields(QGridLayout* grid) {
   }
 }
 
-QWidget* ChargeEditor::buildDetails(const FrameRow& row, Details& details) {
-  auto* frame = named(new QGroupBox(row.title, this), row.name, row.title);
-  auto* column = new QVBoxLayout(frame);
-  ListView& list = details.list.list();
-  list.stretchLastColumn();
-  list.onInsertKey = [this, &details] { addDetails(details); };
-  list.onDeleteKey = [&details] { details.list.toggleSelected(); };
-  column->addWidget(named(&list, row.list, row.title));
-  auto* buttons = new QHBoxLayout;
-  auto* add =
-      makeButton(row.addName, row.addText, frame, [this, &details] { addDetails(details); });
-  auto* del =
-      makeButton(row.delName, row.delText, frame, [&details] { details.list.toggleSelected(); });
-  add->setToolTip(row.addTip);
-  del->setToolTip(row.delTip);
-  buttons->addWidget(add);
-  buttons->addWidget(del);
-  buttons->addStretch();
-  column->addLayout(buttons);
-  return frame;
+QWidget* ChargeEditor::buildDetails(const DetailFrame& frame, Details& details) {
+  details.list.list().stretchLastColumn();
+  return makeDetailFrame(frame, details.list, this, [this, &details] { addDetails(details); });
 }
 
 }  // namespace bw

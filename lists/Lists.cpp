@@ -62,7 +62,7 @@ void mergeRecord(const RecordSetRef& recordset, const RecordSetRef& fresh, ListV
 }
 
 // Positions are set one after another, each moving the other columns along. That does not give
-// back every order, and is wanted as it is.
+// back every order; the users' stored layouts are read so.
 void ColumnLayoutRestore(ListView& list, const std::string& section) {
   for (int i = 0; i < list.columns(); ++i) {
     const std::string& key = list.column(i).key;

@@ -25,7 +25,7 @@ class WorkingList {
   RecordSetRef rows;
 
   // Fills the list, with no row selected. Stars of rows to be removed are not shown again: the
-  // texts are those of the record set. That is wanted.
+  // texts are those of the record set.
   void fill();
 
   // Adds a row that is not stored yet. The list is not filled.
@@ -34,7 +34,7 @@ class WorkingList {
   // The button "del": takes an added row out, marks a stored one to be removed, or takes its mark
   // back. Without a selected row nothing happens.
   // After a row was taken out the keys of the rows behind it keep their numbers, so that the next
-  // "del" can meet another record than the row shows, or none (error 3021). That is wanted.
+  // "del" can meet another record than the row shows, or none (error 3021).
   void toggleSelected();
 
   // Calls f(state) at every row from the first to the last, the record set standing on it.

@@ -26,7 +26,7 @@ struct SingleRow {
 
 // Of a charge of an inpatient the patients admitted to its facility, otherwise those who are not
 // admitted. The charges view does not set the type: its list goes by what the last charge editor
-// left there, which is wanted.
+// left there.
 std::string patientsOffered() {
   if (EditChargeTypeCode == kInpatient)
     return concat("SELECT * FROM Patient where InFacilityCode=", PickFacilityCode,

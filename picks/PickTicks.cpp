@@ -130,7 +130,7 @@ void TickDialog::loadGroups() {
   if (!RsPickGroups || RsPickGroups->RecordCount() == 0) return;
   groups_->fillFrom(RsPickGroups, row_.groups->shown);
   // The sickness type last used decides for the diagnoses' groups too: a number of another
-  // catalogue, which is wanted.
+  // catalogue.
   groups_->selectFound(RsPickGroups,
                        concat(row_.groups->code, "=", patientOpener().LastSicknessTypeCode));
 }

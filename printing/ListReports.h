@@ -24,7 +24,7 @@ struct ListReport {
   std::span<const FilterWord> words;
 };
 
-// "Doctors (All)". A filter without a word leaves it empty, which is wanted.
+// "Doctors (All)". A filter without a word leaves it empty.
 std::string reportTitle(std::string_view title, std::span<const FilterWord> words,
                         std::int16_t filter);
 

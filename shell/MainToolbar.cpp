@@ -22,7 +22,7 @@ struct ButtonRow {
   const char* shortcut = "";  // of a command that no menu has
 };
 
-// "Fordward" is the button's name and caption as they are wanted.
+// "Fordward" is the button's name and caption, and the argument that `Accion` knows.
 // clang-format off
 constexpr std::array<ButtonRow, kToolbarButtons> kButtons{{
     {"Nuevo", "     New     ", "New", "New", "*"},
