@@ -60,6 +60,8 @@ class ChargeEditor : public Dialog {
   std::string codeListOf(Details& details) const;
   void ok();
   int store(std::string& message);
+  std::string adviceOn(const std::string& refusal) const;
+  static std::string standsTwice(const Details& details);
   void cancel();
 
   // As last time, in a new charge (ChargeAsLastTime.cpp): fills in what the patient's latest charge
