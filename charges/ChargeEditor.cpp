@@ -12,6 +12,7 @@
 #include "lists/Lists.h"
 #include "picks/PickDialogs.h"
 #include "platform/Conversions.h"
+#include "platform/RowMark.h"
 #include "platform/Text.h"
 
 // What the charge editor does; its window is built in ChargeEditorWindow.cpp.
@@ -24,6 +25,8 @@ constexpr int kRecord = 45;
 constexpr int kCode = 5;
 
 constexpr std::int16_t kInpatient = 1;
+
+const std::vector<std::string> kDoctorMarks{"BillingDoctorCode", "DoctorCode"};
 
 std::string chargeStatement(const char* view) {
   return concat("Select * From ", view, " Where PatientId=", CurrentPatientId, " and ChargeDate=#",
@@ -46,9 +49,10 @@ void ChargeEditor::load() {
   if (!openCatalogues()) return;
   CBChargeTypes->fillFrom(RsChargeTypes, "Description");
   CBChargeTypes->setListIndex(0);
-  CBFacilities->fillFrom(RsFacilities, "Description");
+  CBFacilities->fillFrom(RsFacilities, "Description",
+                         {"BillingFacilityCode", "BillingFacilityCodeOut", "FacilityCode"});
   CBFacilities->setListIndex(0);
-  CBRefDoctors->fillFrom(RsRefDoctors, "Description");
+  CBRefDoctors->fillFrom(RsRefDoctors, "Description", kDoctorMarks);
   CBRefDoctors->setListIndex(0);
   fillDoctors();
   EditEMCode = 0;
@@ -199,7 +203,10 @@ void ChargeEditor::fillEMCodes() {
     if (RsEMCodes->integer("EMCode") == EditEMCode)
       remembered = static_cast<int>(RsEMCodes->AbsolutePosition()) - 1;
   }
-  CBEMCodes->setItems(items);
+  CBEMCodes->setItems(items, [this](int index) {
+    return toQt(markOf(*RsEMCodes->rows(), RsEMCodes->view()[static_cast<std::size_t>(index)],
+                       {"RealEMCode", "EMCode"}));
+  });
   CBEMCodes->setListIndex(remembered);
 }
 
@@ -211,7 +218,7 @@ void ChargeEditor::fillDoctors() {
     return MsgBox(message);
   const RecordSetRef covering = readCoveringEntries();
   RecordsetCopyAll(RsDoctors, covering);
-  CBDoctors->fillFrom(RsDoctors, "Names");
+  CBDoctors->fillFrom(RsDoctors, "Names", [this](int index) { return doctorMark(index); });
   if (CBDoctors->count() == 0) return;
   CBDoctors->setListIndex(0);
   RsDoctors->MoveFirst();
@@ -219,7 +226,8 @@ void ChargeEditor::fillDoctors() {
   fillEMCodes();
 }
 
-RecordSetRef ChargeEditor::readCoveringEntries() const {
+RecordSetRef ChargeEditor::readCoveringEntries() {
+  covered_.clear();
   RecordSetRef entries;
   std::string ignored;  // a list without covering entries is told by nothing
   OpenRecordset(entries, "select * from PatientDoctorsDescriptive where PatientId=0", ignored);
@@ -237,10 +245,31 @@ RecordSetRef ChargeEditor::readCoveringEntries() const {
                                 RsDoctors->textOrEmpty("Names") + ")");
       entries->set("AttentionTypeCode", RsDoctors->value("AttentionTypeCode"));
       entries->Update();
+      covered_.push_back(RsDoctors->integer("DoctorCode"));
     }
     RsCoverage.close();
   }
   return entries;
+}
+
+// Two doctors of one name, or two whom one covers.
+QString ChargeEditor::doctorMark(int index) const {
+  const std::vector<std::uint32_t>& shown = RsDoctors->view();
+  const auto place = static_cast<std::size_t>(index);
+  const std::size_t own = shown.size() - covered_.size();
+  const RowStore& rows = *RsDoctors->rows();
+  const auto code = rows.columns[rows.indexOf("DoctorCode")].raw(shown[place]);
+  std::string mark = codesOfDoctor(static_cast<std::int32_t>(code));
+  if (place >= own) mark += " for " + codesOfDoctor(covered_[place - own]);
+  return toQt(mark);
+}
+
+std::string ChargeEditor::codesOfDoctor(std::int32_t code) const {
+  const RowStore& doctors = *RsRefDoctors->rows();
+  const Column& codes = doctors.columns[doctors.indexOf("DoctorCode")];
+  for (const std::uint32_t row : RsRefDoctors->view())
+    if (codes.raw(row) == code) return markOf(doctors, row, kDoctorMarks);
+  return concat(code);
 }
 
 void ChargeEditor::pickPatient() {

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "controls/ComboBox.h"
 #include "controls/DatePicker.h"
@@ -48,7 +49,9 @@ class ChargeEditor : public Dialog {
   void doctorSelected();
   void fillEMCodes();
   void fillDoctors();
-  RecordSetRef readCoveringEntries() const;
+  RecordSetRef readCoveringEntries();
+  QString doctorMark(int index) const;
+  std::string codesOfDoctor(std::int32_t code) const;
   void takeAttentionType();
 
   void pickPatient();
@@ -62,7 +65,8 @@ class ChargeEditor : public Dialog {
   RecordSetRef RsFacilities;
   RecordSetRef RsChargeTypes;
   RecordSetRef RsRefDoctors;
-  RecordSetRef RsDoctors;  // then the covering entries
+  RecordSetRef RsDoctors;              // then the covering entries
+  std::vector<std::int32_t> covered_;  // for whom each of those
 
   ComboBox* CBFacilities;
   ComboBox* CBEMCodes;

@@ -1,10 +1,19 @@
 #include "controls/Hint.h"
 
+#include <QAbstractScrollArea>
 #include <QAccessible>
 #include <QEvent>
 #include <algorithm>
 
 namespace bw {
+namespace {
+
+QRect insideOf(QWidget* widget) {
+  auto* area = qobject_cast<QAbstractScrollArea*>(widget);
+  return area == nullptr ? widget->rect() : area->viewport()->geometry();
+}
+
+}  // namespace
 
 Hint::Hint(QWidget* anchor, Place place)
     : QLabel(place == Place::insideBelow ? anchor : anchor->window()), anchor_(anchor),
@@ -35,12 +44,23 @@ void Hint::say(const QString& text) {
   QAccessible::updateAccessibility(&told);
 }
 
+void Hint::leaveFree(const QRect& place) {
+  free_ = place;
+  put();
+}
+
+void Hint::putInside() {
+  const QRect within = insideOf(anchor_);
+  resize(std::min(width(), within.width()), height());
+  move(within.right() - width() + 1, within.bottom() - height() + 1);
+  if (geometry().intersects(free_)) move(x(), within.top());
+}
+
 void Hint::put() {
   adjustSize();
+  if (place_ == Place::insideBelow) return putInside();
   const QRect within = parentWidget()->rect();
   resize(std::min(width(), within.width()), height());
-  if (place_ == Place::insideBelow)
-    return move(within.right() - width() + 1, within.bottom() - height() + 1);
   const QPoint corner = anchor_->mapTo(parentWidget(), QPoint(0, anchor_->height()));
   const bool fits = corner.y() + height() <= within.height();
   move(std::clamp(corner.x(), 0, within.width() - width()),
