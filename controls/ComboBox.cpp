@@ -56,8 +56,14 @@ class MarkedItems : public QStyledItemDelegate {
   }
 };
 
-bool takesChoice(const QKeyEvent& event) {
+bool isEnter(const QKeyEvent& event) {
   return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+// In the open list.
+bool takesMarked(const QKeyEvent& event) {
+  const bool altDown = event.key() == Qt::Key_Down && (event.modifiers() & Qt::AltModifier) != 0;
+  return isEnter(event) || event.key() == Qt::Key_F4 || altDown;
 }
 
 }  // namespace
@@ -213,7 +219,7 @@ bool ComboBox::settle() {
 void ComboBox::keyPressEvent(QKeyEvent* event) {
   const TypedSearch::Key key = search_.takeKey(*event);
   if (key == TypedSearch::Key::taken) return;
-  if (key == TypedSearch::Key::other && takesChoice(*event) && stopOnce()) return;
+  if (key == TypedSearch::Key::other && isEnter(*event) && stopOnce()) return;
   QComboBox::keyPressEvent(event);
   if (key == TypedSearch::Key::other && event->isAccepted()) search_.end();
 }
@@ -256,6 +262,8 @@ bool ComboBox::isPopupOpen() const {
 void ComboBox::preparePopup() {
   setStyle(listPopup());
   setItemDelegate(new MarkedItems(this));
+  // The view may have been made before, for an assistive tool.
+  view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   if (auto* list = qobject_cast<QListView*>(view())) list->setUniformItemSizes(true);
   popupHint_ = named(new Hint(view(), Hint::Place::insideBelow), "findField", "Find");
   view()->installEventFilter(this);
@@ -289,12 +297,22 @@ void ComboBox::hidePopup() {
 bool ComboBox::takePopupKey(const QKeyEvent& event) {
   const TypedSearch::Key key = search_.takeKey(event);
   if (key != TypedSearch::Key::other) return key == TypedSearch::Key::taken;
-  if (takesChoice(event) && stopOnce()) return true;
+  if (takesMarked(event) && stopOnce()) return true;
   search_.end();
   return false;
 }
 
+// The toolkit closes the list before it sends the key itself.
+bool ComboBox::wantsShortcut(const QKeyEvent& event) const {
+  if (event.key() == Qt::Key_Escape) return search_.isOpen();
+  return search_.failed() && !stopped_ && takesMarked(event);
+}
+
 bool ComboBox::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && wantsShortcut(*static_cast<QKeyEvent*>(event))) {
+    event->accept();
+    return true;
+  }
   if (event->type() == QEvent::KeyPress && takePopupKey(*static_cast<QKeyEvent*>(event)))
     return true;
   return QComboBox::eventFilter(watched, event);

@@ -77,6 +77,7 @@ class ComboBox : public QComboBox, public TypedInput, private TypedSearch::Rows 
   void endSearch(bool givenUp) override;
 
   bool isPopupOpen() const;
+  bool wantsShortcut(const QKeyEvent& event) const;
   bool takePopupKey(const QKeyEvent& event);
   void preparePopup();
   void widenPopup();

@@ -139,7 +139,7 @@ QModelIndex FindAsYouType::select(int row) {
 
 QString FindAsYouType::words(std::optional<int> found) const {
   QString words = "Find: " + search_.text();
-  if (!found) return words + " (no such row: Backspace takes a letter back, Esc gives up)";
+  if (!found) return words + " (no such row: Backspace or Esc)";
   if (groups_.shown && groups_.shown() != group_) words += " in " + groups_.name(groups_.shown());
   if (const QString mark = model_.mark(list_.currentIndex().row()); !mark.isEmpty())
     words += " (" + mark + "; F3 goes on)";

@@ -49,18 +49,26 @@ void Hint::leaveFree(const QRect& place) {
   put();
 }
 
+// Words that are too long for one line go on in the next.
+void Hint::fit(int most) {
+  setWordWrap(false);
+  adjustSize();
+  if (width() <= most) return;
+  setWordWrap(true);
+  resize(most, heightForWidth(most));
+}
+
 void Hint::putInside() {
   const QRect within = insideOf(anchor_);
-  resize(std::min(width(), within.width()), height());
+  fit(within.width());
   move(within.right() - width() + 1, within.bottom() - height() + 1);
   if (geometry().intersects(free_)) move(x(), within.top());
 }
 
 void Hint::put() {
-  adjustSize();
   if (place_ == Place::insideBelow) return putInside();
   const QRect within = parentWidget()->rect();
-  resize(std::min(width(), within.width()), height());
+  fit(within.width());
   const QPoint corner = anchor_->mapTo(parentWidget(), QPoint(0, anchor_->height()));
   const bool fits = corner.y() + height() <= within.height();
   move(std::clamp(corner.x(), 0, within.width() - width()),

@@ -24,6 +24,7 @@ class Hint : public QLabel {
 
  private:
   void put();
+  void fit(int most);
   void putInside();
 
   QWidget* anchor_;

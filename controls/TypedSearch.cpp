@@ -60,8 +60,9 @@ bool TypedSearch::takeText(const QString& text) {
 }
 
 void TypedSearch::shorten() {
-  text_.chop(text_.back().isLowSurrogate() ? 2 : 1);
-  if (text_.isEmpty()) return close(true);
+  const int last = text_.back().isLowSurrogate() ? 2 : 1;
+  if (text_.size() == last) return close(true);
+  text_.chop(last);
   look();
 }
 
