@@ -138,7 +138,6 @@ TEST_F(CaptureTest, FollowUpChargeTakesFewKeys) {
   const auto pickOne = [&](const QString& text) {
     return [&, text](QWidget&) {
       letters(focus(), text);
-      press(focus(), Qt::Key_Space);
       press(focus(), Qt::Key_Return);
     };
   };
