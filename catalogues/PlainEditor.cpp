@@ -154,7 +154,7 @@ bool PlainEditor::loadGroups() {
   RsGroups = row_.group->read();
   if (!RsGroups) return false;
   if (RsGroups->RecordCount() == 0) return MsgBox(row_.group->emptyMessage), false;
-  groups_->fillFrom(RsGroups, row_.group->shown);
+  groups_->fillFrom(RsGroups, row_.group->shown, {row_.group->code});
   groups_->setListIndex(0);
   return true;
 }

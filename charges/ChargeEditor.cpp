@@ -12,6 +12,7 @@
 #include "lists/Lists.h"
 #include "picks/PickDialogs.h"
 #include "platform/Conversions.h"
+#include "platform/RowMark.h"
 #include "platform/Text.h"
 
 // What the charge editor does; its window is built in ChargeEditorWindow.cpp, its charge is stored
@@ -23,6 +24,8 @@ namespace {
 // Characters of a record of PickResult, and of the code in it.
 constexpr int kRecord = 45;
 constexpr int kCode = 5;
+
+const std::vector<std::string> kDoctorMarks{"BillingDoctorCode", "DoctorCode"};
 
 std::string currentStatement(const char* view) {
   return chargeStatement(view, CurrentPatientId, CurrentChargeDate, CurrentChargeTime);
@@ -43,9 +46,10 @@ void ChargeEditor::load() {
   if (!openCatalogues()) return;
   CBChargeTypes->fillFrom(RsChargeTypes, "Description");
   CBChargeTypes->setListIndex(0);
-  CBFacilities->fillFrom(RsFacilities, "Description");
+  CBFacilities->fillFrom(RsFacilities, "Description",
+                         {"BillingFacilityCode", "BillingFacilityCodeOut", "FacilityCode"});
   CBFacilities->setListIndex(0);
-  CBRefDoctors->fillFrom(RsRefDoctors, "Description");
+  CBRefDoctors->fillFrom(RsRefDoctors, "Description", kDoctorMarks);
   CBRefDoctors->setListIndex(0);
   fillDoctors();
   EditEMCode = 0;
@@ -184,19 +188,42 @@ void ChargeEditor::fillEMCodes() {
     if (RsEMCodes->integer("EMCode") == EditEMCode)
       remembered = static_cast<int>(RsEMCodes->AbsolutePosition()) - 1;
   }
-  CBEMCodes->setItems(items);
+  CBEMCodes->setItems(items, [this](int index) {
+    return toQt(markOf(*RsEMCodes->rows(), RsEMCodes->view()[static_cast<std::size_t>(index)],
+                       {"RealEMCode", "EMCode"}));
+  });
   CBEMCodes->setListIndex(remembered);
 }
 
 void ChargeEditor::fillDoctors() {
   std::string message;
   if (doctorEntries_.read(RsDoctors, message) != 0) return MsgBox(message);
-  CBDoctors->fillFrom(RsDoctors, "Names");
+  CBDoctors->fillFrom(RsDoctors, "Names", [this](int index) { return doctorMark(index); });
   if (CBDoctors->count() == 0) return;
   CBDoctors->setListIndex(0);
   RsDoctors->MoveFirst();
   takeAttentionType();
   fillEMCodes();
+}
+
+// Two doctors of one name, or two whom one covers.
+QString ChargeEditor::doctorMark(int index) const {
+  const std::vector<std::uint32_t>& shown = RsDoctors->view();
+  const auto place = static_cast<std::size_t>(index);
+  const std::size_t own = shown.size() - doctorEntries_.covered().size();
+  const RowStore& rows = *RsDoctors->rows();
+  const auto code = rows.columns[rows.indexOf("DoctorCode")].raw(shown[place]);
+  std::string mark = codesOfDoctor(static_cast<std::int32_t>(code));
+  if (place >= own) mark += " for " + codesOfDoctor(doctorEntries_.covered()[place - own]);
+  return toQt(mark);
+}
+
+std::string ChargeEditor::codesOfDoctor(std::int32_t code) const {
+  const RowStore& doctors = *RsRefDoctors->rows();
+  const Column& codes = doctors.columns[doctors.indexOf("DoctorCode")];
+  for (const std::uint32_t row : RsRefDoctors->view())
+    if (codes.raw(row) == code) return markOf(doctors, row, kDoctorMarks);
+  return concat(code);
 }
 
 void ChargeEditor::pickPatient() {

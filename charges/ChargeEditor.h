@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "charges/DoctorEntries.h"
 #include "controls/ComboBox.h"
@@ -50,6 +51,8 @@ class ChargeEditor : public Dialog {
   void doctorSelected();
   void fillEMCodes();
   void fillDoctors();
+  QString doctorMark(int index) const;
+  std::string codesOfDoctor(std::int32_t code) const;
   void takeAttentionType();
 
   void pickPatient();
@@ -73,7 +76,6 @@ class ChargeEditor : public Dialog {
   void chooseReferring(const LastCharge& last);
   void addMissing(Details& details, const RecordSetRef& rows);
   void unsay();
-
 
   RecordSetRef RsEMCodes;
   RecordSetRef RsFacilities;

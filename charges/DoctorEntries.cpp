@@ -7,6 +7,7 @@ namespace bw {
 
 int DoctorEntries::read(RecordSetRef& doctors, std::string& message) {
   if (OpenRecordset(doctors, "select * from DoctorsDescriptive", message) != 0) return 1;
+  covered_.clear();
   readCoverage();
   if (coverage_.empty() || doctors->RecordCount() == 0) return 0;
   for (doctors->MoveFirst(); !doctors->EOF_(); doctors->MoveNext()) addEntriesOf(doctors);
@@ -38,6 +39,7 @@ void DoctorEntries::addEntriesOf(const RecordSetRef& doctor) {
     entries_->set("Names", concat(names, " (Covering ", doctor->textOrEmpty("Names"), ")"));
     entries_->set("AttentionTypeCode", doctor->value("AttentionTypeCode"));
     entries_->Update();
+    covered_.push_back(doctor->integer("DoctorCode"));
   }
 }
 

@@ -19,6 +19,8 @@ class DoctorEntries {
   // 0, or 1 with `doctors` as it was and the error in `message`. Coverage that cannot be read is
   // told by nothing: there are no such entries then.
   int read(RecordSetRef& doctors, std::string& message);
+  // For whom each of the covering doctors at the end of that list stands there, by code.
+  const std::vector<std::int32_t>& covered() const noexcept { return covered_; }
 
  private:
   struct Covering {
@@ -30,6 +32,7 @@ class DoctorEntries {
 
   bool coverageRead_ = false;
   std::map<std::int32_t, std::vector<Covering>> coverage_;  // by the code of who is covered
+  std::vector<std::int32_t> covered_;
   RecordSetRef entries_;  // a working set of the right shape; empty between the calls
 };
 

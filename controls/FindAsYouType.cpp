@@ -1,119 +1,115 @@
 #include "controls/FindAsYouType.h"
 
-#include <QAccessible>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QScrollBar>
+#include <QScopedValueRollback>
 #include <QTableView>
 #include <algorithm>
 
 #include "controls/Dialog.h"
+#include "controls/Hint.h"
 #include "controls/ListModel.h"
 #include "controls/QtText.h"
 
 namespace bw {
 namespace {
 
-bool isModifier(int key) {
-  return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
-         key == Qt::Key_Meta || key == Qt::Key_AltGr || key == Qt::Key_CapsLock;
-}
+bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
-bool typesText(const QKeyEvent& event) {
-  constexpr auto kCommands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-  return !(event.modifiers() & kCommands) && !event.text().isEmpty() && event.text()[0].isPrint();
-}
-
-Hit hitIn(std::string_view text, std::string_view wanted) {
-  const std::size_t at = text.find(wanted);
-  if (at == std::string_view::npos) return Hit::none;
-  return at == 0 ? Hit::atStart : Hit::inside;
+// Enter and Ctrl+Enter are Ok, Insert ticks.
+bool ticks(const QKeyEvent& event) {
+  const Qt::KeyboardModifiers with = event.modifiers() & ~Qt::KeypadModifier;
+  if (isEnter(event.key())) return with == Qt::NoModifier || with == Qt::ControlModifier;
+  return event.key() == Qt::Key_Insert && with == Qt::NoModifier;
 }
 
 }  // namespace
 
-FindAsYouType::FindAsYouType(QTableView& list, const ListModel& model)
-    : QObject(&list), list_(list), model_(model), field_(new QLabel(&list)) {
-  named(field_, "findField", "Find");
-  field_->setTextFormat(Qt::PlainText);
-  field_->setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
-  field_->setAutoFillBackground(true);
-  field_->setForegroundRole(QPalette::ToolTipText);
-  field_->setBackgroundRole(QPalette::ToolTipBase);
-  field_->setMargin(2);
-  field_->hide();
+FindAsYouType::FindAsYouType(QTableView& list, ListModel& model)
+    : QObject(&list), list_(list), model_(model), hint_(new Hint(&list, Hint::Place::insideBelow)),
+      search_(*this) {
+  named(hint_, "findField", "Find");
   list_.installEventFilter(this);
   list_.viewport()->installEventFilter(this);
-  connect(&model_, &QAbstractItemModel::modelReset, this, [this] { close(); });
-  connect(&model_, &QAbstractItemModel::rowsRemoved, this, [this] { close(); });
+  const auto rowsChanged = [this] {
+    if (!filling_) search_.end();
+  };
+  connect(&model_, &QAbstractItemModel::modelReset, this, rowsChanged);
+  connect(&model_, &QAbstractItemModel::rowsRemoved, this, rowsChanged);
 }
 
 bool FindAsYouType::takeKey(const QKeyEvent& event) {
-  if (isModifier(event.key())) return false;
-  if (typesText(event) && takeText(event.text())) return true;
-  if (!isOpen()) return false;
-  switch (event.key()) {
-    case Qt::Key_Backspace:
-      shorten();
-      return true;
-    case Qt::Key_F3:
-      show(text_, find(text_, list_.currentIndex().row() + 1));
-      return true;
-    case Qt::Key_Escape:
-      close();
-      return true;
-    default:
-      close();
-      return false;
-  }
+  const TypedSearch::Key key = search_.takeKey(event);
+  if (key != TypedSearch::Key::other) return key == TypedSearch::Key::taken;
+  if (search_.failed()) return true;
+  const bool ticked = model_.hasCheckBoxes() && ticks(event);
+  if (ticked) tick(list_.currentIndex().row());
+  search_.end();
+  return ticked && event.key() == Qt::Key_Insert;
 }
 
-bool FindAsYouType::takeText(const QString& text) {
-  const bool blank = text == " ";
-  if (blank && !isOpen()) return false;
-  if (model_.count() == 0) return false;
-  if (!isOpen()) open();
-  const QString longer = text_ + text;
-  const auto found = find(longer, from_);
-  if (blank && !found && model_.hasCheckBoxes()) return false;
-  text_ = longer;
-  show(text_, found);
-  return true;
+// Ctrl+Enter: it would press Ok past the row that was found, or past a text that no row has.
+bool FindAsYouType::wantsShortcut(const QKeyEvent& event) const {
+  if (!isEnter(event.key()) || !search_.isOpen()) return false;
+  return search_.failed() || (model_.hasCheckBoxes() && ticks(event));
 }
 
-void FindAsYouType::open() {
+void FindAsYouType::tick(int row) {
+  if (!model_.checked(row)) model_.setData(model_.index(row, 0), Qt::Checked, Qt::CheckStateRole);
+}
+
+TypedSearch::Rows::Near FindAsYouType::beginSearch() {
   from_ = std::max(0, list_.currentIndex().row());
+  selection_ = list_.selectionModel()->selection();
+  far_.reset();
+  if (groups_.shown) {
+    group_ = groups_.shown();
+    near_ = model_.rows();
+  }
   const QHeaderView& head = *list_.horizontalHeader();
+  columns_.clear();
   for (int place = 0; place < head.count(); ++place) {
     const int column = head.logicalIndex(place);
     const Column* source = model_.source(column);
     if (source == nullptr || head.sectionSize(column) == 0) continue;
     columns_.push_back({column, ColumnSearch(*source, model_.rows()), Hit::none});
   }
+  return {model_.count(), from_};
 }
 
-void FindAsYouType::close() {
-  field_->hide();
-  text_.clear();
-  columns_.clear();
+int FindAsYouType::farRows() {
+  if (!groups_.others) return 0;
+  if (!far_) far_ = groups_.others();
+  return static_cast<int>(far_->size());
 }
 
-void FindAsYouType::shorten() {
-  text_.chop(text_.back().isLowSurrogate() ? 2 : 1);
-  if (text_.isEmpty()) return close();
-  show(text_, find(text_, from_));
+Hit FindAsYouType::search(std::string_view wanted) {
+  wanted_ = wanted;
+  Hit best = model_.hasOwnTexts() ? Hit::atStart : Hit::none;
+  for (Searched& searched : columns_)
+    best = std::max(best, searched.best = searched.texts.search(wanted));
+  return best;
+}
+
+std::uint32_t FindAsYouType::storedRow(int row) const {
+  const auto near = static_cast<std::size_t>(row);
+  if (!groups_.shown) return model_.rows()[near];
+  return near < near_.size() ? near_[near] : (*far_)[near - near_.size()].row;
+}
+
+Hit FindAsYouType::hit(int row) const {
+  int column = 0;
+  return hitAt(storedRow(row), column);
 }
 
 // A text set by hand stands in no store: its row is looked at by itself.
-Hit FindAsYouType::hitOf(int row, int& column, std::string_view wanted) const {
-  const std::uint32_t stored = model_.rows()[static_cast<std::size_t>(row)];
-  const QString* own = model_.ownText(row);
+Hit FindAsYouType::hitAt(std::uint32_t stored, int& column) const {
+  const QString* own = model_.ownText(stored);
   Hit best = Hit::none;
   for (const Searched& searched : columns_) {
     if (searched.best == Hit::none && own == nullptr) continue;
     const bool byHand = own != nullptr && searched.column == 0;
-    const Hit hit = byHand ? hitIn(searchText(fromQt(*own)), wanted) : searched.texts.hit(stored);
+    const Hit hit = byHand ? hitOf(fromQt(*own), wanted_) : searched.texts.hit(stored);
     if (hit <= best) continue;
     best = hit;
     column = searched.column;
@@ -121,53 +117,58 @@ Hit FindAsYouType::hitOf(int row, int& column, std::string_view wanted) const {
   return best;
 }
 
-std::optional<FindAsYouType::Found> FindAsYouType::find(const QString& text, int from) {
-  const std::string wanted = searchText(fromQt(text));
-  if (wanted.empty()) return std::nullopt;
-  for (Searched& searched : columns_) searched.best = searched.texts.search(wanted);
-  std::optional<Found> inside;
-  const int count = model_.count();
-  for (int i = 0; i < count; ++i) {
-    Found at{(from + i) % count, 0};
-    const Hit hit = hitOf(at.row, at.column, wanted);
-    if (hit == Hit::atStart) return at;
-    if (hit == Hit::inside && !inside) inside = at;
-  }
-  return inside;
+void FindAsYouType::showGroup(int group) {
+  if (!groups_.shown || groups_.shown() == group) return;
+  const QScopedValueRollback own(filling_, true);
+  groups_.show(group);
 }
 
-void FindAsYouType::show(const QString& text, const std::optional<Found>& found) {
-  field_->setText(found ? "Find: " + text : "Find: " + text + " (no such row)");
-  field_->setAccessibleName(field_->text());
-  place();
-  field_->show();
-  QAccessibleEvent told(field_, QAccessible::NameChanged);
-  QAccessible::updateAccessibility(&told);
-  if (!found) return;
+QModelIndex FindAsYouType::select(int row) {
+  int column = 0;
+  const std::uint32_t stored = storedRow(row);
+  hitAt(stored, column);
+  const bool far = groups_.shown && row >= static_cast<int>(near_.size());
+  showGroup(far ? (*far_)[static_cast<std::size_t>(row) - near_.size()].group : group_);
+  const auto& rows = model_.rows();
+  const int shown =
+      far ? static_cast<int>(std::find(rows.begin(), rows.end(), stored) - rows.begin()) : row;
   list_.selectionModel()->setCurrentIndex(
-      model_.index(found->row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  list_.scrollTo(model_.index(found->row, found->column));
-  // The field is not to cover what was found.
-  const int top = field_->y() - list_.viewport()->y();
-  const int lowest = list_.visualRect(model_.index(found->row, 0)).bottom();
-  const int height = std::max(1, list_.verticalHeader()->defaultSectionSize());
-  if (lowest >= top)
-    list_.verticalScrollBar()->setValue(list_.verticalScrollBar()->value() +
-                                        (lowest - top) / height + 1);
+      model_.index(shown, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  return model_.index(shown, column);
 }
 
-void FindAsYouType::place() {
-  field_->adjustSize();
-  const QRect shown = list_.viewport()->geometry();
-  field_->resize(std::min(field_->width(), shown.width()), field_->height());
-  field_->move(shown.right() - field_->width() + 1, shown.bottom() - field_->height() + 1);
+QString FindAsYouType::words(std::optional<int> found) const {
+  QString words = "Find: " + search_.text();
+  if (!found) return words + " (no such row: Backspace or Esc)";
+  if (groups_.shown && groups_.shown() != group_) words += " in " + groups_.name(groups_.shown());
+  if (const QString mark = model_.mark(list_.currentIndex().row()); !mark.isEmpty())
+    words += " (" + mark + "; F3 goes on)";
+  if (model_.hasCheckBoxes()) words += " (Insert ticks it, Enter ticks it and is Ok)";
+  return words;
+}
+
+void FindAsYouType::showFound(std::optional<int> found) {
+  if (!found) list_.clearSelection();
+  const QModelIndex shown = found ? select(*found) : QModelIndex();
+  hint_->say(words(found));
+  if (found) showBeside(*hint_, list_, shown);
+}
+
+void FindAsYouType::endSearch(bool givenUp) {
+  hint_->say("");
+  columns_.clear();
+  if (givenUp) goBack();
+}
+
+void FindAsYouType::goBack() {
+  showGroup(group_);
+  list_.selectionModel()->setCurrentIndex(model_.index(from_, 0), QItemSelectionModel::NoUpdate);
+  list_.selectionModel()->select(selection_, QItemSelectionModel::ClearAndSelect);
+  list_.scrollTo(model_.index(from_, 0));
 }
 
 bool FindAsYouType::eventFilter(QObject* watched, QEvent* event) {
-  if (isOpen()) {
-    if (event->type() == QEvent::Resize) place();
-    if (event->type() == QEvent::FocusOut || event->type() == QEvent::MouseButtonPress) close();
-  }
+  if (event->type() == QEvent::FocusOut || event->type() == QEvent::MouseButtonPress) search_.end();
   return QObject::eventFilter(watched, event);
 }
 

@@ -1,10 +1,19 @@
 #include "controls/Hint.h"
 
+#include <QAbstractScrollArea>
 #include <QAccessible>
 #include <QEvent>
 #include <algorithm>
 
 namespace bw {
+namespace {
+
+QRect insideOf(QWidget* widget) {
+  auto* area = qobject_cast<QAbstractScrollArea*>(widget);
+  return area == nullptr ? widget->rect() : area->viewport()->geometry();
+}
+
+}  // namespace
 
 Hint::Hint(QWidget* anchor, Place place)
     : QLabel(place == Place::insideBelow ? anchor : anchor->window()), anchor_(anchor),
@@ -35,12 +44,31 @@ void Hint::say(const QString& text) {
   QAccessible::updateAccessibility(&told);
 }
 
-void Hint::put() {
+void Hint::leaveFree(const QRect& place) {
+  free_ = place;
+  put();
+}
+
+// Words that are too long for one line go on in the next.
+void Hint::fit(int most) {
+  setWordWrap(false);
   adjustSize();
+  if (width() <= most) return;
+  setWordWrap(true);
+  resize(most, heightForWidth(most));
+}
+
+void Hint::putInside() {
+  const QRect within = insideOf(anchor_);
+  fit(within.width());
+  move(within.right() - width() + 1, within.bottom() - height() + 1);
+  if (geometry().intersects(free_)) move(x(), within.top());
+}
+
+void Hint::put() {
+  if (place_ == Place::insideBelow) return putInside();
   const QRect within = parentWidget()->rect();
-  resize(std::min(width(), within.width()), height());
-  if (place_ == Place::insideBelow)
-    return move(within.right() - width() + 1, within.bottom() - height() + 1);
+  fit(within.width());
   const QPoint corner = anchor_->mapTo(parentWidget(), QPoint(0, anchor_->height()));
   const bool fits = corner.y() + height() <= within.height();
   move(std::clamp(corner.x(), 0, within.width() - width()),

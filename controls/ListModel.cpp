@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "controls/QtText.h"
+#include "platform/RowMark.h"
 #include "platform/RuntimeError.h"
 
 namespace bw {
@@ -76,10 +77,10 @@ int ListModel::rowAt(std::ptrdiff_t position) const {
 }
 
 QString ListModel::text(int row, int column) const {
-  if (const QString* own = column == 0 ? ownText(row) : nullptr) return *own;
+  const std::uint32_t stored = rows_[static_cast<std::size_t>(row)];
+  if (const QString* own = column == 0 ? ownText(stored) : nullptr) return *own;
   const Column* values = source(column);
   if (values == nullptr) return {};
-  const std::uint32_t stored = rows_[static_cast<std::size_t>(row)];
   const std::int64_t raw = values->raw(stored);
   if (raw == Column::kNull) return {};
   return values->isText() ? toQt(values->textOfRaw(raw)) : toQt(textOf(values->value(stored)));
@@ -90,9 +91,27 @@ const Column* ListModel::source(int column) const {
   return field < 0 ? nullptr : &store_->columns[static_cast<std::size_t>(field)];
 }
 
-const QString* ListModel::ownText(int row) const {
+bool ListModel::looksLike(std::uint32_t one, std::uint32_t other) const {
+  return std::all_of(fields_.begin(), fields_.end(), [&](std::ptrdiff_t field) {
+    if (field < 0) return true;
+    const Column& column = store_->columns[static_cast<std::size_t>(field)];
+    return column.raw(one) == column.raw(other);
+  });
+}
+
+QString ListModel::mark(int row) const {
+  if (marks_.empty() || row < 0) return {};
+  const std::uint32_t stored = rows_[static_cast<std::size_t>(row)];
+  const auto alike = [&](std::uint32_t other) {
+    return other != stored && looksLike(stored, other);
+  };
+  if (std::none_of(rows_.begin(), rows_.end(), alike)) return {};
+  return toQt(markOf(*store_, stored, marks_));
+}
+
+const QString* ListModel::ownText(std::uint32_t stored) const {
   if (firstTexts_.empty()) return nullptr;
-  const auto own = firstTexts_.find(rows_[static_cast<std::size_t>(row)]);
+  const auto own = firstTexts_.find(stored);
   return own == firstTexts_.end() ? nullptr : &own->second;
 }
 
@@ -115,6 +134,7 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 QVariant ListModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
     return text(index.row(), index.column());
+  if (role == Qt::ToolTipRole) return mark(index.row());
   if (role == Qt::CheckStateRole && checkBoxes_ && index.column() == 0)
     return checked(index.row()) ? Qt::Checked : Qt::Unchecked;
   return {};

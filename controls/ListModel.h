@@ -39,10 +39,16 @@ class ListModel : public QAbstractTableModel {
 
   QString text(int row, int column) const;
   // For searches in what the list shows: the store's column that feeds that column, null when none
-  // does; the rows of the store; and the text that stands in a row's first column by hand.
+  // does; the rows of the store; and the text that stands by hand in the first column of one of
+  // those.
   const Column* source(int column) const;
   const std::vector<std::uint32_t>& rows() const noexcept { return rows_; }
-  const QString* ownText(int row) const;
+  const QString* ownText(std::uint32_t stored) const;
+  bool hasOwnTexts() const noexcept { return !firstTexts_.empty(); }
+  // The fields that tell rows apart which look the same, and what they say of a row; "" for one
+  // that no other looks like. It looks at every row.
+  void setMarks(std::vector<std::string> fields) { marks_ = std::move(fields); }
+  QString mark(int row) const;
   void setFirstText(int row, const QString& text);
   void setChecked(int row, bool checked);
   bool checked(int row) const { return checked_[static_cast<std::size_t>(row)]; }
@@ -55,7 +61,10 @@ class ListModel : public QAbstractTableModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
+  bool looksLike(std::uint32_t one, std::uint32_t other) const;
+
   std::vector<ListColumn> columns_;
+  std::vector<std::string> marks_;
   bool checkBoxes_;
   std::shared_ptr<const RowStore> store_;
   std::vector<std::ptrdiff_t> fields_;  // of the store, a column each; -1 for none

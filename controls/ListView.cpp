@@ -6,9 +6,9 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "controls/EventGuard.h"
-#include "controls/FindAsYouType.h"
 #include "controls/QtText.h"
 #include "controls/RowDelegate.h"
 #include "controls/Twips.h"
@@ -148,10 +148,16 @@ void ListView::ensureVisible(int row) { scrollTo(model_.index(row, 0)); }
 
 QSize ListView::sizeHint() const { return {toPixels(6000), toPixels(3000)}; }
 
-void ListView::tickCurrent() {
-  const QModelIndex first = currentIndex().siblingAtColumn(0);
-  model_.setData(first, model_.checked(first.row()) ? Qt::Unchecked : Qt::Checked,
-                 Qt::CheckStateRole);
+QString ListView::words(int row) const {
+  QStringList texts;
+  for (int i = 0; i < columns(); ++i)
+    if (const QString text = model_.text(row, i); !text.isEmpty()) texts << text;
+  if (const QString mark = model_.mark(row); !mark.isEmpty()) texts << mark;
+  return texts.join(", ");
+}
+
+void ListView::tick(int row, bool checked) {
+  model_.setData(model_.index(row, 0), checked ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
 }
 
 // The keys that a list gives a meaning of its own. False for the others, and for those without a
@@ -171,7 +177,7 @@ bool ListView::runKey(int key) {
       return run(onDeleteKey);
     case Qt::Key_Space:
       if (!model_.hasCheckBoxes() || !currentIndex().isValid()) return false;
-      tickCurrent();
+      tick(currentIndex().row(), !model_.checked(currentIndex().row()));
       return true;
     case Qt::Key_Left:
     case Qt::Key_Right:
@@ -184,11 +190,27 @@ bool ListView::runKey(int key) {
   }
 }
 
+bool ListView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride &&
+      find_->wantsShortcut(*static_cast<QKeyEvent*>(event))) {
+    event->accept();
+    return true;
+  }
+  return QTableView::event(event);
+}
+
+bool ListView::focusNextPrevChild(bool next) {
+  return find_->failed() || QTableView::focusNextPrevChild(next);
+}
+
 void ListView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex before = currentIndex();
+  // Ctrl+Enter comes here only after a search, and then it is Enter.
   const bool plain =
-      event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
-  if (!find_->takeKey(*event)) {
+      (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier || find_->wantsShortcut(*event);
+  bool taken = false;
+  guarded([&] { taken = find_->takeKey(*event); });
+  if (!taken) {
     if (plain && runKey(event->key())) return;
     QTableView::keyPressEvent(event);
   }
@@ -212,7 +234,22 @@ void ListView::paintEvent(QPaintEvent* event) {
   painter.drawText(viewport()->rect(), Qt::AlignCenter, "Nothing to show");
 }
 
+void ListView::mousePressEvent(QMouseEvent* event) {
+  doubleClicked_ = false;
+  pressed_ = indexAt(event->position().toPoint()).siblingAtColumn(0);
+  wasChecked_ = model_.hasCheckBoxes() && pressed_.isValid() && model_.checked(pressed_.row());
+  QTableView::mousePressEvent(event);
+}
+
+// A double click turns the tick once, also on the check box, which the first click has turned.
 void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (model_.hasCheckBoxes()) {
+    doubleClicked_ = true;
+    const QModelIndex hit = indexAt(event->position().toPoint()).siblingAtColumn(0);
+    if (event->button() != Qt::LeftButton || !hit.isValid() || hit != pressed_) return;
+    if (model_.checked(hit.row()) == wasChecked_) tick(hit.row(), !wasChecked_);
+    return;
+  }
   QTableView::mouseDoubleClickEvent(event);
   if (event->button() != Qt::LeftButton) return;
   guarded([&] {
@@ -221,6 +258,7 @@ void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ListView::mouseReleaseEvent(QMouseEvent* event) {
+  if (std::exchange(doubleClicked_, false)) return;
   QTableView::mouseReleaseEvent(event);
   guarded([&] {
     if (event->button() == Qt::LeftButton && onChosen) onChosen();

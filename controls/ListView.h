@@ -5,11 +5,10 @@
 #include <optional>
 #include <string>
 
+#include "controls/FindAsYouType.h"
 #include "controls/ListModel.h"
 
 namespace bw {
-
-class FindAsYouType;
 
 // A list of rows under column heads. Columns can be dragged, resized and hidden (width 0); it
 // never sorts by itself. A row is known by its key: "K" and its position in the record set, at the
@@ -28,7 +27,7 @@ class ListView : public QTableView {
 
   // Handlers; each may be unset.
   std::function<void(int column)> onColumnClick;
-  std::function<void()> onOpen;                            // double click, Enter
+  std::function<void()> onOpen;                            // double click, Enter; with ticks Enter
   std::function<void()> onChosen;                          // the user clicked or moved to a row
   std::function<void()> onInsertKey;                       // Insert
   std::function<void()> onDeleteKey;                       // Delete
@@ -58,6 +57,13 @@ class ListView : public QTableView {
   std::string text(int row) const;           // of the first column
   void setText(int row, const std::string& text);
   bool checked(int row) const { return model_.checked(row); }
+  // What a row shows, and, when another looks the same, the fields that tell them apart.
+  QString words(int row) const;
+  void setMarks(std::vector<std::string> fields) { model_.setMarks(std::move(fields)); }
+  QString mark(int row) const { return model_.mark(row); }
+
+  // The list shows one group of a catalogue; a search goes over all of them.
+  void setGroups(ListGroups groups) { find_->setGroups(std::move(groups)); }
 
   bool selected(int row) const;
   // With several selectable rows, selecting one adds it; it becomes the selected item.
@@ -72,8 +78,11 @@ class ListView : public QTableView {
   QSize sizeHint() const override;
 
  protected:
+  bool event(QEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -82,13 +91,17 @@ class ListView : public QTableView {
 
  private:
   void setUpHeaders();
-  void tickCurrent();
+  void tick(int row, bool checked);
   bool runKey(int key);
 
   ListModel model_;
   FindAsYouType* find_;        // a child
   std::vector<float> widths_;  // twips; a designed width stays as it is until it is changed
   bool settingWidth_ = false;
+  // Of a row with a check box, when a button went down on it.
+  QPersistentModelIndex pressed_;
+  bool wasChecked_ = false;
+  bool doubleClicked_ = false;
 };
 
 // "K" and ten digits.

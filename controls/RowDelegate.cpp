@@ -28,8 +28,11 @@ bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
   if (event->type() != QEvent::ToolTip || !index.isValid())
     return QStyledItemDelegate::helpEvent(event, view, option, index);
   const bool cut = sizeHint(option, index).width() > option.rect.width();
-  QToolTip::showText(event->globalPos(), cut ? index.data().toString().toHtmlEscaped() : QString(),
-                     view, option.rect);
+  const QString mark = index.data(Qt::ToolTipRole).toString();
+  QStringList words;
+  if (cut || !mark.isEmpty()) words << index.data().toString();
+  if (!mark.isEmpty()) words << mark;
+  QToolTip::showText(event->globalPos(), words.join(", ").toHtmlEscaped(), view, option.rect);
   return true;
 }
 

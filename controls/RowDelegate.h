@@ -7,7 +7,7 @@ class QTableView;
 namespace bw {
 
 // Paints whole rows: the row with the focus is framed, not one cell of it. A text that its column
-// cuts short is shown in full under the pointer.
+// cuts short is shown in full under the pointer, with what tells the row from one that looks alike.
 class RowDelegate : public QStyledItemDelegate {
  public:
   explicit RowDelegate(QTableView* view);

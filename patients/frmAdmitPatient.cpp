@@ -60,7 +60,7 @@ class AdmitPatient : public Dialog {
 void fillAndSelect(ComboBox& box, const RecordSetRef& rows, const char* key, std::int16_t code) {
   box.Clear();
   if (!rows || rows->RecordCount() == 0) return;
-  box.fillFrom(rows, "Description");
+  box.fillFrom(rows, "Description", {key});
   if (code == 0) return box.setListIndex(0);
   box.selectFound(rows, concat(key, " = ", code));
 }

@@ -29,15 +29,15 @@ class AdmitPatientDoctors : public Dialog {
   ComboBox* CBFrequency;
 };
 
-void fillBox(ComboBox& box, const RecordSetRef& rows) {
-  box.fillFrom(rows, "Description");
+void fillBox(ComboBox& box, const RecordSetRef& rows, const std::vector<std::string>& marks) {
+  box.fillFrom(rows, "Description", marks);
   if (box.count() > 0) box.setListIndex(0);
 }
 
 void readAndFill(ComboBox& box, RecordSetRef& rows, const char* statement) {
   std::string message;
   if (OpenRecordset(rows, statement, message) != 0) return MsgBox(message);
-  fillBox(box, rows);
+  fillBox(box, rows, {});
 }
 
 AdmitPatientDoctors::AdmitPatientDoctors(QWidget* owner)
@@ -65,7 +65,7 @@ void AdmitPatientDoctors::load() {
   readAndFill(*CBAttentionTypes, RsAttentionTypes, "select * from AttentionTypes");
   readAndFill(*CBFrequency, RsFrequencies, "select * from Frequency");
   RsDoctors = DoctorList();
-  if (RsDoctors) fillBox(*CBDoctors, RsDoctors);
+  if (RsDoctors) fillBox(*CBDoctors, RsDoctors, {"BillingDoctorCode", "DoctorCode"});
 }
 
 void AdmitPatientDoctors::add() {

@@ -103,7 +103,7 @@ void PatientEditor::load() {
       !openRows(RsSicknessTypes, "select * from SicknessType",
                 "You have to define Sickness Types First!"))
     return;
-  CBSeguros->fillFrom(RsInsurances, "Description");
+  CBSeguros->fillFrom(RsInsurances, "Description", {"BillingInsuranceCode", "InsuranceCode"});
   CBSeguros->setListIndex(0);
   if (!(CurrentPatientId != 0 ? showStored() : showNew())) return;
   CBSicknessType->fillFrom(RsSicknessTypes, "Description");

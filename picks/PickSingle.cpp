@@ -1,6 +1,7 @@
 #include <QVBoxLayout>
 #include <vector>
 
+#include "controls/ElidedLine.h"
 #include "controls/ListView.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
@@ -21,6 +22,7 @@ struct SingleRow {
   const char* key;
   std::int16_t& picked;
   const char* nothingSelected;
+  std::vector<std::string> marks;  // fields that tell rows of one look apart
   std::string* pickedNames = nullptr;
 };
 
@@ -40,7 +42,8 @@ const SingleRow kPatient{"frmPickPatient",
                          {{"Names", "Names", 2500}, {"DateOfBirth", "DOB", 1440}},
                          "PatientId",
                          PickedPatientId,
-                         "Select a Patiente first"};
+                         "Select a Patiente first",
+                         {"AccountNumber", "PatientId"}};
 const SingleRow kDoctor{"frmPickDoctor",
                         "Doctor selection",
                         [] { return std::string("SELECT * FROM Doctors"); },
@@ -48,6 +51,7 @@ const SingleRow kDoctor{"frmPickDoctor",
                         "DoctorCode",
                         PickedDoctorCode,
                         "Select an Doctor first",
+                        {"BillingDoctorCode", "DoctorCode"},
                         &PickedDoctorNames};
 const SingleRow kInsurance{"frmPickInsurance",
                            "Insurance selection",
@@ -55,7 +59,8 @@ const SingleRow kInsurance{"frmPickInsurance",
                            {{"Description", "Description", 3000}},
                            "InsuranceCode",
                            PickedInsuranceCode,
-                           "Select an Insurance first"};
+                           "Select an Insurance first",
+                           {"BillingInsuranceCode", "InsuranceCode"}};
 
 class SingleDialog : public Dialog {
  public:
@@ -66,20 +71,27 @@ class SingleDialog : public Dialog {
  private:
   void ok();
   void cancel();
+  void tellSelected();
 
   const SingleRow& row_;
   RecordSetRef RsPickList;
   ListView* ListView1;
+  ElidedLine* taken_;
 };
 
 SingleDialog::SingleDialog(const SingleRow& row, QWidget* owner)
     : Dialog(row.name, row.caption, owner), row_(row),
-      ListView1(new ListView(row.columns, {}, this)) {
+      ListView1(new ListView(row.columns, {}, this)), taken_(new ElidedLine(this)) {
   auto* column = new QVBoxLayout(this);
   named(ListView1, "ListView1", row_.caption);
   ListView1->stretchLastColumn();
   ListView1->onOpen = [this] { ok(); };
+  ListView1->setMarks(row_.marks);
+  onEvent(ListView1->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { tellSelected(); });
   column->addWidget(ListView1);
+  taken_->setObjectName("LblTaken");
+  column->addWidget(taken_);
   column->addWidget(makeFoot(
       {}, [this] { ok(); }, [this] { cancel(); }));
   ListView1->setFocus();
@@ -87,6 +99,7 @@ SingleDialog::SingleDialog(const SingleRow& row, QWidget* owner)
 }
 
 void SingleDialog::load() {
+  tellSelected();
   std::string message;
   if (OpenRecordset(RsPickList, row_.statement(), message) != 0) return MsgBox(message);
   if (RsPickList->RecordCount() == 0) return;
@@ -106,6 +119,11 @@ void SingleDialog::ok() {
   row_.picked = RsPickList->code(row_.key);
   if (row_.pickedNames != nullptr) *row_.pickedNames = RsPickList->textOrEmpty("Description");
   unload();
+}
+
+void SingleDialog::tellSelected() {
+  const auto selected = ListView1->selectedItem();
+  taken_->setText(selected ? "Ok takes: " + ListView1->words(*selected) : "Nothing is selected");
 }
 
 void SingleDialog::cancel() {

@@ -1,8 +1,11 @@
 #include <QVBoxLayout>
+#include <unordered_map>
 #include <vector>
 
 #include "controls/ComboBox.h"
+#include "controls/ElidedLine.h"
 #include "controls/ListView.h"
+#include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Services.h"
 #include "data/BWSQLDiagnosis.h"
@@ -10,6 +13,7 @@
 #include "lists/Lists.h"
 #include "picks/PickDialogs.h"
 #include "platform/Formats.h"
+#include "platform/RowMark.h"
 #include "platform/Text.h"
 
 namespace bw {
@@ -30,6 +34,7 @@ struct TickRow {
   const char* statement;
   std::vector<const char*> codes;  // five digits each in a record
   std::string& (*answer)();
+  std::vector<std::string> marks;  // fields that tell rows of one description apart
   const GroupRow* groups = nullptr;
 };
 
@@ -43,17 +48,17 @@ std::string& patientAnswer() { return patientOpener().PickResult; }
 
 const TickRow kDiagnosis{
     "frmPickDiagnosis", "Diagnosis selection", "SELECT * FROM Diagnosis ORDER BY Description",
-    {"DiagnosisCode"},  chargeAnswer,          &kFamilies};
-const TickRow kProcedures{"frmPickProcedures",
-                          "Procedures selection",
-                          "SELECT * FROM Procedures",
-                          {"ProcedureCode"},
-                          chargeAnswer};
+    {"DiagnosisCode"},  chargeAnswer,          {"RealDiagnosisCode", "BillingDiagnosisCode"},
+    &kFamilies};
+const TickRow kProcedures{
+    "frmPickProcedures", "Procedures selection", "SELECT * FROM Procedures",
+    {"ProcedureCode"},   chargeAnswer,           {"RealProcedureCode", "BillingProcedureCode"}};
 const TickRow kHistory{"frmPickHistory",
                        "History selection",
                        "SELECT * FROM Sickness",
                        {"SicknessCode", "SicknessTypeCode"},
                        patientAnswer,
+                       {"SicknessCode"},
                        &kSicknessTypes};
 
 class TickDialog : public Dialog {
@@ -66,7 +71,11 @@ class TickDialog : public Dialog {
   void clearTicks();
   void loadGroups();
   void groupSelected();
+  std::vector<ListGroups::Row> rowsOfOtherGroups();
   void itemChecked(int item, bool checked);
+  template <class F>
+  void forAllRows(F f);
+  void tellTicked();
   void ok();
   void cancel();
 
@@ -75,16 +84,22 @@ class TickDialog : public Dialog {
   RecordSetRef RsPickGroups;
   ComboBox* groups_ = nullptr;
   ListView* ListView1;
+  ElidedLine* ticked_;
 };
 
 TickDialog::TickDialog(const TickRow& row, QWidget* owner)
     : Dialog(row.name, row.caption, owner), row_(row),
-      ListView1(new ListView({{"Description", "Description", 3500}}, {.checkBoxes = true}, this)) {
+      ListView1(new ListView({{"Description", "Description", 3500}}, {.checkBoxes = true}, this)),
+      ticked_(new ElidedLine(this)) {
   auto* column = new QVBoxLayout(this);
   if (row_.groups != nullptr) {
     auto* grid = new QGridLayout;
     groups_ = new ComboBox(this);
     groups_->onSelected = [this] { groupSelected(); };
+    ListView1->setGroups({.shown = [this] { return groups_->ListIndex(); },
+                          .show = [this](int group) { groups_->setListIndex(group); },
+                          .name = [this](int group) { return groups_->itemText(group); },
+                          .others = [this] { return rowsOfOtherGroups(); }});
     addField(grid, 0, 0, row_.groups->label, groups_, row_.groups->name);
     grid->setColumnStretch(1, 1);
     column->addLayout(grid);
@@ -93,7 +108,10 @@ TickDialog::TickDialog(const TickRow& row, QWidget* owner)
   ListView1->stretchLastColumn();
   ListView1->onItemCheck = [this](int item, bool checked) { itemChecked(item, checked); };
   ListView1->onOpen = [this] { ok(); };
+  ListView1->setMarks(row_.marks);
   column->addWidget(ListView1);
+  ticked_->setObjectName("LblTicked");
+  column->addWidget(ticked_);
   column->addWidget(makeFoot(
       {}, [this] { ok(); }, [this] { cancel(); }));
   if (groups_ != nullptr) setTabs({groups_, ListView1});
@@ -112,6 +130,7 @@ void TickDialog::load() {
   if (row_.groups == nullptr) ListFill(*ListView1, RsPickList);
   clearTicks();
   if (row_.groups != nullptr) loadGroups();
+  tellTicked();
 }
 
 // No tick survives from the database.
@@ -128,7 +147,7 @@ void TickDialog::loadGroups() {
   RsPickGroups = row_.groups->read();
   groups_->Clear();
   if (!RsPickGroups || RsPickGroups->RecordCount() == 0) return;
-  groups_->fillFrom(RsPickGroups, row_.groups->shown);
+  groups_->fillFrom(RsPickGroups, row_.groups->shown, {row_.groups->code});
   // The sickness type last used decides for the diagnoses' groups too: a number of another
   // catalogue.
   groups_->selectFound(RsPickGroups,
@@ -143,10 +162,67 @@ void TickDialog::groupSelected() {
   if (const auto selected = ListView1->selectedItem()) ListView1->setSelected(*selected, false);
 }
 
+// Of all groups. The list shows what the filter lets through, which stays as it is.
+template <class F>
+void TickDialog::forAllRows(F f) {
+  const std::string filter = RsPickList->Filter();
+  RsPickList->setFilter("");
+  for (const std::uint32_t row : RsPickList->view()) f(row);
+  RsPickList->setFilter(filter);
+}
+
+// In the order of the groups, from the one behind that on show round to the one before it.
+std::vector<ListGroups::Row> TickDialog::rowsOfOtherGroups() {
+  const std::ptrdiff_t count = RsPickGroups->RecordCount();
+  const int shown = groups_->ListIndex();
+  std::unordered_map<std::int64_t, int> places;
+  for (std::ptrdiff_t position = 1; position <= count; ++position) {
+    RsPickGroups->setAbsolutePosition(position);
+    places[RsPickGroups->integer(row_.groups->code)] = static_cast<int>(position) - 1;
+  }
+  groups_->moveToSelected(RsPickGroups);
+
+  const RowStore& store = *RsPickList->rows();
+  const Column& group = store.columns[store.indexOf(row_.groups->code)];
+  std::vector<std::vector<ListGroups::Row>> rows(static_cast<std::size_t>(count));
+  forAllRows([&](std::uint32_t row) {
+    if (const auto place = places.find(group.raw(row)); place != places.end())
+      rows[static_cast<std::size_t>(place->second)].push_back({row, place->second});
+  });
+  std::vector<ListGroups::Row> others;
+  for (std::size_t i = 1; i < rows.size(); ++i) {
+    const auto& of = rows[(static_cast<std::size_t>(shown) + i) % rows.size()];
+    others.insert(others.end(), of.begin(), of.end());
+  }
+  return others;
+}
+
 void TickDialog::itemChecked(int item, bool checked) {
   moveToRow(RsPickList, *ListView1, item);
   RsPickList->set("checked", checked ? 1 : 0);
   RsPickList->Update();
+  tellTicked();
+}
+
+void TickDialog::tellTicked() {
+  const RowStore& store = *RsPickList->rows();
+  const Column& ticks = store.columns[store.indexOf("checked")];
+  const Column& names = store.columns[store.indexOf("Description")];
+  std::vector<std::uint32_t> rows;
+  std::unordered_map<std::int64_t, int> namesakes;
+  forAllRows([&](std::uint32_t row) {
+    ++namesakes[names.raw(row)];
+    if (ticks.raw(row) == 1) rows.push_back(row);
+  });
+  QStringList ticked;
+  for (const std::uint32_t row : rows) {
+    ticked << toQt(textOf(names.value(row)));
+    if (namesakes[names.raw(row)] > 1)
+      ticked.back() += toQt(concat(" (", markOf(store, row, row_.marks), ")"));
+  }
+  ticked_->setText(ticked.isEmpty()
+                       ? "Nothing ticked"
+                       : QString("%1 ticked: %2").arg(ticked.size()).arg(ticked.join(", ")));
 }
 
 void TickDialog::ok() {

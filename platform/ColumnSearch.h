@@ -1,18 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/Column.h"
+#include "platform/TextSearch.h"
 
 namespace bw {
-
-// A text as it is searched: folded, letters without their accents.
-std::string searchText(std::string_view text);
-
-enum class Hit : std::uint8_t { none, inside, atStart };
 
 // What one column shows in some rows, made ready for searching by parts of it: every distinct text
 // stands here once, as it is searched, so that a search costs what the column has of them and not
@@ -22,22 +17,18 @@ class ColumnSearch {
   ColumnSearch(const Column& column, const std::vector<std::uint32_t>& rows);
 
   // Searches all texts and returns the best hit. `wanted` is a search text, not an empty one.
-  Hit search(std::string_view wanted);
+  Hit search(std::string_view wanted) { return texts_.search(wanted); }
   // What the last search found in that row.
   Hit hit(std::uint32_t row) const noexcept;
 
  private:
   void takeDictionary();
   void takeValues(const std::vector<std::uint32_t>& rows);
-  void add(std::string_view text);
-  void close();
 
   const Column& column_;
   std::int64_t base_ = 0;             // a raw value less this is the number of its text, or
   std::vector<std::int64_t> sparse_;  // its place among these, when the values lie far apart
-  std::string texts_;                 // one after another, each closed by a zero byte
-  std::vector<std::uint32_t> starts_{0};
-  std::vector<Hit> hits_;
+  TextSearch texts_;
 };
 
 }  // namespace bw

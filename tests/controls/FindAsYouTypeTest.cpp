@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTest>
 
 #include "controls/ListView.h"
@@ -37,7 +38,9 @@ class FindAsYouTypeTest : public ::testing::Test {
                                               }),
                                     LockType::optimistic));
     ListFill(list, rows);
+    other.move(0, 220);
     window.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     list.setFocus();
   }
 
@@ -62,11 +65,12 @@ class FindAsYouTypeTest : public ::testing::Test {
   }
 
   QDialog window;
+  QLineEdit other{&window};
   ListView list;
   RecordSetRef rows;
 };
 
-TEST_F(FindAsYouTypeTest, ABeginningGoesBeforeAPartAndTheSelectedRowCounts) {
+TEST_F(FindAsYouTypeTest, ABeginningGoesBeforeAWordAndThatBeforeAPartAndTheSelectedRowCounts) {
   struct Case {
     const char* typed;
     int from;
@@ -81,25 +85,53 @@ TEST_F(FindAsYouTypeTest, ABeginningGoesBeforeAPartAndTheSelectedRowCounts) {
                            {"gale", 1, 4},
                            {"gale", 5, 0},
                            {"ull", 3, 1},
-                           {"zz", 2, 2},
-                           {"xx", 2, 2},
-                           {"low ", 5, 4}})
+                           {"b", 0, 4},
+                           {"low ", 5, 5},
+                           {"low b", 5, 4},
+                           {"an", 2, 0}})
     EXPECT_EQ(rowFor(test.typed, test.from), test.row) << test.typed << " from " << test.from;
 }
 
-TEST_F(FindAsYouTypeTest, TheFieldShowsEditsAndClosesWithoutClosingTheDialog) {
+// The row that one letter less has found is not what was meant.
+TEST_F(FindAsYouTypeTest, WhileNoRowHasTheTextNoneIsSelectedAndNoKeyDoesAnything) {
+  int done = 0;
+  list.onOpen = list.onInsertKey = list.onDeleteKey = [&] { ++done; };
+  list.setSelected(2, true);
   letters("garx");
-  EXPECT_TRUE(open());
-  EXPECT_EQ(field(), "Find: garx (no such row)");
-  EXPECT_EQ(list.selectedItem(), 1) << "what was found last stays";
+  EXPECT_EQ(field(), "Find: garx (no such row: Backspace or Esc)");
+  EXPECT_EQ(list.selectedItem(), std::nullopt);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Insert, Qt::Key_Delete, Qt::Key_Down,
+                            Qt::Key_End, Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_F3, Qt::Key_Space})
+    press(key);
+  press(Qt::Key_Return, Qt::ControlModifier);
+  press(Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_EQ(done, 0);
+  EXPECT_EQ(list.selectedItem(), std::nullopt);
+  for (int row = 0; row < list.count(); ++row) EXPECT_FALSE(list.checked(row)) << row;
+  EXPECT_EQ(QApplication::focusWidget(), &list);
+  EXPECT_EQ(field(), "Find: garx  (no such row: Backspace or Esc)");
   press(Qt::Key_Backspace);
-  EXPECT_EQ(field(), "Find: gar");
-  press(Qt::Key_F3);
+  press(Qt::Key_Backspace);
   EXPECT_EQ(list.selectedItem(), 3);
-  press(Qt::Key_F3);
-  EXPECT_EQ(list.selectedItem(), 1);
+  letters("zz");
+  press(Qt::Key_Escape);
+  EXPECT_EQ(list.selectedItem(), 2) << "back to where the search began";
+  letters("zz");
+  other.setFocus();
+  EXPECT_FALSE(open());
+  EXPECT_EQ(list.selectedItem(), std::nullopt) << "a click on Ok takes nothing";
+}
+
+TEST_F(FindAsYouTypeTest, TheFieldShowsEditsAndClosesWithoutClosingTheDialog) {
+  letters("gar");
+  EXPECT_EQ(field(), "Find: gar (Insert ticks it, Enter ticks it and is Ok)");
+  for (const int next : {3, 2, 1}) {
+    press(Qt::Key_F3);
+    EXPECT_EQ(list.selectedItem(), next) << "words come behind beginnings";
+  }
   for (int i = 0; i < 3; ++i) press(Qt::Key_Backspace);
   EXPECT_FALSE(open());
+  EXPECT_EQ(list.selectedItem(), 0);
   letters("g");
   press(Qt::Key_Escape);
   EXPECT_FALSE(open());
@@ -108,36 +140,60 @@ TEST_F(FindAsYouTypeTest, TheFieldShowsEditsAndClosesWithoutClosingTheDialog) {
   EXPECT_FALSE(window.isVisible());
 }
 
-TEST_F(FindAsYouTypeTest, EveryOtherKeyClosesTheFieldAndDoesWhatItAlwaysDoes) {
-  int opened = 0, inserted = 0, chosen = 0;
-  list.onOpen = [&] { ++opened; };
-  list.onInsertKey = [&] { ++inserted; };
-  list.onChosen = [&] { ++chosen; };
-  for (const auto& [key, row] :
-       {std::pair{Qt::Key_Down, 2}, {Qt::Key_Return, 1}, {Qt::Key_Insert, 1}, {Qt::Key_End, 5}}) {
-    list.setSelected(0, true);
-    letters("gar");
-    EXPECT_TRUE(open());
-    press(key);
-    EXPECT_FALSE(open());
-    EXPECT_EQ(list.selectedItem(), row);
-  }
-  EXPECT_EQ(opened, 1);
-  EXPECT_EQ(inserted, 1);
-  EXPECT_EQ(chosen, 6) << "four rows found by letters, two by keys";
-}
-
-TEST_F(FindAsYouTypeTest, ABlankTicksUnlessItGoesOnWithATextOfTheList) {
+TEST_F(FindAsYouTypeTest, ABlankIsTextAndTicksWhenThereIsNone) {
   press(Qt::Key_Space);
   EXPECT_TRUE(list.checked(0));
   letters("low back");
-  EXPECT_EQ(field(), "Find: low back");
-  press(Qt::Key_Space);
-  EXPECT_TRUE(list.checked(4));
+  EXPECT_EQ(list.selectedItem(), 4);
+  letters("  ");
+  EXPECT_EQ(list.selectedItem(), 4) << "blanks at the end count for nothing";
+  for (int row = 1; row < list.count(); ++row) EXPECT_FALSE(list.checked(row)) << row;
+}
+
+TEST_F(FindAsYouTypeTest, InsertAndEnterTickWhatWasFoundAndNeverTakeATickAway) {
+  int opened = 0;
+  list.onOpen = [&] { ++opened; };
+  std::vector<int> ticked;
+  list.onItemCheck = [&](int row, bool checked) { ticked.push_back(checked ? row : -1); };
+  letters("lower");
+  press(Qt::Key_Insert);
   EXPECT_FALSE(open());
-  letters("lower ");
-  EXPECT_TRUE(list.checked(5));
-  EXPECT_FALSE(list.checked(1));
+  EXPECT_EQ(opened, 0);
+  letters("lower");
+  press(Qt::Key_Insert);
+  letters("hope");
+  press(Qt::Key_Return);
+  letters("low ");
+  press(Qt::Key_Return, Qt::ControlModifier);
+  press(Qt::Key_Return);
+  EXPECT_EQ(ticked, (std::vector<int>{5, 2, 4}));
+  EXPECT_EQ(opened, 3) << "without a search Enter ticks nothing";
+}
+
+TEST_F(FindAsYouTypeTest, ADoubleClickTurnsTheTickOnceAlsoOnTheCheckBox) {
+  int opened = 0;
+  list.onOpen = [&] { ++opened; };
+  const QRect row = list.visualRect(list.model()->index(1, 0));
+  for (const int x : {row.left() + 8, row.center().x()})
+    for (const bool ticked : {true, false}) {
+      const QPoint at(x, row.center().y());
+      QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
+      QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
+      EXPECT_EQ(list.checked(1), ticked) << x;
+    }
+  EXPECT_EQ(opened, 0);
+}
+
+TEST_F(FindAsYouTypeTest, TheFieldCoversNoRowThatWasFound) {
+  list.resize(400, 110);
+  const auto* hint = list.findChild<QLabel*>("findField");
+  for (const char* typed : {"gale", "garcia", "hope", "garcía, e", "low back", "lower"}) {
+    letters(typed);
+    const QRect row = list.visualRect(list.currentIndex());
+    EXPECT_TRUE(list.viewport()->rect().contains(row)) << typed;
+    EXPECT_FALSE(hint->geometry().intersects(row.translated(list.viewport()->pos()))) << typed;
+    press(Qt::Key_Escape);
+  }
 }
 
 TEST_F(FindAsYouTypeTest, AFieldIsGoneWithTheRowsThatItSearched) {
@@ -149,7 +205,8 @@ TEST_F(FindAsYouTypeTest, AFieldIsGoneWithTheRowsThatItSearched) {
   EXPECT_FALSE(open());
   list.setText(0, "*Ken");
   EXPECT_EQ(rowFor("ken", 3), 0) << "a text set by hand is found in place of the stored one";
-  EXPECT_EQ(rowFor("garcia, a", 3), 2);
+  EXPECT_EQ(rowFor("garcia, a", 3), std::nullopt);
+  EXPECT_EQ(rowFor("garcia, e", 3), 2);
 }
 
 class FindInListOfSeveralTest : public FindAsYouTypeTest {
@@ -157,11 +214,33 @@ class FindInListOfSeveralTest : public FindAsYouTypeTest {
   FindInListOfSeveralTest() : FindAsYouTypeTest({.selection = ListView::Selection::several}) {}
 };
 
-TEST_F(FindInListOfSeveralTest, JustTheRowFoundIsSelectedAndABlankIsText) {
+TEST_F(FindInListOfSeveralTest, JustTheRowFoundIsSelectedAndEscGoesBackToAll) {
   list.selectAll();
   letters("lower ");
-  EXPECT_EQ(field(), "Find: lower  (no such row)");
+  EXPECT_EQ(field(), "Find: lower ");
   EXPECT_EQ(list.selectedFromLast(), std::vector<int>{5});
+  press(Qt::Key_Escape);
+  EXPECT_EQ(list.selectedFromLast().size(), 6U);
+}
+
+TEST_F(FindInListOfSeveralTest, EveryOtherKeyClosesTheFieldAndDoesWhatItAlwaysDoes) {
+  int opened = 0, inserted = 0, chosen = 0;
+  list.onOpen = [&] { ++opened; };
+  list.onInsertKey = [&] { ++inserted; };
+  list.onChosen = [&] { ++chosen; };
+  for (const auto& [key, row] :
+       {std::pair{Qt::Key_Down, 2}, {Qt::Key_Return, 1}, {Qt::Key_Insert, 1}, {Qt::Key_End, 5}}) {
+    list.clearSelected();
+    list.setSelected(0, true);
+    letters("gar");
+    EXPECT_TRUE(open());
+    press(key);
+    EXPECT_FALSE(open());
+    EXPECT_EQ(list.selectedItem(), row);
+  }
+  EXPECT_EQ(opened, 1);
+  EXPECT_EQ(inserted, 1);
+  EXPECT_EQ(chosen, 6) << "four rows found by letters, two by keys";
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ std::string hits(const RowStore& store, std::size_t column, std::string_view wan
   Hit bestOfRows = Hit::none;
   for (const std::uint32_t row : rows) {
     bestOfRows = std::max(bestOfRows, search.hit(row));
-    found += std::string("-is")[static_cast<std::size_t>(search.hit(row))];
+    found += std::string("-iws")[static_cast<std::size_t>(search.hit(row))];
   }
   EXPECT_EQ(best, bestOfRows);
   return found;
@@ -44,24 +44,52 @@ TEST(ColumnSearchTest, EveryKindOfValueIsFoundByWhatItShows) {
     const char* wanted;
     const char* rows;
   };
-  for (const Case& test : {Case{0, "NUNEZ", "si--"},
-                           {0, "núñ", "si--"},
+  for (const Case& test : {Case{0, "NUNEZ", "sw--"},
+                           {0, "núñ", "sw--"},
                            {0, "straße", "---s"},
                            {0, "anaana", "----"},
-                           {0, "a", "is-i"},
+                           {0, "a", "ws-i"},
                            {1, "6/15", "s--s"},
-                           {1, "6", "si-s"},
+                           {1, "6", "sw-s"},
                            {2, "2:05:09 p", "s--s"},
                            {2, "12:00", "-s--"},
                            {3, "1/1/1999", "-s--"},
-                           {3, "2003 2:0", "i--i"},
-                           {4, "3", "i--s"},
+                           {3, "2003 2:0", "w--w"},
+                           {4, "3", "w--s"},
                            {4, "-", "s---"},
                            {5, "-2000000000", "-s--"},
                            {5, "99", "---i"},
                            {5, "8", "----"}})
     EXPECT_EQ(hits(*store, test.column, test.wanted), test.rows)
         << test.wanted << " in column " << test.column;
+}
+
+// Each is searched as it can be typed; a word may begin behind a part that begins none.
+TEST(TextSearchTest, WordsGoBeforePartsAndSignsOfPrintAreThoseOfTheKeyboard) {
+  struct Case {
+    const char* text;
+    const char* wanted;
+    Hit hit;
+  };
+  TextSearch all;
+  const std::vector<Case> cases{{"Deacon Adea, Dean", "dea", Hit::atStart},
+                                {"Adea Dean", "dea", Hit::atWord},
+                                {"X-ray, knee", "ray", Hit::atWord},
+                                {"Bell (Covering Ames)", "covering a", Hit::atWord},
+                                {"Élan", "lan", Hit::inside},
+                                {"Nuñez Ñandú", "nand", Hit::atWord},
+                                {"St. Joseph’s – West", "st. joseph's - w", Hit::atStart},
+                                {"Knee pain", "knee pain", Hit::atStart},
+                                {"écho", "echo", Hit::atStart},
+                                {"Knee", "knee x", Hit::none},
+                                {"a", "b", Hit::none}};
+  for (const Case& test : cases) all.add(test.text);
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    const std::string wanted = searchText(cases[i].wanted);
+    EXPECT_EQ(hitOf(cases[i].text, wanted), cases[i].hit) << cases[i].text;
+    all.search(wanted);
+    EXPECT_EQ(all.hit(i), cases[i].hit) << cases[i].text << " among others";
+  }
 }
 
 TEST(ColumnSearchTest, ValuesThatComeLaterAreNotFoundAndDoNoHarm) {
