@@ -5,7 +5,9 @@
 #include <QPainter>
 #include <QScreen>
 #include <QStyle>
+#include <QTextCharFormat>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <algorithm>
 
 #include "controls/DarkPalette.h"
@@ -190,16 +192,23 @@ void DatePicker::paintEvent(QPaintEvent* event) {
 }
 
 void DatePicker::makeCalendar() {
-  calendar_ = new QCalendarWidget(this);
+  auto* popup = new QFrame(this, Qt::Popup);
+  popup->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+  auto* column = new QVBoxLayout(popup);
+  column->setContentsMargins(1, 1, 1, 1);
+  calendar_ = new QCalendarWidget(popup);
+  column->addWidget(calendar_);
   calendar_->setObjectName("calendar");
   calendar_->setAccessibleName("Calendar");
-  calendar_->setWindowFlag(Qt::Popup);
   calendar_->setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
   calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
   calendar_->setDateRange(toQt(kFirst), toQt(kLast));
+  // The toolkit's red cannot be read on dark.
+  for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+    calendar_->setWeekdayTextFormat(day, QTextCharFormat());
   calendar_->setDateEditEnabled(false);  // digits in it would be read in another way than here
   const auto take = [this](QDate date) {
-    calendar_->hide();
+    calendar_->window()->hide();
     setValue(fromQt(date));
   };
   onEvent(calendar_, &QCalendarWidget::activated, this, take);
@@ -211,16 +220,17 @@ void DatePicker::openCalendar() {
   if (calendar_ == nullptr) makeCalendar();
   setFocus(Qt::PopupFocusReason);
   calendar_->setSelectedDate(toQt(read().date.value_or(value_.value_or(today()))));
-  const QSize size = calendar_->sizeHint();
+  QWidget* popup = calendar_->window();
+  const QSize size = popup->sizeHint();
   const QRect within = screen()->availableGeometry();
   const QPoint corner = mapToGlobal(QPoint(0, height()));
   const bool fits = corner.y() + size.height() <= within.bottom();
   const int right = std::max(within.left(), within.right() - size.width());
-  calendar_->move(std::clamp(corner.x(), within.left(), right),
-                  fits ? corner.y() : corner.y() - height() - size.height());
+  popup->move(std::clamp(corner.x(), within.left(), right),
+              fits ? corner.y() : corner.y() - height() - size.height());
   // The click that closes it does nothing else.
-  calendar_->setAttribute(Qt::WA_NoMouseReplay);
-  calendar_->show();
+  popup->setAttribute(Qt::WA_NoMouseReplay);
+  popup->show();
   calendar_->setFocus();
 }
 

@@ -10,7 +10,7 @@ Hint::Hint(QWidget* anchor, Place place)
     : QLabel(place == Place::insideBelow ? anchor : anchor->window()), anchor_(anchor),
       place_(place) {
   setTextFormat(Qt::PlainText);
-  setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+  setFrameStyle(QFrame::Box | QFrame::Plain);
   setAutoFillBackground(true);
   setForegroundRole(QPalette::ToolTipText);
   setBackgroundRole(QPalette::ToolTipBase);
@@ -35,16 +35,26 @@ void Hint::say(const QString& text) {
   QAccessible::updateAccessibility(&told);
 }
 
-void Hint::put() {
+// Words that are too long for one line go on in the next.
+void Hint::fit(int most) {
+  setWordWrap(false);
   adjustSize();
+  if (width() <= most) return;
+  setWordWrap(true);
+  resize(most, heightForWidth(most));
+}
+
+void Hint::put() {
   const QRect within = parentWidget()->rect();
-  resize(std::min(width(), within.width()), height());
+  fit(within.width());
   if (place_ == Place::insideBelow)
     return move(within.right() - width() + 1, within.bottom() - height() + 1);
   const QPoint corner = anchor_->mapTo(parentWidget(), QPoint(0, anchor_->height()));
+  const int above = corner.y() - anchor_->height() - height();
+  const bool lowerHalf = corner.y() > within.height() / 2;
   const bool fits = corner.y() + height() <= within.height();
   move(std::clamp(corner.x(), 0, within.width() - width()),
-       fits ? corner.y() : std::max(0, corner.y() - anchor_->height() - height()));
+       fits && !(lowerHalf && above >= 0) ? corner.y() : std::max(0, above));
 }
 
 bool Hint::eventFilter(QObject* watched, QEvent* event) {

@@ -11,7 +11,7 @@ class Hint : public QLabel {
   enum class Place { insideBelow, below };
 
   // insideBelow: at the right of the anchor's lower edge, within it. below: under the anchor, on
-  // the anchor's window, or above it where the window ends.
+  // the anchor's window, or above it in the window's lower half, where the buttons are.
   Hint(QWidget* anchor, Place place);
 
   void say(const QString& text);  // "" hides it
@@ -21,6 +21,7 @@ class Hint : public QLabel {
 
  private:
   void put();
+  void fit(int most);
 
   QWidget* anchor_;
   Place place_;

@@ -178,8 +178,7 @@ class Reader {
   }
 
   std::optional<TypedDate> checkMonth(int month, int day) const {
-    if (month < 1 || month > 12)
-      return refuse(concat("There is no month ", month, ": the month comes first."));
+    if (month < 1 || month > 12) return refuse(concat("There is no month ", month, "."));
     if (day < 1) return noDay("No month has a day 0.");
     return std::nullopt;
   }

@@ -72,7 +72,7 @@ TEST(TypedDateTest, NoTextIsTakenForAnotherDate) {
       {"12302", "!5 digits"},
       {"1230202", "!7 digits"},
       {"123020255", "!9 digits"},
-      {"13012026", "!There is no month 13: the month comes first."},
+      {"13012026", "!There is no month 13. Month, day, year: 11/25/2026."},
       {"31/12/2026", "!There is no month 31"},
       {"0/5/2026", "!There is no month 0"},
       {"13/5", "!There is no month 13"},
