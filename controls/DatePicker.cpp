@@ -53,6 +53,7 @@ DatePicker::DatePicker(QWidget* parent, Kind kind)
   button_->setAutoRaise(true);
   button_->setFocusPolicy(Qt::NoFocus);
   button_->setCursor(Qt::ArrowCursor);
+  button_->setObjectName("calendarButton");
   button_->setAccessibleName("Open the calendar");
   onEvent(button_, &QToolButton::clicked, this, [this] { openCalendar(); });
   onEvent(this, &QLineEdit::textEdited, this, [this] { mark({}); });
