@@ -1,5 +1,6 @@
 #include "charges/frmCharges.h"
 #include "charges/frmPostCharges.h"
+#include "controls/TypedInput.h"
 #include "core/LongWork.h"
 #include "core/Principal.h"
 #include "core/Services.h"
@@ -41,6 +42,7 @@ void postOne(RecordSet& charge, std::int32_t lot) {
 }  // namespace
 
 void ChargesView::Post() {
+  if (!settleInputs(*this)) return;  // printing comes behind it
   PostChargeCount = 0;
   std::int64_t ready = 0;
   forEachReady(*RsCharges, [&] { ++ready; });

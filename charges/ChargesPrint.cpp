@@ -1,4 +1,5 @@
 #include "charges/frmCharges.h"
+#include "controls/TypedInput.h"
 #include "core/Principal.h"
 #include "data/Literals.h"
 #include "platform/Text.h"
@@ -53,6 +54,7 @@ std::string ChargesView::reportSubtitles() const {
 }
 
 void ChargesView::Imprimir() {
+  if (!settleInputs(*this)) return;  // the document names the dates
   constexpr double kSheetWidth = 11;
   constexpr double kSheetHeight = 8.2;
   PrintDialogCaption = "Print Charges";

@@ -102,6 +102,12 @@ void FilterPanels::enable(PanelKind kind, bool selected) {
   if (kind != PanelKind::lot) changed.button->setEnabled(selected);
 }
 
+bool FilterPanels::settleDates() {
+  if (isAll(PanelKind::dates)) return true;
+  const bool first = DTPicker1->settle();
+  return DTPicker2->settle() && first;
+}
+
 std::string FilterPanels::text(PanelKind kind) const { return fromQt(panel(kind).box->text()); }
 
 void FilterPanels::setText(PanelKind kind, const std::string& text) {

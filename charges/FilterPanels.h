@@ -37,6 +37,9 @@ class FilterPanels {
 
   std::string text(PanelKind kind) const;
   void setText(PanelKind kind, const std::string& text);
+  // Takes over the dates that are typed, where they filter. False when one is none, which its
+  // hint then tells; the focus stays where it is.
+  bool settleDates();
   DatePicker* first() const { return DTPicker1; }
   DatePicker* last() const { return DTPicker2; }
 

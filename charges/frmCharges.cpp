@@ -7,6 +7,7 @@
 
 #include "charges/frmEditCharge.h"
 #include "controls/Dialog.h"
+#include "controls/TypedInput.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
@@ -90,7 +91,10 @@ ChargesView::ChargesView(QWidget* parent)
                                            Refresca();
                                          },
                                      .search = [this](PanelKind kind) { search(kind); },
-                                     .go = [this] { Refresca(); }}),
+                                     .go =
+                                         [this] {
+                                           if (settleInputs(*this)) Refresca();
+                                         }}),
       ListView1(new ListView({{"ChargeRealDate", "Date", 1440},
                               {"Names", "Patient", 2880},
                               {"EMDescription", "E & M Concept", 2880},
@@ -184,7 +188,8 @@ std::string ChargesView::statement() const {
 }
 
 void ChargesView::Refresca() {
-  if (!FormReady) return;
+  // What no date stands for is no filter: the list stays what it was.
+  if (!FormReady || !panels_.settleDates()) return;
   ActiveFilter = MainWindow->FiltroActualNumero;
   const std::string text = statement();
   if (RsCharges) RsCharges->Close();

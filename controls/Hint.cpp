@@ -19,7 +19,7 @@ Hint::Hint(QWidget* anchor, Place place)
     : QLabel(place == Place::insideBelow ? anchor : anchor->window()), anchor_(anchor),
       place_(place) {
   setTextFormat(Qt::PlainText);
-  setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+  setFrameStyle(QFrame::Box | QFrame::Plain);
   setAutoFillBackground(true);
   setForegroundRole(QPalette::ToolTipText);
   setBackgroundRole(QPalette::ToolTipBase);
@@ -70,9 +70,11 @@ void Hint::put() {
   const QRect within = parentWidget()->rect();
   fit(within.width());
   const QPoint corner = anchor_->mapTo(parentWidget(), QPoint(0, anchor_->height()));
+  const int above = corner.y() - anchor_->height() - height();
+  const bool lowerHalf = corner.y() > within.height() / 2;
   const bool fits = corner.y() + height() <= within.height();
   move(std::clamp(corner.x(), 0, within.width() - width()),
-       fits ? corner.y() : std::max(0, corner.y() - anchor_->height() - height()));
+       fits && !(lowerHalf && above >= 0) ? corner.y() : std::max(0, above));
 }
 
 bool Hint::eventFilter(QObject* watched, QEvent* event) {

@@ -11,7 +11,8 @@ class Hint : public QLabel {
   enum class Place { insideBelow, below };
 
   // insideBelow: at the right of the anchor's lower edge, within it, in a list within its rows.
-  // below: under the anchor, on the anchor's window, or above it where the window ends.
+  // below: under the anchor, on the anchor's window, or above it in the window's lower half, where
+  // the buttons are.
   Hint(QWidget* anchor, Place place);
 
   void say(const QString& text);  // "" hides it

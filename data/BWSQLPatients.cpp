@@ -4,6 +4,7 @@
 #include "data/Literals.h"
 #include "data/Reading.h"
 #include "data/Writing.h"
+#include "platform/Rewriter.h"
 #include "platform/Text.h"
 
 namespace bw {
@@ -21,6 +22,13 @@ RecordSetRef chargeDetails(const char* columnsAndJoin, std::int16_t PatientId, D
       OnError::messageWithSource);
 }
 
+// A patient's statement has one date that can be missing.
+int tellWhichDate(int result, std::string& message) {
+  if (result == kDatabaseError && message == kDateMissing)
+    message = "The date of birth is missing: please fill in DOB. Nothing was stored.";
+  return result;
+}
+
 }  // namespace
 
 RecordSetRef PatientGet(std::int16_t PatientId) {
@@ -32,27 +40,29 @@ std::int16_t PatientNextId() {
                   "PatientId", kFirstPatientId);
 }
 
-int PatientInsert(std::int16_t& PatientId, const std::string& Names, Date DateOfBirth,
-                  const std::string& AccountNumber, std::int16_t InsuranceCode,
-                  std::string& message) {
+int PatientInsert(std::int16_t& PatientId, const std::string& Names,
+                  std::optional<Date> DateOfBirth, const std::string& AccountNumber,
+                  std::int16_t InsuranceCode, std::string& message) {
   const std::int16_t code = PatientNextId();
-  return insertRecord(
-      code, PatientId,
-      concat("INSERT INTO Patient (PatientId, [Names] , DateOfBirth, AccountNumber, "
-             "InsuranceCode) VALUES (",
-             code, ", ", "'", Names, "',", "#", monthFirst(DateOfBirth), "#, ", "'", AccountNumber,
-             "',", InsuranceCode, ")"),
-      message);
+  const int result =
+      insertRecord(code, PatientId,
+                   concat("INSERT INTO Patient (PatientId, [Names] , DateOfBirth, AccountNumber, "
+                          "InsuranceCode) VALUES (",
+                          code, ", ", "'", Names, "',", "#", monthFirst(DateOfBirth), "#, ", "'",
+                          AccountNumber, "',", InsuranceCode, ")"),
+                   message);
+  return tellWhichDate(result, message);
 }
 
-int PatientUpdate(std::int16_t PatientId, const std::string& Names, Date DateOfBirth,
+int PatientUpdate(std::int16_t PatientId, const std::string& Names, std::optional<Date> DateOfBirth,
                   const std::string& AccountNumber, std::int16_t InsuranceCode,
                   std::string& message) {
-  return changeRecord(
+  const int result = changeRecord(
       concat("UPDATE Patient SET", " [Names]='", Names, "', ", " DateOfBirth = #",
              yearFirst(DateOfBirth), "#, ", " AccountNumber='", AccountNumber, "', ",
              " InsuranceCode=", InsuranceCode, ", ", stampNow(), " WHERE PatientId = ", PatientId),
       kUpdateTouchedNothing, message);
+  return tellWhichDate(result, message);
 }
 
 int PatientDelete(std::int16_t PatientId, std::string& message) {

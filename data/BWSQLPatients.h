@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/RecordSet.h"
@@ -16,11 +17,12 @@ namespace bw {
 RecordSetRef PatientGet(std::int16_t PatientId);
 // From 25000 on. 0 when it failed, which is told in a message.
 std::int16_t PatientNextId();
-int PatientInsert(std::int16_t& PatientId, const std::string& Names, Date DateOfBirth,
-                  const std::string& AccountNumber, std::int16_t InsuranceCode,
-                  std::string& message);
+// The database refuses a patient without a date of birth.
+int PatientInsert(std::int16_t& PatientId, const std::string& Names,
+                  std::optional<Date> DateOfBirth, const std::string& AccountNumber,
+                  std::int16_t InsuranceCode, std::string& message);
 // Stamps the row with the present moment.
-int PatientUpdate(std::int16_t PatientId, const std::string& Names, Date DateOfBirth,
+int PatientUpdate(std::int16_t PatientId, const std::string& Names, std::optional<Date> DateOfBirth,
                   const std::string& AccountNumber, std::int16_t InsuranceCode,
                   std::string& message);
 int PatientDelete(std::int16_t PatientId, std::string& message);

@@ -57,8 +57,8 @@ class PatientEditor : public Dialog {
 
 PatientEditor::PatientEditor(QWidget* owner)
     : Dialog("frmEditPatient", "Patient", owner), TxtNames(new QLineEdit(this)),
-      DTDOB(new DatePicker(this)), TxtAccount(new QLineEdit(this)), CBSeguros(new ComboBox(this)),
-      CBSicknessType(new ComboBox(this)),
+      DTDOB(new DatePicker(this, DatePicker::Kind::birth)), TxtAccount(new QLineEdit(this)),
+      CBSeguros(new ComboBox(this)), CBSicknessType(new ComboBox(this)),
       ListView1(new ListView({{"Description", "Description", 3600}}, {}, this)),
       history_(*ListView1) {
   build();
@@ -121,11 +121,9 @@ bool PatientEditor::showStored() {
   if (!foundRecord(patient) || !openHistory()) return false;
   TxtNames->setText(toQt(patient->textOrEmpty("Names")));
   TxtAccount->setText(toQt(patient->textOrEmpty("AccountNumber")));
-  // A missing date shows as the first day that the picker has, which nobody takes for a birthday.
-  if (patient->isNull("DateOfBirth"))
-    DTDOB->setDate(DTDOB->minimumDate());
-  else
-    DTDOB->setValue(patient->date("DateOfBirth"));
+  DTDOB->setValue(patient->isNull("DateOfBirth")
+                      ? std::nullopt
+                      : std::optional<Date>(patient->date("DateOfBirth")));
   CBSeguros->selectFound(RsInsurances,
                          concat("InsuranceCode = ", patient->integer("InsuranceCode")));
   patient.close();
@@ -164,7 +162,11 @@ void PatientEditor::ok() {
   CBSeguros->moveToSelected(RsInsurances);
   const bool isNew = CurrentPatientId == 0;
   std::string message;
-  if (storePatient(message) != 0) return MsgBox(message);
+  if (storePatient(message) != 0) {
+    MsgBox(message);
+    if (!DTDOB->valueIfAny()) DTDOB->setFocus();
+    return;
+  }
   storeHistory(isNew);
   RecordSaved = true;
   unload();
@@ -172,7 +174,7 @@ void PatientEditor::ok() {
 
 int PatientEditor::storePatient(std::string& message) {
   return storeRecord<PatientInsert, PatientUpdate>(
-      CurrentPatientId, message, fromQt(TxtNames->text()), DTDOB->value(),
+      CurrentPatientId, message, fromQt(TxtNames->text()), DTDOB->valueIfAny(),
       fromQt(TxtAccount->text()), RsInsurances->code("InsuranceCode"));
 }
 

@@ -11,13 +11,14 @@
 namespace bw {
 namespace {
 
-enum class Fault { quote, bracket, date, comment, sign, parameter, second };
+enum class Fault { quote, bracket, date, missing, comment, sign, parameter, second };
 
 [[noreturn]] void refuse(Fault fault) {
-  constexpr std::array<const char*, 7> kSentences{
+  constexpr std::array<const char*, 8> kSentences{
       "Syntax error in string: a quote is not closed.",
       "Syntax error in name: a bracket is not closed.",
       "Syntax error in date in query expression.",
+      kDateMissing,
       "Syntax error in query expression: comments are not allowed.",
       "Syntax error in query expression: a character is not allowed.",
       "No value given for one or more required parameters.",
@@ -44,7 +45,7 @@ constexpr std::array<bool, 256> kSpecial = [] {
 
 std::string canonical(std::string_view literal) {
   const std::optional<Value> moment = parseDateLiteral(literal);
-  if (!moment) refuse(Fault::date);
+  if (!moment) refuse(Trim(literal).empty() ? Fault::missing : Fault::date);
   if (const auto* date = std::get_if<Date>(&*moment)) return isoDate(*date);
   if (const auto* time = std::get_if<TimeOfDay>(&*moment)) return isoTime(*time);
   return isoDateTime(std::get<DateTime>(*moment));

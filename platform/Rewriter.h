@@ -5,6 +5,8 @@
 
 namespace bw {
 
+inline constexpr const char* kDateMissing = "A date is missing.";
+
 // Turns a statement of the program into one that the engine takes:
 //   #06/15/2003#           becomes '2003-06-15' (times '14:05:09', both '2003-06-15 14:05:09')
 //   SELECT TOP n ...       becomes SELECT ... LIMIT n (where the statement begins with it)
@@ -12,6 +14,7 @@ namespace bw {
 // statement and is dropped. Refused, with a sentence in the error's text (number `database`): an
 // unterminated quote, bracket or date, an impossible date, a comment, a double quote or back quote,
 // a NUL, a parameter sign, and a second statement.
+// A date between whose number signs nothing stands is refused with kDateMissing.
 std::string rewriteStatement(std::string_view statement);
 
 // Whether a text in a statement of the program ends too early, because it holds a single quote that

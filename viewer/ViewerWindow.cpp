@@ -12,6 +12,7 @@
 #include <QSpinBox>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <utility>
 
 #include "viewer/FindBar.h"
@@ -40,11 +41,23 @@ QLabel* makeTroubleLine() {
   return label;
 }
 
+// The wheel changes the page only where the keys would.
+class PageBox : public QSpinBox {
+ public:
+  PageBox() { setFocusPolicy(Qt::StrongFocus); }
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override {
+    if (hasFocus()) return QSpinBox::wheelEvent(event);
+    event->ignore();
+  }
+};
+
 }  // namespace
 
 ViewerWindow::ViewerWindow()
     : view_(new PageView), findBar_(new FindBar), trouble_(makeTroubleLine()),
-      side_(new QDockWidget(tr("Pages"))), thumbnails_(new ThumbnailPane), pageBox_(new QSpinBox),
+      side_(new QDockWidget(tr("Pages"))), thumbnails_(new ThumbnailPane), pageBox_(new PageBox),
       zoomLabel_(new QLabel) {
   setAcceptDrops(true);
   auto* middle = new QWidget;

@@ -63,6 +63,20 @@ TEST_F(PatientsTest, OnlyUpdateAndAdmissionStampTheRow) {
   EXPECT_EQ(stampOf("25002"), "6/15/2003");
 }
 
+TEST_F(PatientsTest, AMissingDateOfBirthIsRefusedByName) {
+  const std::string told = "The date of birth is missing: please fill in DOB. Nothing was stored.";
+  EXPECT_EQ(PatientUpdate(25000, "Smith, Anna", {}, "", 1, message), 1);
+  EXPECT_EQ(std::exchange(message, {}), told);
+  EXPECT_NE(takeStatements().at(1).find(" DateOfBirth = ##, "), std::string::npos);
+  std::int16_t id = 0;
+  EXPECT_EQ(PatientInsert(id, "Brown, Cy", {}, "", 1, message), 1);
+  EXPECT_EQ(std::exchange(message, {}), told);
+  EXPECT_EQ(id, 0);
+  EXPECT_EQ(PatientUpdate(25000, "O'Brien", day(1980, 2, 29), "", 1, message), 1);
+  EXPECT_NE(message, told);
+  EXPECT_EQ(rows("SELECT Names FROM Patient"), "Smith, Ann Jones, Bob");
+}
+
 TEST_F(PatientsTest, OnlyADischargeResetsTheLastChargeDate) {
   const std::string state =
       "SELECT InFacilityCode, InWardCode, InDoctorCode, LastChargeDate FROM Patient "

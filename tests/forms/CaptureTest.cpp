@@ -88,8 +88,13 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
     click(editor, "Command2");
     EXPECT_EQ(marked.text(1), "d3") << "a second del takes the mark back";
     choose(control<ComboBox>(editor, "CBFacilities"), "Oakhill");
-    control<DatePicker>(editor, "DTDOC").setValue(day(2003, 6, 14));
-    click(editor, "btnOk");
+    auto& date = control<DatePicker>(editor, "DTDOC");
+    type(date, "14/6/2003");
+    QTest::keyClick(&date, Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_EQ(charge(), "25001|6/15/2003|1|2|2|3|0|null") << "no date is stored for another";
+    type(date, "6/14/03");
+    QTest::keyClick(&date, Qt::Key_Return, Qt::ControlModifier);
   });
   doubleClickRow(list(), 0);
   EXPECT_EQ(charge(), "25001|6/14/2003|2|2111|2|3|0|null");

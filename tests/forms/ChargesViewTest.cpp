@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include "charges/frmCharges.h"
+#include "controls/DatePicker.h"
 #include "core/Principal.h"
 #include "lists/Settings.h"
 #include "shell/frmShorcuts.h"
@@ -60,6 +61,58 @@ TEST_F(ChargesViewTest, EachPanelNarrowsTheStatement) {
                    base + "=2", base + "=2" + patient, base + "=2" + insurance,
                    base + "=2" + doctor, base + "=2" + doctor + " and PrintLot = 0",
                    base + "=2" + doctor + " and PrintLot = 2003"}));
+}
+
+TEST_F(ChargesViewTest, NoDateLeavesTheListOnEveryRoad) {
+  click(frmCharges(), "optSelectedDates");
+  auto& first = control<DatePicker>(frmCharges(), "DTPicker1");
+  auto& last = control<DatePicker>(frmCharges(), "DTPicker2");
+  type(first, "06012003");
+  type(last, "06/02/03");
+  QTest::keyClick(&last, Qt::Key_Return);
+  EXPECT_EQ(names(), (Texts{"Smith, Ann", "Jones, Bob"}));
+  takeStatements();
+  const auto tellsOf = [&](DatePicker& picker) {
+    EXPECT_EQ(first.value(), day(2003, 6, 1));
+    EXPECT_EQ(picker.text(), "31/6/03");
+    EXPECT_FALSE(picker.accessibleDescription().isEmpty());
+    EXPECT_EQ(names(), (Texts{"Smith, Ann", "Jones, Bob"}));
+    EXPECT_EQ(takeStatements(), Texts{});
+  };
+  type(first, "31/6/03");
+  QTest::keyClick(&window(), Qt::Key_F5);
+  tellsOf(first);
+  frmShorcuts().setFocus();
+  frmShorcuts().FuerzaNodeClick(0, 4);
+  tellsOf(first);
+  EXPECT_FALSE(first.hasFocus()) << "only Go, Print and Post go there";
+  for (const char* option : {"optSelectedLot", "optAllLots"}) click(frmCharges(), option);
+  tellsOf(first);
+  for (const char* go : {"btnGo", "btnGo2"}) {
+    last.setFocus();
+    click(frmCharges(), go);
+    EXPECT_TRUE(first.hasFocus()) << go;
+    tellsOf(first);
+  }
+  for (const char* command : {"Imprimir", "Post"}) {
+    last.setFocus();
+    frmCharges().call(command);
+    EXPECT_TRUE(first.hasFocus()) << command;
+    tellsOf(first);
+  }
+  frmShorcuts().FuerzaNodeClick(0, 0);
+  type(first, "06022003");
+  type(last, "31/6/03");
+  QTest::keyClick(&first, Qt::Key_Return);
+  EXPECT_TRUE(last.hasFocus());
+  EXPECT_EQ(takeStatements(), Texts{});
+  type(last, "3");  // the latest third of a month
+  QTest::keyClick(&last, Qt::Key_Return);
+  EXPECT_EQ(names(), (Texts{"Jones, Bob", "Jones, Bob"}));
+  // A date that does not filter stops nobody.
+  type(last, "31/6/03");
+  click(frmCharges(), "optAllDates");
+  EXPECT_EQ(list().count(), 3);
 }
 
 TEST_F(ChargesViewTest, ArchivedByTheRunStaysInTheWholeListAndInNoFilter) {

@@ -50,7 +50,7 @@ TEST_F(PatientEditorTest, ANewPatientWithHistoryOfTwoTypesComesIntoTheList) {
   script.in("frmEditPatient", [&](QWidget& editor) {
     EXPECT_EQ(control<DatePicker>(editor, "DTDOB").value(), now.date);
     type(control<QWidget>(editor, "TxtNames"), "Brown, Cy");
-    control<DatePicker>(editor, "DTDOB").setValue(day(1980, 2, 29));
+    type(control<QWidget>(editor, "DTDOB"), "2/29/80");
     type(control<QWidget>(editor, "TxtAccount"), "00417");
     choose(control<ComboBox>(editor, "CBSeguros"), "Provident");
     click(editor, "Command1");
@@ -145,12 +145,33 @@ TEST_F(PatientEditorTest, WhatIsRefusedStaysInTheDialog) {
   EXPECT_EQ(historyOf(25000), "");
 }
 
-TEST_F(PatientEditorTest, AMissingInsuranceOrBirthdaySelectsTheFirst) {
+TEST_F(PatientEditorTest, AMissingBirthdayIsEmptyAndRefused) {
+  run("UPDATE Patient SET DateOfBirth=NULL WHERE PatientId=25000");
+  edit([&](QWidget& editor) {
+    RecordSaved = false;
+    auto& birth = control<DatePicker>(editor, "DTDOB");
+    EXPECT_EQ(birth.text(), "");
+    type(control<QWidget>(editor, "TxtNames"), "Smith, Anna");
+    QTest::keyClick(&editor, Qt::Key_Return);
+    EXPECT_EQ(takeMessages(),
+              Strings{"The date of birth is missing: please fill in DOB. Nothing was stored."});
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_FALSE(RecordSaved);
+    EXPECT_TRUE(birth.hasFocus());
+    EXPECT_EQ(rows("SELECT Names, DateOfBirth FROM Patient WHERE PatientId=25000"),
+              "Smith, Ann|null");
+    QTest::keyClicks(&birth, "061603");  // the day after today's
+    QTest::keyClick(&birth, Qt::Key_Return);
+  });
+  EXPECT_EQ(rows("SELECT Names, DateOfBirth FROM Patient WHERE PatientId=25000"),
+            "Smith, Anna|6/16/1903");
+}
+
+TEST_F(PatientEditorTest, AMissingInsuranceSelectsTheFirst) {
   run("PRAGMA foreign_keys=OFF");
-  run("UPDATE Patient SET InsuranceCode=9, DateOfBirth=NULL WHERE PatientId=25000");
+  run("UPDATE Patient SET InsuranceCode=9 WHERE PatientId=25000");
   edit([&](QWidget& editor) {
     EXPECT_EQ(control<ComboBox>(editor, "CBSeguros").ListIndex(), 0);
-    EXPECT_EQ(control<DatePicker>(editor, "DTDOB").value(), day(1800, 1, 1));
     click(editor, "btnOk");
   });
   EXPECT_EQ(rows("SELECT InsuranceCode FROM Patient WHERE PatientId=25000"), "1");

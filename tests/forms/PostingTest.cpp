@@ -175,26 +175,31 @@ TEST_F(PostingTest, ArchivesWhatIsOlderExceptEachPatientsLatest) {
       "(25000, #01/01/2002#, #08:00:00#, #01/01/2002#, 1, 1, 1, 2, 2, 5), "
       "(25000, #06/14/2002#, #08:00:00#, #06/14/2002#, 1, 1, 1, 2, 1, 6), "
       "(25000, #06/15/2002#, #08:00:00#, #06/15/2002#, 1, 1, 1, 2, 1, 7)");
-  const auto archive = [&](std::optional<Date> until) {
+  const auto archive = [&](const char* until) {
     script.in("frmArchiveCharges", [until](QWidget& dialog) {
       auto& picker = control<DatePicker>(dialog, "DTPicker1");
       EXPECT_EQ(picker.value(), day(2002, 6, 15));
-      if (until) picker.setValue(*until);
+      for (const char* wrong : {"13/01/10", "1/1/"}) {
+        type(picker, wrong);
+        click(dialog, "OKButton");
+        EXPECT_TRUE(dialog.isVisible() && picker.hasFocus()) << wrong;
+      }
+      type(picker, until);
       click(dialog, "OKButton");
       if (dialog.isVisible()) dialog.close();  // stopped by a failed read
     });
     trigger(window(), "mnuToolsArchive");
   };
-  archive({});
+  archive("06/15/02");
   EXPECT_EQ(takeMessages(), Texts{"Process ended successfully"});
   // The day itself is not earlier, and lots stay.
   EXPECT_EQ(stored(), "3|5 3|6 1|7 0|null 1|77 0|null 3|null");
   EXPECT_EQ(CurrentPatientId, 25001);
-  archive(day(2010, 1, 1));
+  archive("01012010");
   EXPECT_EQ(takeMessages(), Texts{"Process ended successfully"});
   EXPECT_EQ(stored(), "3|5 3|6 3|7 0|null 3|77 0|null 3|null") << "the latest stay, however old";
   closeConnection();
-  archive({});
+  archive("6/15/2002");
   const Texts told = takeMessages();
   ASSERT_EQ(told.size(), 2U) << "the run's, then the view's own";
   EXPECT_TRUE(told[0].ends_with(kClosed));

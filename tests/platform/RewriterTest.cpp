@@ -67,7 +67,8 @@ TEST(Rewriter, RefusesWhatWouldChangeTheStatementsMeaning) {
   const std::vector<Group> groups{
       {"quote", {"a='O'Brien'", "a='", "a='x''", "'a' 'b", "UPDATE a SET b='x\\'', c='d'"}},
       {"bracket", {"SELECT [a FROM b", "[", "'a' ["}},
-      {"date", {"a=#", "a=#06/15/2003", "a=##", "a=#2/30/2003#", "a=#x' AND b='#", "a=#6/15/03#"}},
+      {"date", {"a=#", "a=#06/15/2003", "a=#2/30/2003#", "a=#x' AND b='#", "a=#6/15/03#"}},
+      {"missing", {"a=##", "a=# # AND b=1"}},
       {"comments", {"a=1 -- b", "a='x' --'", "--", "a/**/b", "a /* b"}},
       {"character", {"a=\"b\"", "a=`b`", "a=1\0"sv, "a='x\0'"sv, "[a\0b]"sv}},
       {"parameters", {"a=?", "a=?1", "a=:b", "a=@b", "a=$b", "a=:é", "a::b"}},

@@ -115,6 +115,15 @@ TEST_F(Viewer, PageBoxAndPagesFollowEachOther) {
   EXPECT_EQ(box->value(), 1);
   QTest::keyClick(view(), Qt::Key_End);
   EXPECT_EQ(box->value(), 5);
+  QWheelEvent notch(QPointF(5, 5), box->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QTest::keyClick(view(), Qt::Key_Home);
+  QApplication::sendEvent(box, &notch);
+  EXPECT_EQ(box->value(), 1) << "the wheel, without the focus";
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  run("typePage");
+  QApplication::sendEvent(box, &notch);
+  EXPECT_EQ(box->value(), 2);
 }
 
 TEST_F(Viewer, ZoomKeepsThePageAndFitEndsWithIt) {
