@@ -28,6 +28,7 @@ class Document {
 
   PageSize pageSize() const noexcept { return index_.pageSize(); }
   std::size_t pageCount() const noexcept { return index_.pageCount(); }
+  double rightEdge() const noexcept { return index_.rightEdge(); }  // of all items, twips
   // Without the damage of items, which reading their pages tells.
   const std::vector<Damage>& damages() const noexcept { return index_.damages(); }
 

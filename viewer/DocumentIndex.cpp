@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 
+#include "viewer/LineEnds.h"
 #include "viewer/PageItems.h"
 
 namespace bw {
@@ -86,8 +87,9 @@ std::optional<std::size_t> DocumentIndex::readHead(std::string_view bytes) {
 void DocumentIndex::readItems(std::string_view bytes, std::size_t at) {
   std::uint32_t number = 2;
   bool joins = false;  // nothing was left out in front of the line
+  LineEnds ends(bytes, at);
   for (; at < bytes.size(); ++number) {
-    const std::size_t end = lineEnd(bytes, at);
+    const std::size_t end = ends.next();
     const std::size_t next = std::min(end + 1, bytes.size());
     const std::string_view line = withoutCarriageReturn(bytes.substr(at, end - at));
     if (line.size() > kMaxLine) return add(Fault::tooLong, number);
@@ -96,6 +98,7 @@ void DocumentIndex::readItems(std::string_view bytes, std::size_t at) {
       const bool usable = page > highest_ + 1 ? bearsOut(bytes, next, page) : page != 0;
       if (usable) {
         append({at, next, number, page}, joins);
+        rightEdge_.take(line.substr(line.find(',') + 1));
       } else {
         add(Fault::pageNumber, number);
       }

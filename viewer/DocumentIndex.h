@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "viewer/RightEdge.h"
+
 namespace bw {
 
 // Where the items of each page stand in a document. A document is a text of lines ended by CR LF
@@ -69,6 +71,9 @@ class DocumentIndex {
   // What can be told without reading the items: a fault at most once.
   const std::vector<Damage>& damages() const noexcept { return damages_; }
 
+  // Where the items end at the right, in twips; 0 without any.
+  double rightEdge() const noexcept { return rightEdge_.twips(); }
+
   // The highest page number found. Pages without items below it are blank.
   std::size_t pageCount() const noexcept { return starts_.empty() ? 0 : starts_.size() - 1; }
 
@@ -84,6 +89,7 @@ class DocumentIndex {
   void sortRuns();
 
   PageSize size_;
+  RightEdge rightEdge_;
   std::vector<Damage> damages_;
   std::vector<LineRun> runs_;
   std::uint32_t highest_ = 0;          // page number so far

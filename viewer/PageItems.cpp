@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kMaxTwips = 1000 * kTwipsPerInch;
 constexpr double kMaxPoints = 500;
-constexpr std::u16string_view kPageTotalToken = u"#TotalPaginas";
+constexpr std::string_view kPageTotalToken = "#TotalPaginas";
 
 enum Field : std::size_t {
   fieldX = 1,
@@ -140,15 +140,19 @@ PageItems parsePage(std::string_view document, std::span<const LineRun> runs) {
   return page;
 }
 
-std::u16string itemText(const PageItem& item, std::size_t pageTotal) {
-  std::u16string text = fromWindows1252(item.text);
+std::string itemBytes(const PageItem& item, std::size_t pageTotal) {
+  std::string text(item.text);
   if (!item.pageTotal) return text;
-  const std::u16string total = fromWindows1252(std::to_string(pageTotal));
+  const std::string total = std::to_string(pageTotal);
   for (std::size_t at = 0; (at = text.find(kPageTotalToken, at)) != text.npos;) {
     text.replace(at, kPageTotalToken.size(), total);
     at += total.size();
   }
   return text;
+}
+
+std::u16string itemText(const PageItem& item, std::size_t pageTotal) {
+  return item.pageTotal ? fromWindows1252(itemBytes(item, pageTotal)) : fromWindows1252(item.text);
 }
 
 }  // namespace bw

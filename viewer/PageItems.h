@@ -55,6 +55,9 @@ std::optional<PageItem> parseItem(std::string_view line);
 // A decimal number as a whole, not above `limit` nor below its negative.
 std::optional<double> parseDecimal(std::string_view text, double limit) noexcept;
 
+// The text with the token replaced, Windows-1252.
+std::string itemBytes(const PageItem& item, std::size_t pageTotal);
+
 // The text as it is shown: decoded, the token replaced, control characters as blanks.
 std::u16string itemText(const PageItem& item, std::size_t pageTotal);
 

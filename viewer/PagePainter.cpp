@@ -3,24 +3,22 @@
 #include <QPainter>
 #include <QString>
 #include <algorithm>
+#include <array>
 #include <cmath>
+
+#include "viewer/Windows1252.h"
 
 namespace bw {
 
 namespace {
 
-constexpr double kTwipsPerPoint = 20;
 // Letters reach beyond the line height of their font by less than this part of it.
 constexpr double kOverhang = 0.5;
+constexpr int kMeasuredPixels = 2000;
 
 QColor colourOf(std::uint32_t rgb) {
   const auto part = [rgb](unsigned int shift) { return static_cast<int>((rgb >> shift) & 0xFFU); };
   return {part(0), part(8), part(16)};
-}
-
-double placed(Align align, double start, double room, double size) {
-  if (align == Align::start) return start;
-  return align == Align::end ? start + room - size : start + (room - size) / 2;
 }
 
 // Below this zoom letters are no longer read, and greys tell a page's shape better than whole dots.
@@ -38,9 +36,8 @@ void drawRule(QPainter& painter, const QRectF& rect, const QColor& colour) {
 }
 
 // A box of negative width or height belongs to a column without a width: there is nothing to draw.
-void drawShape(QPainter& painter, const PageItem& item) {
-  if (item.width < 0 || item.height < 0) return;
-  const QRectF rect(item.x, item.y, item.width, item.height);
+void drawShape(QPainter& painter, const PageItem& item, const QRectF& rect) {
+  if (rect.width() < 0 || rect.height() < 0) return;
   const QRectF dots = painter.deviceTransform().mapRect(rect);
   if (std::min(dots.width(), dots.height()) < 2) {
     const QColor colour = colourOf(item.colour);
@@ -58,79 +55,121 @@ void drawShape(QPainter& painter, const PageItem& item) {
   painter.drawRect(rect);
 }
 
-QString shownText(const PageItem& item, std::size_t pageTotal) {
-  return QString::fromStdU16String(itemText(item, pageTotal));
+// One pixel of the font is one twip: unhinted, so that lines are equally long at every zoom.
+QFont fontOf(int pixels, bool bold, int percent = 100) {
+  QFont font("Times New Roman");
+  font.setStyleHint(QFont::Times);
+  font.setPixelSize(pixels);
+  font.setBold(bold);
+  if (percent != 100) font.setStretch(percent);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  return font;
+}
+
+void measure(std::array<float, 256>& widths, const QFontMetricsF& metrics) {
+  for (std::size_t byte = 0; byte < widths.size(); ++byte) {
+    const char letter = static_cast<char>(byte);
+    const QString text = QString::fromStdU16String(fromWindows1252({&letter, 1}));
+    widths[byte] = static_cast<float>(metrics.horizontalAdvance(text) / kMeasuredPixels);
+  }
+}
+
+LetterWidths measured() {
+  const QFontMetricsF plain(fontOf(kMeasuredPixels, false));
+  LetterWidths letters;
+  measure(letters.plain, plain);
+  measure(letters.bold, QFontMetricsF(fontOf(kMeasuredPixels, true)));
+  letters.ascent = plain.ascent() / kMeasuredPixels;
+  letters.descent = plain.descent() / kMeasuredPixels;
+  return letters;
+}
+
+// A letter's place in the text as it is drawn.
+qsizetype drawnPlace(const FittedItem& fitted, qsizetype letter) {
+  if (!fitted.isCut) return letter;
+  const auto kept = static_cast<qsizetype>(fitted.cut.kept);
+  const auto tail = static_cast<qsizetype>(fitted.cut.tail);
+  if (letter <= kept) return letter;
+  return letter < tail ? kept : letter - tail + kept + 1;
 }
 
 }  // namespace
+
+const LetterWidths& paintedLetters() {
+  static const LetterWidths letters = [] {
+    const PagePainter substituted;
+    return measured();
+  }();
+  return letters;
+}
 
 PagePainter::PagePainter() {
   QFont::insertSubstitutions("Times New Roman", {"Liberation Serif", "Tinos", "Nimbus Roman"});
 }
 
-void PagePainter::paint(QPainter& painter, const PageItems& page, std::size_t pageTotal,
-                        const QRectF& clip) {
+void PagePainter::paint(QPainter& painter, const FittedPage& page, const QRectF& clip) {
   painter.setRenderHint(QPainter::Antialiasing,
                         painter.deviceTransform().m11() < kPictureDotsPerTwip);
   painter.setRenderHint(QPainter::TextAntialiasing);
-  for (const PageItem& item : page.items) {
-    const double reach = item.fontSize * kTwipsPerPoint * (1 + kOverhang) + item.lineWidth;
-    const double top = std::min(item.y, item.y + item.height) - reach;
-    const double bottom = std::max(item.y, item.y + item.height) + reach;
+  for (std::size_t i = 0; i < page.items.size(); ++i) {
+    const PageItem& item = page.page->items[i];
+    const FittedItem& fitted = page.items[i];
+    const double reach = fitted.size * kOverhang + item.lineWidth;
+    const double top = std::min(fitted.box.top, fitted.box.bottom()) - reach;
+    const double bottom = std::max(fitted.box.top, fitted.box.bottom()) + reach;
     if (bottom < clip.top() || top > clip.bottom()) continue;
     if (item.kind == ItemKind::shape) {
-      drawShape(painter, item);
-    } else {
-      drawText(painter, item, pageTotal);
+      drawShape(painter, item, rectOf(fitted.box));
+    } else if (!fitted.text.empty()) {
+      drawText(painter, item, fitted);
     }
   }
 }
 
-QRectF PagePainter::textRect(const PageItem& item, std::size_t pageTotal) {
-  return partRect(item, pageTotal, 0, -1);
+std::vector<QRectF> PagePainter::partRects(const FittedPage& page, std::size_t item,
+                                           qsizetype from, qsizetype length) {
+  const FittedItem& fitted = page.items[item];
+  const Face& look = face(fitted, page.page->items[item].bold);
+  const double height = look.metrics.ascent() + look.metrics.descent();
+  const qsizetype begin = drawnPlace(fitted, from);
+  // The ellipsis is marked when any of its letters is.
+  const qsizetype end = drawnPlace(fitted, from + length - 1) + 1;
+  std::vector<QRectF> rects;
+  for (const Line& line : lines(fitted, look)) {
+    const qsizetype first = std::max<qsizetype>(begin - line.from, 0);
+    const qsizetype last = std::min(end - line.from, line.text.size());
+    if (first >= last) continue;
+    const double before = look.metrics.horizontalAdvance(line.text.left(first));
+    const double part = look.metrics.horizontalAdvance(line.text.mid(first, last - first));
+    rects.emplace_back(line.origin.x() + before, line.origin.y() - look.metrics.ascent(), part,
+                       height);
+  }
+  return rects;
 }
 
-QRectF PagePainter::partRect(const PageItem& item, std::size_t pageTotal, qsizetype from,
-                             qsizetype length) {
-  const QFontMetricsF& metrics = face(item).metrics;
-  const QString text = shownText(item, pageTotal);
-  const double height = metrics.ascent() + metrics.descent();
-  const double width = metrics.horizontalAdvance(text);
-  const double left = placed(item.align, item.x, item.width, width);
-  const double top = placed(item.valign, item.y, item.height, height);
-  if (from == 0 && length < 0) return {left, top, width, height};
-  const double before = metrics.horizontalAdvance(text.left(from));
-  const double part = metrics.horizontalAdvance(text.mid(from, length));
-  return {left + before, top, part, height};
-}
-
-const PagePainter::Face& PagePainter::face(const PageItem& item) {
-  // One pixel of the font is one twip: unhinted, so that lines are equally long at every zoom.
-  const int pixels = std::max(1, static_cast<int>(std::lround(item.fontSize * kTwipsPerPoint)));
-  const int key = pixels * 2 + (item.bold ? 1 : 0);
+const PagePainter::Face& PagePainter::face(const FittedItem& fitted, bool bold) {
+  const int key = (fitted.size * 256 + fitted.percent) * 2 + (bold ? 1 : 0);
   const auto known = faces_.constFind(key);
   if (known != faces_.constEnd()) return *known;
-  QFont font("Times New Roman");
-  font.setStyleHint(QFont::Times);
-  font.setPixelSize(pixels);
-  font.setBold(item.bold);
-  font.setHintingPreference(QFont::PreferNoHinting);
+  const QFont font = fontOf(fitted.size, bold, fitted.percent);
   return *faces_.insert(key, {font, QFontMetricsF(font)});
 }
 
-void PagePainter::drawText(QPainter& painter, const PageItem& item, std::size_t pageTotal) {
-  const QString text = shownText(item, pageTotal);
-  if (text.isEmpty()) return;
-  const Face& look = face(item);
-  const double height = look.metrics.ascent() + look.metrics.descent();
-  // Aligned left, as all cells are, the width needs no measuring.
-  const double width = item.align == Align::start ? 0 : look.metrics.horizontalAdvance(text);
+std::vector<PagePainter::Line> PagePainter::lines(const FittedItem& fitted,
+                                                  const Face& look) const {
+  const QString text = QString::fromStdU16String(fitted.text);
+  const QPointF first(fitted.box.left, fitted.box.top + look.metrics.ascent());
+  if (fitted.broken == 0) return {{text, 0, first}};
+  const auto broken = static_cast<qsizetype>(fitted.broken);
+  const QPointF second(first.x(), fitted.box.bottom() - look.metrics.descent());
+  return {{text.left(broken), 0, first}, {text.mid(broken), broken, second}};
+}
+
+void PagePainter::drawText(QPainter& painter, const PageItem& item, const FittedItem& fitted) {
+  const Face& look = face(fitted, item.bold);
   painter.setFont(look.font);
   painter.setPen(colourOf(item.colour));
-  painter.drawText(
-      QPointF(placed(item.align, item.x, item.width, width),
-              placed(item.valign, item.y, item.height, height) + look.metrics.ascent()),
-      text);
+  for (const Line& line : lines(fitted, look)) painter.drawText(line.origin, line.text);
 }
 
 }  // namespace bw

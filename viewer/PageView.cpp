@@ -37,10 +37,14 @@ PageView::PageView(QWidget* parent) : QAbstractScrollArea(parent) {
 }
 
 void PageView::setDocument(std::shared_ptr<const Document> document, bool keepPlace) {
-  const bool wasEmpty = document_ == nullptr || document_->pageCount() == 0;
+  const bool wasEmpty = pageCount() == 0;
   const Spot place = wasEmpty ? Spot() : spotAt(QPoint(0, 0));
   const int current = current_;
-  document_ = std::move(document);
+  document_.reset();
+  if (document) {
+    document_ = std::make_shared<const FittedDocument>(std::move(document), paintedLetters(),
+                                                       natural_);
+  }
   selection_.clear();
   match_.reset();
   dragging_ = false;
@@ -54,6 +58,35 @@ void PageView::setDocument(std::shared_ptr<const Document> document, bool keepPl
   }
   viewport()->update();
   emit selectionChanged();
+}
+
+void PageView::setNatural(bool natural) {
+  natural_ = natural;
+  if (document_ == nullptr) return;
+  const std::size_t page = currentPage();
+  document_ = std::make_shared<const FittedDocument>(document_->shared(), paintedLetters(), natural);
+  selection_.clear();
+  layOut();
+  goToPage(page);
+  changeSelection();
+  emit zoomChanged();
+}
+
+std::size_t PageView::pageCount() const noexcept {
+  return document_ ? document_->document().pageCount() : 0;
+}
+
+// The whole text where one was cut, to be shown beside the mouse.
+QString PageView::cutTextAt(const QPoint& point) const {
+  if (pageCount() == 0) return {};
+  const Spot spot = spotAt(point);
+  const auto page = document_->page(spot.page);
+  for (std::size_t i = 0; i < page->items.size(); ++i) {
+    if (page->items[i].isCut && rectOf(page->items[i].box).contains(spot.x, spot.y)) {
+      return QString::fromStdU16String(itemText(page->page->items[i], pageCount()));
+    }
+  }
+  return {};
 }
 
 void PageView::goToPage(std::size_t page) {
@@ -99,9 +132,9 @@ void PageView::setNeedle(const QString& needle) {
 
 void PageView::showMatch(const Match& match) {
   const auto page = document_->page(match.page);
-  const QRectF place =
-      painter_.partRect(page->items[match.item], document_->pageCount(), match.from, match.length);
-  const Spot spot{match.page, place.center().x(), place.center().y()};
+  const QPointF place =
+      painter_.partRects(*page, match.item, match.from, match.length).front().center();
+  const Spot spot{match.page, place.x(), place.y()};
   const QPointF point = pointAt(spot);
   const QRectF shown = QRectF(viewport()->rect()).adjusted(kLine, kLine, -kLine, -kLine);
   if (!shown.contains(point)) scrollTo(spot, QPointF(middleOf(*viewport())));
@@ -121,11 +154,11 @@ void PageView::selectPage() {
 QString PageView::selectedText() {
   if (document_ == nullptr) return {};
   if (selection_.active()) {
-    return QString::fromStdU16String(selection_.text(*document_, painter_));
+    return QString::fromStdU16String(selection_.text(*document_));
   }
   if (!match_) return {};
-  const auto page = document_->page(match_->page);
-  return QString::fromStdU16String(itemText(page->items[match_->item], document_->pageCount()));
+  const auto page = document()->page(match_->page);
+  return QString::fromStdU16String(itemText(page->items[match_->item], pageCount()));
 }
 
 void PageView::changeSelection() {
@@ -134,7 +167,7 @@ void PageView::changeSelection() {
 }
 
 QSizeF PageView::naturalPage() const {
-  const PageSize size = document_ ? document_->pageSize() : PageSize();
+  const PageSize size = document_ ? document_->paper() : PageSize();
   return {size.width * logicalDpiX(), size.height * logicalDpiY()};
 }
 
@@ -169,7 +202,7 @@ void PageView::zoomAround(double zoom, const QPoint& point) {
 
 void PageView::layOut() {
   applyFit();
-  const std::size_t pages = document_ ? document_->pageCount() : 0;
+  const std::size_t pages = pageCount();
   const QSizeF natural = naturalPage();
   zoom_ =
       std::min(std::max(zoom_, PageLayout::kMinZoom), PageLayout::maxZoom(pages, natural.height()));
@@ -266,23 +299,24 @@ void PageView::paintPage(QPainter& painter, int page, const QRect& exposed) {
   painter.translate(frame.topLeft());
   painter.scale(pixelsPerTwip(), pixelsPerTwip());
   const QRectF clip = painter.transform().inverted().mapRect(QRectF(shown));
-  painter_.paint(painter, *items, document_->pageCount(), clip);
+  painter_.paint(painter, *items, clip);
   paintMarks(painter, *items, number);
   painter.restore();
 }
 
-void PageView::paintMarks(QPainter& painter, const PageItems& page, std::size_t number) {
-  const std::size_t pages = document_->pageCount();
-  for (const Match& match : matchesOnPage(page, number, pages, needle_)) {
-    painter.fillRect(painter_.partRect(page.items[match.item], pages, match.from, match.length),
-                     match == match_ ? kCurrentMatchColour : kMatchColour);
+void PageView::paintMarks(QPainter& painter, const FittedPage& page, std::size_t number) {
+  for (const Match& match : matchesOnPage(*page.page, number, pageCount(), needle_)) {
+    const QColor& colour = match == match_ ? kCurrentMatchColour : kMatchColour;
+    for (const QRectF& rect : painter_.partRects(page, match.item, match.from, match.length)) {
+      painter.fillRect(rect, colour);
+    }
   }
   QColor colour = palette().color(QPalette::Highlight);
   colour.setAlpha(90);
-  for (const PageItem* item : selection_.items(page, number, *document_, painter_)) {
-    painter.fillRect(painter_.textRect(*item, pages), colour);
+  for (const std::size_t item : selection_.items(page, number, document_->paper())) {
+    painter.fillRect(rectOf(page.items[item].box), colour);
   }
-  const auto band = selection_.band(number, document_->pageSize());
+  const auto band = selection_.band(number, document_->paper());
   if (!band || !dragging_) return;
   painter.setPen(QPen(palette().color(QPalette::Highlight), 0, Qt::DotLine));
   painter.setBrush(Qt::NoBrush);

@@ -7,6 +7,7 @@
 
 #include "viewer/Finder.h"
 #include "viewer/PageLayout.h"
+#include "viewer/FittedDocument.h"
 #include "viewer/PagePainter.h"
 #include "viewer/Selection.h"
 
@@ -26,7 +27,15 @@ class PageView : public QAbstractScrollArea {
 
   // Stays at the same place of the same page when told so, as far as there still is one.
   void setDocument(std::shared_ptr<const Document> document, bool keepPlace);
-  const Document* document() const noexcept { return document_.get(); }
+  const Document* document() const noexcept {
+    return document_ ? &document_->document() : nullptr;
+  }
+
+  // The layout that is shown; nothing without a document.
+  const std::shared_ptr<const FittedDocument>& fitted() const noexcept { return document_; }
+  // Wide documents in their natural size, instead of fitted to their paper.
+  void setNatural(bool natural);
+  bool isNatural() const noexcept { return natural_; }
 
   std::size_t currentPage() const noexcept { return static_cast<std::size_t>(current_); }
   void goToPage(std::size_t page);
@@ -84,10 +93,13 @@ class PageView : public QAbstractScrollArea {
   void changeSelection();
 
   void paintPage(QPainter& painter, int page, const QRect& exposed);
-  void paintMarks(QPainter& painter, const PageItems& page, std::size_t number);
+  void paintMarks(QPainter& painter, const FittedPage& page, std::size_t number);
+  std::size_t pageCount() const noexcept;
+  QString cutTextAt(const QPoint& point) const;
   bool pinch(QGestureEvent& event);
 
-  std::shared_ptr<const Document> document_;
+  std::shared_ptr<const FittedDocument> document_;
+  bool natural_ = false;
   PagePainter painter_;
   PageLayout layout_;
   double zoom_ = 1;

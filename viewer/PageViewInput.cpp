@@ -3,6 +3,7 @@
 #include <QNativeGestureEvent>
 #include <QPinchGesture>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -20,6 +21,11 @@ constexpr int kDragScrollTime = 30;  // milliseconds between steps of a drag bey
 
 bool PageView::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::Gesture) return pinch(*static_cast<QGestureEvent*>(event));
+  if (event->type() == QEvent::ToolTip) {
+    const auto* help = static_cast<QHelpEvent*>(event);
+    QToolTip::showText(help->globalPos(), cutTextAt(help->pos()), viewport());
+    return true;
+  }
   if (event->type() == QEvent::NativeGesture) {
     const auto* gesture = static_cast<QNativeGestureEvent*>(event);
     if (gesture->gestureType() == Qt::ZoomNativeGesture) {

@@ -6,6 +6,7 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <algorithm>
+#include <memory>
 
 #include "viewer/PagePainter.h"
 
@@ -13,14 +14,12 @@ namespace bw {
 
 namespace {
 
-// The writer's page may be up to half an inch larger than the paper that it was made for.
-constexpr double kRoundingInches = 0.5;
+double scaleFor(PageSize used, const QSizeF& paper) {
+  return std::min({1.0, paper.width() / used.width, paper.height() / used.height});
+}
 
-double scaleFor(const PageSize& page, const QSizeF& paper) {
-  const auto fit = [](double wanted, double there) {
-    return wanted <= there + kRoundingInches ? 1.0 : there / wanted;
-  };
-  return std::min(fit(page.width, paper.width()), fit(page.height, paper.height()));
+PageFit fitOf(const Document& document) {
+  return fitToPaper(document.pageSize(), document.rightEdge());
 }
 
 // One entry a sheet, copies included.
@@ -43,12 +42,13 @@ Outcome paintSheets(QPagedPaintDevice& device, double unitsPerTwip, const Docume
   if (!painter.begin(&device)) return Outcome::failed;
   painter.scale(unitsPerTwip, unitsPerTwip);
   PagePainter pagePainter;
-  const PageSize size = document.pageSize();
-  const QRectF whole(0, 0, size.width * kTwipsPerInch, size.height * kTwipsPerInch);
+  const PageFit fit = fitOf(document);
+  const QRectF whole(0, 0, fit.paperWidth(), fit.paperHeight());
   for (std::size_t i = 0; i < pages.size(); ++i) {
     if (!progress(i, pages.size())) return Outcome::stopped;
     if (i != 0 && !device.newPage()) return Outcome::failed;
-    pagePainter.paint(painter, document.parse(pages[i]), document.pageCount(), whole);
+    const auto items = std::make_shared<const PageItems>(document.parse(pages[i]));
+    pagePainter.paint(painter, fitPage(items, fit, paintedLetters(), document.pageCount()), whole);
   }
   return painter.end() ? Outcome::done : Outcome::failed;
 }
@@ -56,9 +56,11 @@ Outcome paintSheets(QPagedPaintDevice& device, double unitsPerTwip, const Docume
 }  // namespace
 
 void preparePrinter(QPrinter& printer, const Document& document, const QString& title) {
-  const PageSize size = document.pageSize();
-  printer.setPageOrientation(size.width > size.height ? QPageLayout::Landscape
-                                                      : QPageLayout::Portrait);
+  const PageSize paper = fitOf(document).paper;
+  const auto [narrow, wide] = std::minmax(paper.width, paper.height);
+  printer.setPageSize(QPageSize(QSizeF(narrow, wide), QPageSize::Inch));
+  printer.setPageOrientation(paper.width > paper.height ? QPageLayout::Landscape
+                                                        : QPageLayout::Portrait);
   printer.setFullPage(true);
   printer.setDocName(title);
 }
@@ -82,7 +84,7 @@ Outcome printPages(QPrinter& printer, const Document& document,
                    const std::vector<std::size_t>& pages, const Progress& progress) {
   printer.setFullPage(true);
   const QSizeF paper = printer.pageLayout().fullRect(QPageLayout::Inch).size();
-  const double scale = scaleFor(document.pageSize(), paper);
+  const double scale = scaleFor(fitOf(document).used, paper);
   const double unitsPerTwip = scale * printer.resolution() / kTwipsPerInch;
   const Outcome outcome =
       paintSheets(printer, unitsPerTwip, document, sheets(printer, pages), progress);
@@ -93,7 +95,7 @@ Outcome printPages(QPrinter& printer, const Document& document,
 Outcome writePdf(QIODevice& device, const Document& document, const QString& title,
                  const Progress& progress) {
   QPdfWriter writer(&device);
-  const PageSize size = document.pageSize();
+  const PageSize size = fitOf(document).paper;
   const QPageSize paper(QSizeF(size.width, size.height), QPageSize::Inch, QString(),
                         QPageSize::ExactMatch);
   writer.setPageLayout(QPageLayout(paper, QPageLayout::Portrait, QMarginsF()));

@@ -11,8 +11,7 @@ class QPrinter;
 
 namespace bw {
 
-// Turns the paper as the document lies. The paper itself stays the printer's: the writer rounds it
-// to whole inches, so a document's 8 by 11 inches mean Letter.
+// Chooses the paper that the document was laid out for, lying as its pages come on it.
 void preparePrinter(QPrinter& printer, const Document& document, const QString& title);
 
 // The pages that the print dialog left in the printer, each from 1 to the page count, in the order
@@ -22,13 +21,13 @@ std::vector<std::size_t> chosenPages(const QPrinter& printer, std::size_t pageCo
 
 enum class Outcome { done, stopped, failed };
 
-// Prints in true size from the corner of the paper; a document larger than the paper by more than
-// the writer's rounding is made smaller to fit. Copies that the printer cannot make itself are
+// Prints the pages as they are laid out, from the corner of the paper; on another paper than theirs
+// smaller, when it does not take what is drawn. Copies that the printer cannot make itself are
 // printed here.
 Outcome printPages(QPrinter& printer, const Document& document,
                    const std::vector<std::size_t>& pages, const Progress& progress);
 
-// All pages in the document's own size, the text as text, its fonts embedded.
+// All pages on the document's paper, the text as text, its fonts embedded.
 Outcome writePdf(QIODevice& device, const Document& document, const QString& title,
                  const Progress& progress);
 

@@ -50,25 +50,28 @@ std::optional<QRectF> Selection::band(std::size_t page, PageSize size) const {
   return QRectF(QPointF(left, top), QPointF(right, std::max(top, bottom)));
 }
 
-std::vector<const PageItem*> Selection::items(const PageItems& page, std::size_t number,
-                                              const Document& document,
-                                              PagePainter& painter) const {
-  std::vector<const PageItem*> selected;
-  const auto span = band(number, document.pageSize());
+std::vector<std::size_t> Selection::items(const FittedPage& page, std::size_t number,
+                                          PageSize size) const {
+  std::vector<std::size_t> selected;
+  const auto span = band(number, size);
   if (!span) return selected;
-  for (const PageItem& item : page.items) {
-    if (isReadable(item) && touches(*span, painter.textRect(item, document.pageCount()))) {
-      selected.push_back(&item);
+  for (std::size_t i = 0; i < page.items.size(); ++i) {
+    if (isReadable(page.page->items[i]) && touches(*span, rectOf(page.items[i].box))) {
+      selected.push_back(i);
     }
   }
   return selected;
 }
 
-std::u16string Selection::text(const Document& document, PagePainter& painter) const {
+std::u16string Selection::text(const FittedDocument& document) const {
   std::u16string text;
   for (std::size_t number = firstPage(); active() && number <= lastPage(); ++number) {
-    const PageItems page = document.parse(number);
-    text += plainText(textRows(items(page, number, document, painter)), document.pageCount());
+    const FittedPage page = document.make(number);
+    std::vector<const PageItem*> selected;
+    for (const std::size_t item : items(page, number, document.paper())) {
+      selected.push_back(&page.page->items[item]);
+    }
+    text += plainText(textRows(std::move(selected)), document.document().pageCount());
   }
   return text;
 }

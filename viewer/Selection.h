@@ -5,13 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "viewer/Document.h"
+#include "viewer/FittedDocument.h"
 
 namespace bw {
 
-class PagePainter;
-
-// A place in a document: page from 1, twips from its corner.
+// A place in a document: page from 1, twips of paper from its corner.
 struct Spot {
   std::size_t page = 0;
   double x = 0;
@@ -34,11 +32,11 @@ class Selection {
   // The band's part on a page; nothing when it does not reach there.
   std::optional<QRectF> band(std::size_t page, PageSize size) const;
 
-  std::vector<const PageItem*> items(const PageItems& page, std::size_t number,
-                                     const Document& document, PagePainter& painter) const;
+  // Indices of the texts that it touches on a page.
+  std::vector<std::size_t> items(const FittedPage& page, std::size_t number, PageSize size) const;
 
   // All selected texts in the order of reading: a tab between cells, a line feed behind rows.
-  std::u16string text(const Document& document, PagePainter& painter) const;
+  std::u16string text(const FittedDocument& document) const;
 
  private:
   struct Spots {

@@ -84,11 +84,11 @@ ThumbnailPane::ThumbnailPane(QWidget* parent)
   setModel(model_);
 }
 
-void ThumbnailPane::setDocument(std::shared_ptr<const Document> document) {
+void ThumbnailPane::setDocument(std::shared_ptr<const FittedDocument> document) {
   const QScopedValueRollback quiet(silent_, true);
   document_ = std::move(document);
   pictures_.clear();
-  model_->setPages(document_ ? static_cast<int>(document_->pageCount()) : 0);
+  model_->setPages(document_ ? static_cast<int>(document_->document().pageCount()) : 0);
 }
 
 void ThumbnailPane::setCurrentPage(std::size_t page) {
@@ -97,7 +97,7 @@ void ThumbnailPane::setCurrentPage(std::size_t page) {
 }
 
 QSize ThumbnailPane::pictureSize() const {
-  const PageSize size = document_ ? document_->pageSize() : PageSize();
+  const PageSize size = document_ ? document_->paper() : PageSize();
   const double across = kPictureWidth / std::max(size.width, size.height);
   return {std::max(1, static_cast<int>(std::lround(size.width * across))),
           std::max(1, static_cast<int>(std::lround(size.height * across)))};
@@ -110,10 +110,9 @@ QPixmap ThumbnailPane::picture(std::size_t page) {
   QPixmap pixmap(size);
   pixmap.fill(Qt::white);
   QPainter painter(&pixmap);
-  const PageSize paper = document_->pageSize();
-  const double scale = size.width() / (paper.width * kTwipsPerInch);
+  const double scale = size.width() / document_->fit().paperWidth();
   painter.scale(scale, scale);
-  painter_.paint(painter, document_->parse(page), document_->pageCount(),
+  painter_.paint(painter, document_->make(page),
                  painter.transform().inverted().mapRect(QRectF(pixmap.rect())));
   painter.end();
   pixmap.setDevicePixelRatio(ratio);

@@ -5,7 +5,7 @@
 #include <QPixmap>
 #include <memory>
 
-#include "viewer/Document.h"
+#include "viewer/FittedDocument.h"
 #include "viewer/PagePainter.h"
 
 namespace bw {
@@ -19,7 +19,7 @@ class ThumbnailPane : public QListView {
  public:
   explicit ThumbnailPane(QWidget* parent = nullptr);
 
-  void setDocument(std::shared_ptr<const Document> document);
+  void setDocument(std::shared_ptr<const FittedDocument> document);
   void setCurrentPage(std::size_t page);  // asks for nothing
 
   // The picture of a page in device pixels, from the cache or drawn now.
@@ -34,7 +34,7 @@ class ThumbnailPane : public QListView {
 
  private:
   ThumbnailModel* model_;
-  std::shared_ptr<const Document> document_;
+  std::shared_ptr<const FittedDocument> document_;
   PagePainter painter_;
   QCache<std::size_t, QPixmap> pictures_;
   bool silent_ = false;

@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QLabel>
 #include <QMenuBar>
 #include <QToolBar>
 #include <array>
@@ -68,6 +69,8 @@ struct ViewerWindow::Commands {
     Command{"fitPage", "&View", "Fit &page", "Ctrl+2", "zoom-fit-best",
             needsPages | checkable | onToolbar,
             [](ViewerWindow& w) { w.view_->setFit(PageView::Fit::page); }},
+    Command{"fullWidth", "&View", "&Columns at full width", "Ctrl+3", "", needsPages | checkable,
+            [](ViewerWindow& w) { w.toggleFullWidth(); }},
     Command{"thumbnailPane", "&View", "Page pi&ctures", "F9", "view-sidebar",
             checkable | onToolbar | groupBefore, [](ViewerWindow& w) { w.toggleThumbnails(); }},
     Command{"nextPage", "&Go", "&Next page", "Ctrl+PgDown; Alt+Right", "go-down", needsPages,
@@ -126,6 +129,8 @@ void ViewerWindow::updateCommands() {
   };
   mark("fitWidth", view_->fit() == PageView::Fit::width);
   mark("fitPage", view_->fit() == PageView::Fit::page);
+  mark("fullWidth", view_->isNatural());
+  findChild<QAction*>("fullWidth")->setEnabled(!fitting_->text().isEmpty());
   findChild<QAction*>("copy")->setEnabled(view_->hasSelection());
 }
 

@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QSpinBox>
+#include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -58,8 +59,10 @@ class PageBox : public QSpinBox {
 ViewerWindow::ViewerWindow()
     : view_(new PageView), findBar_(new FindBar), trouble_(makeTroubleLine()),
       side_(new QDockWidget(tr("Pages"))), thumbnails_(new ThumbnailPane), pageBox_(new PageBox),
-      zoomLabel_(new QLabel) {
+      zoomLabel_(new QLabel), fitting_(new QLabel) {
   setAcceptDrops(true);
+  fitting_->setObjectName("fitting");
+  statusBar()->addPermanentWidget(fitting_);
   auto* middle = new QWidget;
   auto* layout = new QVBoxLayout(middle);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -190,13 +193,14 @@ void ViewerWindow::showDocument(std::shared_ptr<const Document> document, bool k
   startCheck();
   matchCount_.begin(document_, view_->needle());
   finder_.setDocument(document_);
-  thumbnails_->setDocument(document_);
   view_->setDocument(document_, keepPlace);
+  thumbnails_->setDocument(view_->fitted());
   setWindowTitle(document_ ? tr("%1 - Report Viewer").arg(file_.name()) : tr("Report Viewer"));
   findBar_->setNote(QString());
   showTrouble();
   updatePageBox();
   updateZoom();
+  updateFitting();
   updateCommands();
 }
 
@@ -270,6 +274,26 @@ void ViewerWindow::typePage() {
 }
 
 void ViewerWindow::toggleThumbnails() { side_->setVisible(side_->isHidden()); }
+
+// What is printed stays fitted to its paper, which has no more room.
+void ViewerWindow::toggleFullWidth() {
+  view_->setNatural(!view_->isNatural());
+  thumbnails_->setDocument(view_->fitted());
+  thumbnails_->setCurrentPage(view_->currentPage());
+  updateFitting();
+  updateCommands();
+}
+
+void ViewerWindow::updateFitting() {
+  QString text;
+  if (document_ != nullptr) {
+    text =
+        QString::fromStdString(sentence(fitToPaper(document_->pageSize(), document_->rightEdge())));
+  }
+  fitting_->setText(text.isEmpty() || !view_->isNatural()
+                        ? text
+                        : tr("Shown at full width. On paper: %1").arg(text));
+}
 
 void ViewerWindow::copy() {
   const QString text = view_->selectedText();

@@ -61,6 +61,7 @@ class ViewerWindow : public QMainWindow {
   void updateCommands();
   void updatePageBox();
   void updateZoom();
+  void updateFitting();
 
   void open();
   void savePdf();
@@ -78,6 +79,7 @@ class ViewerWindow : public QMainWindow {
   void typePage();
   void step(int pages);
   void toggleThumbnails();
+  void toggleFullWidth();
 
   using Work = std::function<Outcome(const Progress&)>;
   Outcome withProgress(const QString& label, const Work& work);
@@ -100,6 +102,7 @@ class ViewerWindow : public QMainWindow {
   ThumbnailPane* thumbnails_;
   QSpinBox* pageBox_;
   QLabel* zoomLabel_;
+  QLabel* fitting_;
   std::size_t findStart_ = 1;
 };
 
