@@ -2,11 +2,10 @@
 #include <QLabel>
 #include <QTest>
 
-#include "picks/PickDialogs.h"
-#include "charges/frmEditCharge.h"
 #include "controls/Hint.h"
 #include "controls/QtText.h"
 #include "core/Principal.h"
+#include "picks/PickDialogs.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {
@@ -63,7 +62,7 @@ class TypedChoicesTest : public FormsTest {
     script.in(name, std::move(step));
     form().showModal();
   }
-  std::string& answer() { return frmEditCharge().PickResult; }
+  std::string& answer() { return chargeOpener().PickResult; }
 };
 
 TEST_F(TypedChoicesTest, NamesOfManyWordsReachTheChargeAsTheyWereTyped) {
