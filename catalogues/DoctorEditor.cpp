@@ -39,7 +39,7 @@ DoctorEditor::DoctorEditor(QWidget* owner)
               .delText = "de&l"},
              coverage_, [this] { add(); });
   addFoot([this] { ok(); });
-  resize(440, 400);
+  setSize(440, 400);
 }
 
 void DoctorEditor::load() {

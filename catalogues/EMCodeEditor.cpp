@@ -75,7 +75,7 @@ EMCodeEditor::EMCodeEditor(QWidget* owner)
   choices_[kShowOnNext] = addCombo("Show on r&est of Visits?:", "CBShowOnNext");
   for (std::size_t i = 0; i < kChoices; ++i) choices_[i]->setItems(choiceRows()[i].items);
   addFoot([this] { ok(); });
-  resize(480, sizeHint().height());
+  setSize(480);
 }
 
 EMCodeEditor::~EMCodeEditor() {

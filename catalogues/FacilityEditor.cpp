@@ -52,7 +52,7 @@ FacilityEditor::FacilityEditor(QWidget* owner)
              wards_, [this] { add(); });
   wards_.list().onOpen = [this] { openSelected(); };
   addFoot([this] { ok(); });
-  resize(480, 460);
+  setSize(480, 460);
 }
 
 FacilityEditor::~FacilityEditor() {

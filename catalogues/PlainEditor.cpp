@@ -140,7 +140,7 @@ PlainEditor::PlainEditor(const PlainRow& row, QWidget* owner)
   for (const TextRow& text : row_.texts) texts_.push_back(addText(text.label, text.name));
   if (row_.group != nullptr) groups_ = addCombo("&Type:", row_.group->name);
   addFoot([this] { ok(); });
-  resize(420, sizeHint().height());
+  setSize(420);
 }
 
 void PlainEditor::load() {

@@ -12,7 +12,7 @@ class WardEditor : public CatalogueEditor {
       : CatalogueEditor("frmEditWard", "Ward", owner),
         TxtDescription(addText("&Description:", "TxtDescription")) {
     addFoot([this] { ok(); }, [this] { cancelWard(); });
-    resize(380, sizeHint().height());
+    setSize(380);
   }
   void load() { TxtDescription->setText(toQt(frmEditFacility().WardDescription)); }
 

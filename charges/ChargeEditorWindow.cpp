@@ -57,7 +57,7 @@ void ChargeEditor::build() {
       {}, [this] { ok(); }, [this] { cancel(); });
   column->addWidget(foot);
   const auto button = [this](const char* name) { return findChild<QWidget*>(name); };
-  setTabs({CBFacilities, CBEMCodes, CBChargeTypes, DTDOC, Command5, CBRefDoctors, CBDoctors,
+  setTabs({CBFacilities, CBChargeTypes, Command5, CBDoctors, CBEMCodes, DTDOC, CBRefDoctors,
            CBStatus, ListView1, button("Command1"), button("Command2"), ListView2,
            button("Command4"), button("Command3"), button("btnOk"), button("btnCancel")});
   CBStatus->setItems({"Ready", "Posted", "Archived"});
@@ -67,7 +67,7 @@ void ChargeEditor::build() {
   CBEMCodes->onSelected = [this] { unsay(); };
   onEvent(new QShortcut(QKeySequence(Qt::Key_F9), this), &QShortcut::activated, this,
           [this] { asLastTime(); });
-  resize(820, 520);
+  setSize(820, 520);
 }
 
 void ChargeEditor::buildFields(QGridLayout* grid) {
@@ -99,6 +99,8 @@ void ChargeEditor::buildFields(QGridLayout* grid) {
   addField(grid, 3, 2, "Stat&us:", CBStatus, "CBStatus");
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
+  grid->setHorizontalSpacing(2 *
+                             grid->horizontalSpacing());  // Tab goes down the left, then the right
   // A field that goes out of sight leaves its place to nobody.
   for (QWidget* hidden : std::initializer_list<QWidget*>{CBRefDoctors, LblDoctorCaption}) {
     QSizePolicy policy = hidden->sizePolicy();

@@ -27,11 +27,11 @@ FilterPanels::FilterPanels(QWidget* parent, Events events) : events_(std::move(e
   // Three panels bear the caption of the insurances' one; that is wanted.
   // clang-format off
   const std::array<PanelRow, 5> rows{{
-      {"frmFiltroFechas", "Date filter", "Label1", "Dates", "optAllDates", "optSelectedDates", "Between", "", "btnGo", ""},
-      {"frmFiltroPaciente", "Patient filter", "Label3", "Patients", "optAllPatients", "optSelectedPatients", "Selected", "TxtPatient", "btnSearchPatient", "Select the patient"},
-      {"frmFiltroSeguro", "Insurance filter", "Label4", "Insurances", "optAllInsurances", "optSelectedInsurances", "Selected", "TxtInsurance", "btnSearchInsurance", "Select the insurance"},
-      {"frmFiltroDoctor", "Insurance filter", "Label5", "Doctors", "optAllDoctors", "optSelectedDoctors", "Selected", "TxtDoctor", "btnSearchDoctor", "Select the doctor"},
-      {"frmFiltroLote", "Insurance filter", "Label6", "Lot Number", "optAllLots", "optSelectedLot", "Selected", "TxtLotNumber", "btnGo2", ""},
+      {"frmFiltroFechas", "Date filter", "Label1", "&Dates", "optAllDates", "optSelectedDates", "Between", "", "btnGo", ""},
+      {"frmFiltroPaciente", "Patient filter", "Label3", "&Patients", "optAllPatients", "optSelectedPatients", "Selected", "TxtPatient", "btnSearchPatient", "Select the patient"},
+      {"frmFiltroSeguro", "Insurance filter", "Label4", "&Insurances", "optAllInsurances", "optSelectedInsurances", "Selected", "TxtInsurance", "btnSearchInsurance", "Select the insurance"},
+      {"frmFiltroDoctor", "Insurance filter", "Label5", "D&octors", "optAllDoctors", "optSelectedDoctors", "Selected", "TxtDoctor", "btnSearchDoctor", "Select the doctor"},
+      {"frmFiltroLote", "Insurance filter", "Label6", "&Lot Number", "optAllLots", "optSelectedLot", "Selected", "TxtLotNumber", "btnGo2", ""},
   }};
   // clang-format on
   for (const PanelKind kind : kPanelKinds)
@@ -43,10 +43,11 @@ void FilterPanels::build(PanelKind kind, const PanelRow& row, QWidget* parent) {
   panel.frame = named(new QFrame(parent), row.frame, row.caption);
   auto* line = new QHBoxLayout(panel.frame);
   line->setContentsMargins(6, 2, 6, 2);
-  auto* label = named(new QLabel(row.label, panel.frame), row.labelName, row.label);
-  label->setMinimumWidth(label->fontMetrics().horizontalAdvance("Lot Number") + 8);
-  line->addWidget(label);
-  const QString name = QString(row.label) + ": ";
+  const QString caption = withoutMnemonic(row.label);
+  panel.label = named(makeLabel(row.label, panel.frame), row.labelName, caption);
+  panel.label->setMinimumWidth(panel.label->fontMetrics().horizontalAdvance("Lot Number") + 8);
+  line->addWidget(panel.label);
+  const QString name = caption + ": ";
   panel.all = named(new OptionButton("All", panel.frame), row.all, name + "All");
   panel.selected =
       named(new OptionButton(row.selectedText, panel.frame), row.selected, name + row.selectedText);
@@ -55,7 +56,7 @@ void FilterPanels::build(PanelKind kind, const PanelRow& row, QWidget* parent) {
   if (kind == PanelKind::dates) {
     buildDates(panel, line);
   } else {
-    panel.box = named(new QLineEdit(panel.frame), row.box, row.label);
+    panel.box = named(new QLineEdit(panel.frame), row.box, caption);
     if (kind != PanelKind::lot) makeReadOnly(panel.box);
     line->addWidget(panel.box, 1);
   }
@@ -90,9 +91,11 @@ void FilterPanels::buildDates(Panel& panel, QHBoxLayout* line) {
   line->addStretch(1);
 }
 
-// Go stays: a change of dates or lot takes effect only through it.
+// Go stays: a change of dates or lot takes effect only through it. The label's letter leads to the
+// option that is on.
 void FilterPanels::enable(PanelKind kind, bool selected) {
   const Panel& changed = panel(kind);
+  changed.label->setBuddy(selected ? changed.selected : changed.all);
   if (kind == PanelKind::dates) {
     DTPicker1->setEnabled(selected);
     DTPicker2->setEnabled(selected);

@@ -11,6 +11,7 @@
 #include "controls/OptionButton.h"
 
 class QHBoxLayout;
+class QLabel;
 
 namespace bw {
 
@@ -46,6 +47,7 @@ class FilterPanels {
  private:
   struct Panel {
     QWidget* frame = nullptr;
+    QLabel* label = nullptr;
     OptionButton* all = nullptr;
     OptionButton* selected = nullptr;
     QLineEdit* box = nullptr;

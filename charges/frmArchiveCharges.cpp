@@ -30,7 +30,7 @@ ArchiveDialog::ArchiveDialog(QWidget* owner)
   addField(fields, 0, 0, "Archive until:", DTPicker1, "DTPicker1");
   fields->setColumnStretch(2, 1);
   layout()->addWidget(makeFoot(
-      {"OKButton", "Archive", "CancelButton", "Cancel"}, [this] { archive(); },
+      {"OKButton", "Archive", "CancelButton", "Cancel", true}, [this] { archive(); },
       [this] { unload(); }));
   DTPicker1->setFocus();
 }

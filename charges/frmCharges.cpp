@@ -7,8 +7,10 @@
 
 #include "charges/frmEditCharge.h"
 #include "controls/Dialog.h"
+#include "controls/QtText.h"
 #include "controls/TypedInput.h"
 #include "core/AsisRutinasRecordsets.h"
+#include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
@@ -16,6 +18,7 @@
 #include "data/BWSQLInsurances.h"
 #include "data/BWSQLPatients.h"
 #include "data/Literals.h"
+#include "lists/Filters.h"
 #include "lists/Lists.h"
 #include "lists/MainFrame.h"
 #include "lists/Settings.h"
@@ -38,15 +41,16 @@ struct SearchRow {
   std::int16_t& current;
   RecordSetRef (*get)(std::int16_t);
   const char* shown;
+  const char* filtered;  // in the sentence of an empty list
 };
 
 const SearchRow kSearches[] = {
     {PanelKind::patient, "Names", "PatientId= ", frmPickPatient, PickedPatientId, CurrentPatientId,
-     PatientGet, "Names"},
+     PatientGet, "Names", " for the selected patient"},
     {PanelKind::insurance, "Insurance", "InsuranceCode= ", frmPickInsurance, PickedInsuranceCode,
-     CurrentInsuranceCode, InsuranceGet, "Description"},
+     CurrentInsuranceCode, InsuranceGet, "Description", " with the selected insurance"},
     {PanelKind::doctor, "Doctor", "DoctorCode= ", frmPickDoctor, PickedDoctorCode,
-     CurrentDoctorCode, DoctorGet, "Description"},
+     CurrentDoctorCode, DoctorGet, "Description", " by the selected doctor"},
 };
 
 const SearchRow* searchOf(PanelKind kind) {
@@ -104,14 +108,14 @@ ChargesView::ChargesView(QWidget* parent)
                               {"StatusDescription", "Status", 1440}},
                              {.selection = ListView::Selection::several}, this)) {
   named(ListView1, "ListView1", "Charges");
-  setFocusProxy(ListView1);
+  setHome(ListView1);
   ListView1->raise();
   ListView1->onOpen = [this] { openSelected(); };
   ListView1->onColumnClick = [this](int column) {
     sortByColumn(RsCharges, *ListView1, ListView1->column(column).key);
   };
-  ListView1->onInsertKey = [] { MainWindow->newFromToolbar(); };
-  ListView1->onDeleteKey = [this] { Eliminar(); };
+  ListView1->onInsertKey = [] { MainWindow->pressButton("Nuevo"); };
+  ListView1->onDeleteKey = [] { MainWindow->pressButton("Eliminar"); };
   offer("Refresca", [this] { Refresca(); });
   offer("Insertado", [this] { Insertado(); });
   offer("Eliminar", [this] { Eliminar(); });
@@ -133,7 +137,9 @@ void ChargesView::load() {
        {PanelKind::patient, PanelKind::insurance, PanelKind::doctor, PanelKind::lot})
     panels_.chooseAll(kind);
   FormReady = true;
-  ActiveFilter = toInt16(GetSetting(kApplicationTitle, kSection, "ActiveFilter", "0"));
+  passOver([this] {
+    ActiveFilter = toInt16(GetSetting(kApplicationTitle, kSection, "ActiveFilter", "0"));
+  });
   MainWindow->ActivaFiltro(ActiveFilter);
 }
 
@@ -187,6 +193,23 @@ std::string ChargesView::statement() const {
   return text;
 }
 
+// What the list says when nothing is let through.
+std::string ChargesView::whyEmpty() const {
+  std::string filters;
+  if (!panels_.isAll(PanelKind::dates))
+    filters += concat(" from ", monthFirst(panels_.first()->value()), " to ",
+                      monthFirst(panels_.last()->value()));
+  for (const SearchRow& row : kSearches)
+    if (!panels_.isAll(row.kind)) filters += row.filtered;
+  if (!panels_.isAll(PanelKind::lot))
+    filters += " in lot " + textOf(Val(panels_.text(PanelKind::lot)));
+  if (filters.empty()) return emptyList("charges", ActiveFilter);
+  const std::string status =
+      ActiveFilter == 0 ? ""
+                        : concat(filterCaptions()[static_cast<std::size_t>(ActiveFilter)], " ");
+  return concat("No ", status, "charges", filters, ". Choose All to see the others.");
+}
+
 void ChargesView::Refresca() {
   // What no date stands for is no filter: the list stays what it was.
   if (!FormReady || !panels_.settleDates()) return;
@@ -195,6 +218,7 @@ void ChargesView::Refresca() {
   if (RsCharges) RsCharges->Close();
   std::string message;
   if (openForList(RsCharges, text, message) != 0) return MsgBox(message);
+  ListView1->setEmptyText(toQt(whyEmpty()));
   RsCharges->setSort("ChargeRealDate");
   ListFill(*ListView1, RsCharges);
 }
@@ -254,16 +278,10 @@ void ChargesView::Insertado() {
 
 void ChargesView::Eliminar() {
   if (!services().confirm("Are you sure you want to delete the selected Charges?")) return;
-  // From the last row on: the positions of those that are yet to come stay true.
-  for (const int row : ListView1->selectedFromLast()) {
+  deleteSelected(RsCharges, *ListView1, [this](int row, std::string& message) {
     takeKey(row);
-    std::string message;
-    if (ChargeDelete(CurrentPatientId, CurrentChargeDate, CurrentChargeTime, message) != 0)
-      MsgBox(message);
-    else
-      RsCharges->Delete();
-  }
-  ListFill(*ListView1, RsCharges);
+    return ChargeDelete(CurrentPatientId, CurrentChargeDate, CurrentChargeTime, message);
+  });
   update();
 }
 

@@ -39,6 +39,7 @@ class ChargesView : public View {
   void close();
   void showColumn(PanelKind kind, bool shown);
   std::string statement() const;
+  std::string whyEmpty() const;
   void takeKey(int row);
   void openSelected();
   void search(PanelKind kind);

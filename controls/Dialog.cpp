@@ -5,8 +5,11 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
+#include <QScreen>
 #include <QShortcut>
 
+#include "controls/Twips.h"
 #include "controls/TypedInput.h"
 
 namespace bw {
@@ -88,7 +91,8 @@ QWidget* Dialog::makeFoot(const Foot& foot, std::function<void()> ok,
     if (settleInputs(*this)) ok();
   });
   cancel_ = makeButton(foot.cancelName, foot.cancelText, bar, std::move(cancel));
-  ok_->setDefault(true);
+  (foot.enterCancels ? cancel_ : ok_)->setDefault(true);
+  if (foot.enterCancels) cancel_->setFocus();  // unless a field takes it
   // Shortcuts, for a button with the focus would take the key for itself.
   for (const int key : {Qt::Key_Return, Qt::Key_Enter})
     onEvent(new QShortcut(QKeySequence(Qt::CTRL | key), this), &QShortcut::activated, this,
@@ -96,6 +100,12 @@ QWidget* Dialog::makeFoot(const Foot& foot, std::function<void()> ok,
   row->addWidget(ok_);
   row->addWidget(cancel_);
   return bar;
+}
+
+void Dialog::setSize(int width, int height) {
+  const QSize wanted(scaledPixels(width), height == 0 ? sizeHint().height() : scaledPixels(height));
+  constexpr double kShare = 0.9;  // the window manager's frame comes on top
+  resize(wanted.boundedTo(screen()->availableSize() * kShare));
 }
 
 void Dialog::closeEvent(QCloseEvent* event) {
@@ -110,7 +120,18 @@ void Dialog::reject() {
     done(0);
 }
 
-QWidget* activeOwner() { return QApplication::activeWindow(); }
+// Right behind another window no window is active yet.
+QWidget* activeOwner() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr) return window;
+  return nullptr;
+}
+
+void comeBack(QWidget* owner) {
+  if (owner != nullptr && owner->isVisible()) owner->activateWindow();
+}
 
 void setTabs(std::initializer_list<QWidget*> controls) {
   QWidget* before = nullptr;
@@ -135,9 +156,11 @@ QString withoutMnemonic(const QString& text) {
   return plain;
 }
 
+QLabel* makeLabel(const QString& text, QWidget* parent) { return new FieldLabel(text, parent); }
+
 QLabel* addField(QGridLayout* grid, int row, int column, const QString& label, QWidget* field,
                  const char* name) {
-  auto* caption = new FieldLabel(label);
+  QLabel* caption = makeLabel(label);
   named(field, name, withoutMnemonic(label));
   caption->setBuddy(field);
   caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

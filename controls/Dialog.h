@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QGridLayout>
+#include <QPointer>
 #include <QPushButton>
 #include <initializer_list>
 
@@ -18,7 +19,7 @@ namespace bw {
 // load() runs to its end before anything is seen, messages included. A load that ends with
 // NotLoaded set unloads the form at once: the user sees the message and no dialog.
 // Esc is Cancel. The close box unloads without running Ok or Cancel. Ctrl+Enter is Ok, as is Enter
-// where no other button has the focus.
+// where no other button has the focus, unless the foot says that it is Cancel there.
 class Dialog : public QDialog {
  public:
   Dialog(const char* name, const QString& caption, QWidget* owner);
@@ -35,9 +36,13 @@ class Dialog : public QDialog {
     const char* okText = "Ok";
     const char* cancelName = "btnCancel";
     const char* cancelText = "Cancel";
+    bool enterCancels = false;  // what Ok does has no way back
   };
   QWidget* makeFoot(const Foot& foot, std::function<void()> ok, std::function<void()> cancel);
   QPushButton* okButton() const { return ok_; }
+  // Pixels at the standard font; more for a larger one, as far as the screen goes. Without a height
+  // what the content needs.
+  void setSize(int width, int height = 0);
 
   void closeEvent(QCloseEvent* event) override;
   void reject() override;
@@ -47,18 +52,26 @@ class Dialog : public QDialog {
   QPushButton* cancel_ = nullptr;
 };
 
+// The window that a dialog or message opened now belongs to.
+QWidget* activeOwner();
+
+// Makes the owner of a dialog or message active when that has gone. Window managers do not when
+// two windows go at once, such as a message and the dialog behind it.
+void comeBack(QWidget* owner);
+
 // Shows a dialog of a class with a load() and returns when it is unloaded; one of a family is made
 // from its row of the family's table. An error in load() is one of an event: it ends the process,
 // whatever the opener passes over.
 template <class DialogClass, const auto&... row>
 void showModal(QWidget* owner) {
-  DialogClass dialog(row..., owner);
-  guarded([&] { dialog.load(); });
-  if (!dialog.NotLoaded) dialog.exec();
+  const QPointer<QWidget> below = owner;
+  {
+    DialogClass dialog(row..., owner);
+    guarded([&] { dialog.load(); });
+    if (!dialog.NotLoaded) dialog.exec();
+  }
+  comeBack(below);
 }
-
-// The window that a dialog opened now belongs to.
-QWidget* activeOwner();
 
 // A form as the rest of the program knows it: by its name function, which returns the one
 // instance. Members that outlive the dialog stand in classes derived from this.
@@ -78,6 +91,9 @@ const Form& formOf() {
   static const Form form(showModal<DialogClass, row...>);
   return form;
 }
+
+// A label whose mnemonic leads to its buddy and presses it at once when it is a button.
+QLabel* makeLabel(const QString& text, QWidget* parent = nullptr);
 
 // Puts "label: field" into a grid, the label's mnemonic leading to the field. `label` may hold an
 // "&" in front of the mnemonic's letter. The field's accessible name is the label as it is read.

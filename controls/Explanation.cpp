@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "controls/Dialog.h"
+#include "controls/Twips.h"
 
 namespace bw {
 
@@ -12,7 +13,7 @@ QGridLayout* explainedFields(QWidget* dialog, const char* labelName, const char*
   auto* column = new QVBoxLayout(dialog);
   auto* label = named(new QLabel(explanation), labelName, explanation);
   label->setWordWrap(true);
-  label->setMinimumWidth(340);
+  label->setMinimumWidth(scaledPixels(340));
   column->addWidget(label);
   auto* fields = new QGridLayout;
   column->addLayout(fields);

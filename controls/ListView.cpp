@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/ColumnMenu.h"
 #include "controls/EventGuard.h"
 #include "controls/QtText.h"
 #include "controls/RowDelegate.h"
@@ -34,6 +35,7 @@ ListView::ListView(std::vector<ListColumn> columns, Options options, QWidget* pa
   setWordWrap(false);
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setUpHeaders();
+  setEmptyText("Nothing to show");
   model_.onUserCheck = [this](int row, bool checked) {
     guarded([&] {
       if (onItemCheck) onItemCheck(row, checked);
@@ -45,7 +47,6 @@ void ListView::setUpHeaders() {
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setMinimumSectionSize(1);
-  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
   QHeaderView* head = horizontalHeader();
   head->setMinimumSectionSize(0);
   head->setSectionsMovable(true);
@@ -54,15 +55,25 @@ void ListView::setUpHeaders() {
   head->setTextElideMode(Qt::ElideRight);
   head->setSectionsClickable(true);
   head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  widths_.resize(model_.columns().size());
-  for (int i = 0; i < this->columns(); ++i) setWidth(i, static_cast<float>(column(i).width));
+  for (const ListColumn& column : model_.columns())
+    widths_.push_back(static_cast<float>(column.width));
+  takeFont();
+  head->setContextMenuPolicy(Qt::CustomContextMenu);
+  onEvent(head, &QWidget::customContextMenuRequested, this,
+          [this, head](const QPoint& at) { ColumnMenu::open(*this, head->mapToGlobal(at)); });
   onEvent(head, &QHeaderView::sectionClicked, this, [this](int section) {
     if (onColumnClick) onColumnClick(section);
   });
   onEvent(head, &QHeaderView::sectionResized, this, [this](int section, int, int pixels) {
     if (!settingWidth_)
-      widths_[static_cast<std::size_t>(section)] = static_cast<float>(toTwips(pixels));
+      widths_[static_cast<std::size_t>(section)] = static_cast<float>(toTwips(pixels) / scale_);
   });
+}
+
+void ListView::takeFont() {
+  scale_ = fontScale();
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
+  for (int i = 0; i < columns(); ++i) setWidth(i, Width(i));
 }
 
 int ListView::columnOf(std::string_view key) const {
@@ -83,7 +94,17 @@ float ListView::Width(int column) const { return widths_[static_cast<std::size_t
 void ListView::setWidth(int column, float twips) {
   const QScopedValueRollback own(settingWidth_, true);
   widths_[static_cast<std::size_t>(column)] = twips;
-  horizontalHeader()->resizeSection(column, toPixels(twips));
+  horizontalHeader()->resizeSection(column, toPixels(twips * scale_));
+}
+
+void ListView::showSorted(int column) {
+  horizontalHeader()->setSortIndicator(column, Qt::AscendingOrder);
+  horizontalHeader()->setSortIndicatorShown(column >= 0);
+}
+
+int ListView::sorted() const {
+  const QHeaderView& head = *horizontalHeader();
+  return head.isSortIndicatorShown() ? head.sortIndicatorSection() : -1;
 }
 
 void ListView::stretchLastColumn() { horizontalHeader()->setStretchLastSection(true); }
@@ -94,12 +115,14 @@ void ListView::stretchColumn(int column) {
 
 void ListView::fill(std::shared_ptr<const RowStore> store, const std::vector<std::uint32_t>& rows) {
   model_.fill(std::move(store), rows);
+  tellWhenEmpty();
 }
 
 void ListView::removeItem(int row) {
   const bool wasSelected = selected(row);
   model_.remove(row);
   if (wasSelected) clearSelected();
+  tellWhenEmpty();
 }
 
 std::string ListView::key(int row) const { return rowKey(position(row)); }
@@ -146,7 +169,7 @@ std::vector<int> ListView::selectedFromLast() const {
 
 void ListView::ensureVisible(int row) { scrollTo(model_.index(row, 0)); }
 
-QSize ListView::sizeHint() const { return {toPixels(6000), toPixels(3000)}; }
+QSize ListView::sizeHint() const { return {scaledPixels(400), scaledPixels(200)}; }
 
 QString ListView::words(int row) const {
   QStringList texts;
@@ -212,6 +235,8 @@ void ListView::keyPressEvent(QKeyEvent* event) {
   guarded([&] { taken = find_->takeKey(*event); });
   if (!taken) {
     if (plain && runKey(event->key())) return;
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+      return openColumnMenu();
     QTableView::keyPressEvent(event);
   }
   if (currentIndex() == before || !onChosen) return;
@@ -225,13 +250,38 @@ QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
   return QTableView::moveCursor(action, modifiers);
 }
 
+void ListView::setEmptyText(const QString& text) {
+  emptyText_ = text;
+  tellWhenEmpty();
+  viewport()->update();
+}
+
+void ListView::tellWhenEmpty() { setAccessibleDescription(count() > 0 ? QString() : emptyText_); }
+
 // An empty list says so, lest it looks as if it were still to be filled.
 void ListView::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (count() > 0) return;
+  constexpr int kMargin = 8;
   QPainter painter(viewport());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
-  painter.drawText(viewport()->rect(), Qt::AlignCenter, "Nothing to show");
+  painter.setPen(palette().color(QPalette::Text));
+  painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                   Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
+// The key for menus; the rows have none.
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() != QContextMenuEvent::Keyboard) return event->ignore();
+  openColumnMenu();
+}
+
+void ListView::openColumnMenu() {
+  guarded([this] { ColumnMenu::open(*this, viewport()->mapToGlobal(QPoint())); });
+}
+
+void ListView::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange) takeFont();
 }
 
 void ListView::mousePressEvent(QMouseEvent* event) {

@@ -10,11 +10,10 @@
 
 namespace bw {
 
-// A list of rows under column heads. Columns can be dragged, resized and hidden (width 0); it
-// never sorts by itself. A row is known by its key: "K" and its position in the record set, at the
-// moment of filling, in ten digits.
-// Selecting, ticking and changing texts by code runs no handler. Letters typed find a row (see
-// FindAsYouType).
+// A list of rows under column heads. Columns can be dragged, resized and hidden (width 0), also by
+// the head's menu (see ColumnMenu); it never sorts by itself. A row is known by its key: "K" and
+// its position in the record set, at the moment of filling, in ten digits. Selecting, ticking and
+// changing texts by code runs no handler. Letters typed find a row (see FindAsYouType).
 class ListView : public QTableView {
  public:
   enum class Selection { single, several };
@@ -41,11 +40,17 @@ class ListView : public QTableView {
   int columnOf(std::string_view key) const;  // raises 35601
   int Position(int column) const;            // place on the screen, from 1
   void setPosition(int column, int position);
-  float Width(int column) const;  // twips
+  float Width(int column) const;  // twips, at the standard font
   void setWidth(int column, float twips);
+  // The column by whose texts the rows are ordered; -1 for none. Its head bears an arrow.
+  void showSorted(int column);
+  int sorted() const;
   // To the list's edge, in dialogs that store no layout. Only the last one can still be resized.
   void stretchLastColumn();
   void stretchColumn(int column);
+
+  // What an empty list shows in place of rows, and tells assistive tools.
+  void setEmptyText(const QString& text);
 
   // Rows. fill() leaves none selected.
   void fill(std::shared_ptr<const RowStore> store, const std::vector<std::uint32_t>& rows);
@@ -88,10 +93,15 @@ class ListView : public QTableView {
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void setUpHeaders();
   void tick(int row, bool checked);
+  void takeFont();
+  void openColumnMenu();
+  void tellWhenEmpty();
   bool runKey(int key);
 
   ListModel model_;
@@ -102,6 +112,8 @@ class ListView : public QTableView {
   QPersistentModelIndex pressed_;
   bool wasChecked_ = false;
   bool doubleClicked_ = false;
+  double scale_ = 1;  // of the font
+  QString emptyText_;
 };
 
 // "K" and ten digits.

@@ -1,10 +1,10 @@
 #include "controls/MessageBox.h"
 
-#include <QApplication>
-#include <QMainWindow>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 
+#include "controls/Dialog.h"
 #include "controls/QtText.h"
 #include "core/Services.h"
 
@@ -21,25 +21,19 @@ void setText(QMessageBox& box, const QString& text) {
   box.setDetailedText(text);
 }
 
-// Right behind another box no window is active yet.
-QWidget* owner() {
-  if (QWidget* active = QApplication::activeWindow()) return active;
-  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  for (QWidget* window : QApplication::topLevelWidgets())
-    if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr) return window;
-  return nullptr;
-}
-
 // Enter is OK, whatever place the desktop's order of buttons gives it. Closing an OK-only box is
 // OK; Esc on OK and Cancel is Cancel.
 bool show(const std::string& text, QMessageBox::StandardButtons buttons, QMessageBox::Icon icon) {
-  QMessageBox box(icon, kApplicationTitle, QString(), buttons, owner());
+  const QPointer<QWidget> owner = activeOwner();
+  QMessageBox box(icon, kApplicationTitle, QString(), buttons, owner);
   box.setObjectName("MsgBox");
   box.setDefaultButton(QMessageBox::Ok);
   box.setTextFormat(Qt::PlainText);
   setText(box, toQt(text));
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  return box.exec() == QMessageBox::Ok;
+  const bool ok = box.exec() == QMessageBox::Ok;
+  comeBack(owner);
+  return ok;
 }
 
 }  // namespace

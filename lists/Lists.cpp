@@ -8,6 +8,17 @@
 #include "platform/Text.h"
 
 namespace bw {
+namespace {
+
+// Of the first key of a sort text, which may stand between blanks; -1 for none.
+int sortedColumn(const ListView& list, const std::string& sort) {
+  const std::string key(Trim(std::string_view(sort).substr(0, sort.find(','))));
+  for (int column = 0; column < list.columns(); ++column)
+    if (!key.empty() && sameName(list.column(column).key, key)) return column;
+  return -1;
+}
+
+}  // namespace
 
 int openForList(RecordSetRef& recordset, const std::string& statement, std::string& message) {
   const BusyCursor busy;
@@ -25,6 +36,7 @@ void ListFill(ListView& list, const RecordSetRef& recordset) {
     throw;
   }
   if (list.count() > 0) list.setSelected(0, true);
+  if (list.onColumnClick) list.showSorted(sortedColumn(list, recordset->Sort()));
   list.setUpdatesEnabled(true);
 }
 
@@ -59,6 +71,22 @@ void mergeRecord(const RecordSetRef& recordset, const RecordSetRef& fresh, ListV
   const int row = list.rowAt(recordset->AbsolutePosition());
   list.setSelected(row, true);
   list.ensureVisible(row);
+}
+
+// From the last row on: the positions of those that are yet to come stay true.
+void deleteSelected(const RecordSetRef& recordset, ListView& list, const RemoveRow& remove) {
+  for (const int row : list.selectedFromLast()) {
+    std::string message;
+    if (remove(row, message) == 0) {
+      recordset->Delete();
+      continue;
+    }
+    list.clearSelected();
+    list.setSelected(row, true);
+    list.ensureVisible(row);
+    MsgBox(message);
+  }
+  ListFill(list, recordset);
 }
 
 // Positions are set one after another, each moving the other columns along. That does not give

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "controls/ListView.h"
@@ -12,8 +13,9 @@ namespace bw {
 // OpenRecordset under a busy pointer: a view of many rows takes seconds.
 int openForList(RecordSetRef& recordset, const std::string& statement, std::string& message);
 
-// Shows the record set in its present order and selects the first row. The set stands at EOF
-// afterwards. A column key that names no field raises 3265, no value in the first column 94.
+// Shows the record set in its present order and selects the first row; a list that can be sorted
+// also shows by which column it is. The set stands at EOF afterwards. A column key that names no
+// field raises 3265, no value in the first column 94.
 void ListFill(ListView& list, const RecordSetRef& recordset);
 
 void ListClearSelection(ListView& list);
@@ -30,6 +32,12 @@ void ListRefreshRecord(const RecordSetRef& recordset, const std::string& stateme
 // The second half of it: the record that `fresh` stands on goes over the record set's current
 // row, or behind the last row when the set is at EOF; the list is filled and that row selected.
 void mergeRecord(const RecordSetRef& recordset, const RecordSetRef& fresh, ListView& list);
+
+// Takes the selected rows' records away and fills the list again: `remove` deletes the record of a
+// row from the database and returns 0, or tells in `message` why it cannot. While that message
+// stands the list shows the row, and the row stays.
+using RemoveRow = std::function<int(int row, std::string& message)>;
+void deleteSelected(const RecordSetRef& recordset, ListView& list, const RemoveRow& remove);
 
 // Column positions and widths, kept under <key>Position and <key>Width of a settings section.
 void ColumnLayoutRestore(ListView& list, const std::string& section);

@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <cstdint>
+#include <string_view>
 
 namespace bw {
 
@@ -15,8 +16,9 @@ class MainFrame : public QMainWindow {
   virtual void CambiaAVista(std::int16_t Vista, std::int16_t Filtro) = 0;
   // Moves the check mark of the Current View menu; neither number changes.
   virtual void ActivaFiltro(std::int16_t NuevoFiltro) = 0;
-  // Opens the editor of the view's record kind on a new record, and shows the record in the view.
-  virtual void newFromToolbar() = 0;
+  // What the toolbar's button of that key does ("Nuevo", "Eliminar"); like it, it passes over every
+  // error.
+  virtual void pressButton(std::string_view key) = 0;
 
   // Where tree and views live.
   QWidget* clientArea() const { return client_; }

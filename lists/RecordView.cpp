@@ -1,9 +1,11 @@
 #include "lists/RecordView.h"
 
+#include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "lists/Filters.h"
 #include "lists/Lists.h"
 #include "lists/MainFrame.h"
 #include "lists/Settings.h"
@@ -27,11 +29,11 @@ RecordView::RecordView(const RecordViewRow& row, std::span<const ViewFilter> fil
     : View(row.name, row.caption, parent), row_(row), filters_(filters),
       ListView1(new ListView(row.columns, {.selection = ListView::Selection::several}, this)) {
   named(ListView1, "ListView1", row.caption);
-  setFocusProxy(ListView1);
+  setHome(ListView1);
   ListView1->onOpen = [this] { openSelected(); };
   ListView1->onColumnClick = [this](int column) { columnClick(column); };
-  ListView1->onInsertKey = [] { MainWindow->newFromToolbar(); };
-  ListView1->onDeleteKey = [this] { Eliminar(); };
+  ListView1->onInsertKey = [] { MainWindow->pressButton("Nuevo"); };
+  ListView1->onDeleteKey = [] { MainWindow->pressButton("Eliminar"); };
   offer("Refresca", [this] { Refresca(); });
   offer("Insertado", [this] { Insertado(); });
   offer("Eliminar", [this] { Eliminar(); });
@@ -75,6 +77,7 @@ void RecordView::Refresca() {
   std::string message;
   // Without a statement the record set stays unset, and the sort is error 91.
   if (!text.empty() && openForList(ViewRecords, text, message) != 0) return MsgBox(message);
+  ListView1->setEmptyText(toQt(emptyList(row_.several, CurrentFilter)));
   ViewRecords->setSort(row_.firstSort);
   ListFill(*ListView1, ViewRecords);
 }
@@ -108,16 +111,10 @@ void RecordView::Insertado() {
 
 void RecordView::Eliminar() {
   if (!services().confirm(row_.deleteQuestion)) return;
-  // From the last row on: the positions of those that are yet to come stay true.
-  for (const int row : ListView1->selectedFromLast()) {
+  deleteSelected(ViewRecords, *ListView1, [this](int row, std::string& message) {
     takeKey(row);
-    std::string message;
-    if (row_.remove(message) != 0)
-      MsgBox(message);
-    else
-      ViewRecords->Delete();
-  }
-  ListFill(*ListView1, ViewRecords);
+    return row_.remove(message);
+  });
   update();
 }
 

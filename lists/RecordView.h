@@ -31,6 +31,7 @@ struct RecordViewRow {
 
   const char* name;
   const char* caption;
+  const char* several;    // what its records are called in a sentence
   const char* statement;  // of filter 0
   Filters filtering = Filters::used;
   const char* firstSort;

@@ -25,7 +25,12 @@ class View : public QWidget {
   // Runs once, when the main window is unloaded: stores what is to be kept.
   void unload();
 
+  // Gives the focus to what the view is there for. No focus proxy: Tab would pass over all that
+  // stands before it.
+  void takeFocus() { (home_ != nullptr ? home_ : this)->setFocus(); }
+
  protected:
+  void setHome(QWidget* home) { home_ = home; }
   // Offers an operation by name.
   void offer(std::string_view name, std::function<void()> run);
   void offerWithArgument(std::string_view name, std::function<void(std::string_view)> run);
@@ -33,6 +38,7 @@ class View : public QWidget {
 
  private:
   std::vector<Operation> operations_;
+  QWidget* home_ = nullptr;
 };
 
 }  // namespace bw

@@ -98,7 +98,7 @@ void AdmitPatient::build() {
       [this] { unload(); }));
   CBFacilities->onSelected = [this] { facilitySelected(); };
   CBFacilities->setFocus();
-  resize(520, 460);
+  setSize(520, 460);
 }
 
 QWidget* AdmitPatient::buildVisitors() {

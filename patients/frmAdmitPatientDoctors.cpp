@@ -54,7 +54,7 @@ AdmitPatientDoctors::AdmitPatientDoctors(QWidget* owner)
   column->addWidget(makeFoot(
       {.okName = "OKButton", .okText = "&Add", .cancelName = "CancelButton"}, [this] { add(); },
       [this] { cancel(); }));
-  resize(400, sizeHint().height());
+  setSize(400);
 }
 
 AdmitPatientDoctors::~AdmitPatientDoctors() {

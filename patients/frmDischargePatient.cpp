@@ -54,9 +54,12 @@ DischargePatient::DischargePatient(QWidget* owner)
   column->addLayout(grid);
   column->addStretch(1);
   column->addWidget(makeFoot(
-      {.okName = "OKButton", .okText = "&Discharge", .cancelName = "CancelButton"},
+      {.okName = "OKButton",
+       .okText = "&Discharge",
+       .cancelName = "CancelButton",
+       .enterCancels = true},
       [this] { discharge(); }, [this] { unload(); }));
-  resize(440, sizeHint().height());
+  setSize(440);
 }
 
 void DischargePatient::load() {

@@ -81,7 +81,7 @@ void PatientEditor::build() {
   column->addWidget(makeFoot(
       {}, [this] { ok(); }, [this] { cancel(); }));
   TxtNames->setFocus();
-  resize(480, 480);
+  setSize(480, 480);
 }
 
 QWidget* PatientEditor::buildHistory() {

@@ -72,9 +72,9 @@ MergePatients::MergePatients(QWidget* owner)
   ListView1->stretchLastColumn();
   column->addWidget(ListView1, 1);
   column->addWidget(makeFoot(
-      {.okText = "&Merge"}, [this] { merge(); }, [this] { cancel(); }));
+      {.okText = "&Merge", .enterCancels = true}, [this] { merge(); }, [this] { cancel(); }));
   ListView1->setFocus();
-  resize(820, 360);
+  setSize(820, 360);
 }
 
 void MergePatients::load() {

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <array>
 
+#include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
+#include "lists/Filters.h"
 #include "lists/Lists.h"
 #include "lists/MainFrame.h"
 #include "lists/Settings.h"
@@ -55,14 +57,14 @@ PatientsView::PatientsView(QWidget* parent)
     : View("frmPatients", "Patients", parent),
       ListView1(new ListView(patientColumns(), {.selection = ListView::Selection::several}, this)) {
   named(ListView1, "ListView1", "Patients");
-  setFocusProxy(ListView1);
+  setHome(ListView1);
   ListView1->onChosen = [this] { rowChosen(); };
   ListView1->onOpen = [this] { openSelected(); };
   ListView1->onColumnClick = [this](int column) {
     sortByColumn(RsPatients, *ListView1, ListView1->column(column).key);
   };
-  ListView1->onInsertKey = [] { MainWindow->newFromToolbar(); };
-  ListView1->onDeleteKey = [this] { Eliminar(); };
+  ListView1->onInsertKey = [] { MainWindow->pressButton("Nuevo"); };
+  ListView1->onDeleteKey = [] { MainWindow->pressButton("Eliminar"); };
   offer("Refresca", [this] { Refresca(); });
   offer("Insertado", [this] { Insertado(); });
   offer("Eliminar", [this] { Eliminar(); });
@@ -99,6 +101,7 @@ void PatientsView::Refresca() {
     std::string message;
     if (openForList(RsPatients, filter->statement, message) != 0) return MsgBox(message);
     RsPatients->setSort(filter->sort);
+    ListView1->setEmptyText(toQt(emptyList("patients", ActiveFilter)));
   }
   ListFill(*ListView1, RsPatients);  // raises 91 for a filter of another view
 }
@@ -129,16 +132,10 @@ void PatientsView::openSelected() {
 
 void PatientsView::Eliminar() {
   if (!services().confirm("Are You sure you want to delete the selected Patients?")) return;
-  // From the last row on: the positions of those that are yet to come stay true.
-  for (const int row : ListView1->selectedFromLast()) {
+  deleteSelected(RsPatients, *ListView1, [this](int row, std::string& message) {
     takeKey(row);
-    std::string message;
-    if (PatientDelete(CurrentPatientId, message) != 0)
-      MsgBox(message);
-    else
-      RsPatients->Delete();
-  }
-  ListFill(*ListView1, RsPatients);
+    return PatientDelete(CurrentPatientId, message);
+  });
 }
 
 // Goes by what is selected at the moment the walk comes to a row. Insertado leaves one row

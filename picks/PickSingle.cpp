@@ -95,7 +95,7 @@ SingleDialog::SingleDialog(const SingleRow& row, QWidget* owner)
   column->addWidget(makeFoot(
       {}, [this] { ok(); }, [this] { cancel(); }));
   ListView1->setFocus();
-  resize(460, 480);
+  setSize(460, 480);
 }
 
 void SingleDialog::load() {

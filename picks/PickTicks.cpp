@@ -116,7 +116,7 @@ TickDialog::TickDialog(const TickRow& row, QWidget* owner)
       {}, [this] { ok(); }, [this] { cancel(); }));
   if (groups_ != nullptr) setTabs({groups_, ListView1});
   ListView1->setFocus();
-  resize(460, 480);
+  setSize(460, 480);
 }
 
 TickDialog::~TickDialog() {

@@ -22,7 +22,7 @@ class PrintGeneralDialog : public Dialog {
         [this] { cancel(); }));
     onEvent(List1, &QListWidget::itemDoubleClicked, this, [this] { print(); });
     List1->setFocus();
-    resize(380, 240);
+    setSize(380, 240);
   }
 
   void load() {

@@ -23,8 +23,12 @@ void frmMain::chooseFilter(std::int16_t filter) {
 }
 
 void frmMain::chooseView(std::int16_t view) {
-  if (view == VistaActualNumero) return;
-  frmShorcuts().FuerzaNodeClick(view, 0);
+  if (view != VistaActualNumero) frmShorcuts().FuerzaNodeClick(view, 0);
+  focusView();
+}
+
+void frmMain::focusView() {
+  if (activeView_ != nullptr) activeView_->takeFocus();
 }
 
 void frmMain::toggleShortcuts() {
@@ -49,7 +53,17 @@ void frmMain::newRecordDialog(int index) { openNew(recordKind(static_cast<std::i
 
 void frmMain::newFromToolbar() {
   newRecordDialog(VistaActualNumero);
+  focusView();
   if (RecordSaved) callView("Insertado");
+}
+
+void frmMain::pressButton(std::string_view key) {
+  passOver([&] {
+    if (key == "Nuevo")
+      newFromToolbar();
+    else
+      callView(key);
+  });
 }
 
 void frmMain::newFromMenu(int index) {
@@ -61,6 +75,7 @@ void frmMain::newFromMenu(int index) {
 
 void frmMain::archiveCharges() {
   frmArchiveCharges().showModal();
+  focusView();
   callView("Refresca");
 }
 

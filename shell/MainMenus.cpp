@@ -79,9 +79,10 @@ constexpr MenuRow kRows[] = {
 struct ActionRow {
   const char* text;
   const char* operation;
+  const char* toolbarKey = "";  // told only: the toolbar's button hears it
 };
 // By Action.
-constexpr ActionRow kActions[] = {{"Post...", "Post"}, {"&Admit", "Admit"}, {"&Discharge", "Discharge"}};
+constexpr ActionRow kActions[] = {{"Post...", "Post", "Ctrl+T"}, {"&Admit", "Admit"}, {"&Discharge", "Discharge"}};
 // clang-format on
 
 QAction* addEntry(QMenu* menu, const MenuRow& row, frmMain& window) {
@@ -151,10 +152,15 @@ void MainMenus::buildArrays(frmMain& window, QMenu* currentView, QMenu* goTo, QM
     goTo_.push_back(add(goTo, kind.caption, "mnuGoTo", i, [&window, i] { window.chooseView(i); }));
     goTo_.back()->setCheckable(true);
     goTo_.back()->setVisible(kind.reachable);
+    goTo_.back()->setShortcut(QKeySequence(kind.shortcut));
+    window.addAction(goTo_.back());  // for its keys: the menu is hidden while the tree is on show
   }
-  for (std::size_t i = 0; i < std::size(kActions); ++i)
+  for (std::size_t i = 0; i < std::size(kActions); ++i) {
     actions_[i] = add(actions, kActions[i].text, "mnuActions", static_cast<int>(i),
                       [&window, operation = kActions[i].operation] { window.callView(operation); });
+    actions_[i]->setShortcut(QKeySequence(kActions[i].toolbarKey));
+    actions_[i]->setShortcutContext(Qt::WidgetShortcut);
+  }
   actions->addSeparator()->setObjectName("mnuActionsDummy");
   int index = 0;
   for (const RecordKind& kind : recordKinds()) {
@@ -179,11 +185,16 @@ void MainMenus::checkView(std::int16_t view) { checkOnly(goTo_, view); }
 
 void MainMenus::checkFilter(std::int16_t filter) { checkOnly(filters_, filter); }
 
+// Alt and the number of the entry's line chooses it.
 void MainMenus::showFilters(const RecordKind& kind) {
   for (std::size_t i = 1; i < filters_.size(); ++i) filters_[i]->setVisible(false);
   for (const ViewFilter& filter : kind.filters)
     if (filter.in != ViewFilter::In::tree)
       filters_[static_cast<std::size_t>(filter.number)]->setVisible(true);
+  int line = 0;
+  for (QAction* entry : filters_)
+    entry->setShortcut(entry->isVisible() ? QKeySequence(QString("Alt+%1").arg(++line))
+                                          : QKeySequence());
 }
 
 void MainMenus::showActions(const RecordKind& kind) {

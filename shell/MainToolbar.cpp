@@ -19,7 +19,7 @@ struct ButtonRow {
   const char* icon = "";
   const char* groups = "";    // c charges, p patients, r records, b browser, * every view
   bool toBrowser = false;     // its key is the argument of Accion
-  const char* shortcut = "";  // of a command that no menu has
+  const char* shortcut = "";  // the menus tell it where they have the command too
 };
 
 // "Fordward" is the button's name and caption, and the argument that `Accion` knows.
@@ -31,7 +31,7 @@ constexpr std::array<ButtonRow, kToolbarButtons> kButtons{{
     {.key = "SepDelete", .groups = "cpr"},
     {"Eliminar", "Delete", "Delete", "Delete", "cpr"},
     {.key = "SepApprove", .groups = "c"},
-    {"Post", "Post...", "Post Charges", "Post", "c"},
+    {"Post", "Post...", "Post Charges", "Post", "c", false, "Ctrl+T"},
     {.key = "SepAdmit", .groups = "p"},
     {"Admit", "Admit...", "Admit Patient", "Admit", "p"},
     {"Discharge", "Discharge", "Discharge Patient", "Discharge", "p"},
@@ -62,14 +62,10 @@ char letterOf(ToolbarGroup group) {
 }
 
 void run(const ButtonRow& row, frmMain& window) {
-  passOver([&] {
-    if (row.toBrowser)
-      window.callView("Accion", row.key);
-    else if (std::string_view(row.key) == "Nuevo")
-      window.newFromToolbar();
-    else
-      window.callView(row.key);
-  });
+  if (row.toBrowser)
+    passOver([&] { window.callView("Accion", row.key); });
+  else
+    window.pressButton(row.key);
 }
 
 // New is a button with a list: the list's entries open a dialog and no more.

@@ -46,6 +46,7 @@ constexpr ViewFilter kHidden{1, "", nullptr, ViewFilter::In::menu};
 // "Evaulation", and the missing blank behind "Diagnosis Families", are the titles as printed.
 const std::vector<RecordKind> kKinds{
     {.caption = "Charges",
+     .shortcut = "Ctrl+1",
      .view = as<frmCharges>,
      .filters = {{4}, {5}, {13}},
      .group = ToolbarGroup::charges,
@@ -58,6 +59,7 @@ const std::vector<RecordKind> kKinds{
            frmEditCharge().showModal();
          }},
     {.caption = "Patients",
+     .shortcut = "Ctrl+2",
      .view = as<frmPatients>,
      .filters = {{2},
                  {3},
@@ -76,6 +78,7 @@ const std::vector<RecordKind> kKinds{
            frmEditPatient().showModal();
          }},
     {.caption = "Doctors",
+     .shortcut = "Ctrl+3",
      .filters = {{1, "where BillingDoctorCode=''"}},
      .actions = {kDischarge},
      .newName = "NewDoctor",
@@ -83,6 +86,7 @@ const std::vector<RecordKind> kKinds{
      .records =
          RecordViewRow{.name = "frmDoctors",
                        .caption = "Doctors",
+                       .several = "doctors",
                        .statement = "SELECT * FROM Doctors",
                        .firstSort = "Description",
                        .token = RecordViewRow::Token::bare,
@@ -100,6 +104,7 @@ const std::vector<RecordKind> kKinds{
     // Layout and filter are read under the name "Facilites", the filter is written under
     // "Facilities": it is always read back as 0. The question's spelling is the users' too.
     {.caption = "Facilities",
+     .shortcut = "Ctrl+4",
      .filters = {{1, "where BillingFacilityCode=''"}},
      .actions = {kDischarge},
      .newName = "NewFacility",
@@ -107,6 +112,7 @@ const std::vector<RecordKind> kKinds{
      .records =
          RecordViewRow{.name = "frmFacilities",
                        .caption = "Facilities",
+                       .several = "facilities",
                        .statement = "SELECT * FROM FacilitiesDescriptive",
                        .firstSort = " Description ",
                        .token = RecordViewRow::Token::padded,
@@ -124,6 +130,7 @@ const std::vector<RecordKind> kKinds{
                                    {"BillingFacilityCode", "Billing Code In", 1440},
                                    {"BillingFacilityCodeOut", "Billing Code Out", 1440}}}},
     {.caption = "Diagnosis",
+     .shortcut = "Ctrl+5",
      .filters = {{1, "where BillingDiagnosisCode=''"}},
      .actions = {kDischarge},
      .newName = "NewDiagnosis",
@@ -131,6 +138,7 @@ const std::vector<RecordKind> kKinds{
      .records =
          RecordViewRow{.name = "frmDiagnosis",
                        .caption = "Diagnosis",
+                       .several = "diagnoses",
                        .statement = "SELECT * FROM DiagnosisDescriptive",
                        .firstSort = "Description",
                        .token = RecordViewRow::Token::bare,
@@ -148,6 +156,7 @@ const std::vector<RecordKind> kKinds{
                                    {"RealDiagnosisCode", "Real Code", 1440},
                                    {"FamilyDesc", "Family", 2880}}}},
     {.caption = "Procedures",
+     .shortcut = "Ctrl+6",
      .filters = {{1, "where BillingProcedureCode=''"}},
      .actions = {kDischarge},
      .newName = "NewProcedure",
@@ -155,6 +164,7 @@ const std::vector<RecordKind> kKinds{
      .records =
          RecordViewRow{.name = "frmProcedures",
                        .caption = "Procedures",
+                       .several = "procedures",
                        .statement = "SELECT * FROM Procedures",
                        .firstSort = " Description ",
                        .token = RecordViewRow::Token::padded,
@@ -171,6 +181,7 @@ const std::vector<RecordKind> kKinds{
                                    {"BillingProcedureCode", "Billing Code", 1440},
                                    {"RealProcedureCode", "Real Code", 1440}}}},
     {.caption = "Insurances",
+     .shortcut = "Ctrl+7",
      .filters = {{1, "where BillingInsuranceCode=''"}},
      .actions = {kDischarge},
      .newName = "NewInsurance",
@@ -178,6 +189,7 @@ const std::vector<RecordKind> kKinds{
      .records =
          RecordViewRow{.name = "frmInsurances",
                        .caption = "Insurances",
+                       .several = "insurances",
                        .statement = "SELECT * FROM Insurance",
                        .firstSort = " Description ",
                        .token = RecordViewRow::Token::padded,
@@ -194,6 +206,7 @@ const std::vector<RecordKind> kKinds{
                                    {"BillingInsuranceCode", "Billing Code", 1440}}}},
     {.caption = "Evaluation && Management Concepts",
      .node = "E & M Concepts",
+     .shortcut = "Ctrl+8",
      .filters = {{6, "where FacilityTypeCode=1"},
                  {7, "where FacilityTypeCode=4"},
                  {8, "where FacilityTypeCode=2"},
@@ -207,6 +220,7 @@ const std::vector<RecordKind> kKinds{
      .records =
          RecordViewRow{.name = "frmEMCodes",
                        .caption = "Evaluation & Management codes",
+                       .several = "E&M concepts",
                        .statement = "SELECT * FROM EMCodesDescriptive",
                        .firstSort = " Description ",
                        .token = RecordViewRow::Token::padded,
@@ -226,6 +240,7 @@ const std::vector<RecordKind> kKinds{
                                    {"ChargeTypeDescription", "Charge Type", 2880},
                                    {"AttentionTypeDescription", "AttentionType", 1440}}}},
     {.caption = "History Items",
+     .shortcut = "Ctrl+9",
      .filters = {{10, "where SicknessTypeCode=0"},
                  {11, "where SicknessTypeCode=1", "Past Medical"},
                  {12, "where SicknessTypeCode=2", "Past Surgical"}},
@@ -236,6 +251,7 @@ const std::vector<RecordKind> kKinds{
      .records =
          RecordViewRow{.name = "frmSickness",
                        .caption = "History items",
+                       .several = "history items",
                        .statement = "SELECT * FROM SicknessDescriptive",
                        .firstSort = " Description ",
                        .token = RecordViewRow::Token::padded,
@@ -251,6 +267,7 @@ const std::vector<RecordKind> kKinds{
                        .columns = {{"Description", "Description", 2880},
                                    {"SicknessTypeDescription", "Type", 2880}}}},
     {.caption = "Diagnosis Groups",
+     .shortcut = "Ctrl+0",
      .filters = {kHidden},
      .filterMenu = false,
      .actions = {kDischarge},
@@ -261,6 +278,7 @@ const std::vector<RecordKind> kKinds{
          RecordViewRow{
              .name = "frmDiagnosisFamilies",
              .caption = "Diagnosis Groups",
+             .several = "diagnosis groups",
              .statement = "SELECT * FROM DiagnosisFamily",
              .filtering = RecordViewRow::Filters::ignored,
              .firstSort = "DiagnosisFamilyDescription",
@@ -276,6 +294,7 @@ const std::vector<RecordKind> kKinds{
              .report = {"Diagnosis Families(", "DiagnosisFamiliesView.myv", kCatalogueWords},
              .columns = {{"DiagnosisFamilyDescription", "Description", 2880}}}},
     {.caption = "Brantiwell",
+     .shortcut = "Ctrl+B",
      .isPage = true,
      .view = frmGeneralInfo,
      .filters = {kHidden},
@@ -289,6 +308,7 @@ const std::vector<RecordKind> kKinds{
      .filterMenu = false,
      .group = ToolbarGroup::browser},
     {.caption = "Fenmoor Systems on the Web",
+     .shortcut = "Ctrl+I",
      .isPage = true,
      .view = makerOnTheWeb,
      .filters = {kHidden},
@@ -296,31 +316,9 @@ const std::vector<RecordKind> kKinds{
      .group = ToolbarGroup::browser},
 };
 
-constexpr std::string_view kFilterCaptions[] = {"All",
-                                                "Incomplete",
-                                                "Admitted",
-                                                "Not Admitted",
-                                                "Ready",
-                                                "Posted",
-                                                "Hospitals",
-                                                "Board & Care",
-                                                "Extended Care Facilities",
-                                                "Home",
-                                                "Allergies",
-                                                "Medical History",
-                                                "Surgical History",
-                                                "Archived",
-                                                "Office",
-                                                "Duplicated DOB",
-                                                "Duplicated Names",
-                                                "Duplicated DOB+Names",
-                                                "Duplicated Account"};
-
 }  // namespace
 
 std::span<const RecordKind> recordKinds() { return kKinds; }
-
-std::span<const std::string_view> filterCaptions() { return kFilterCaptions; }
 
 const RecordKind& recordKind(std::int16_t view) {
   const bool known = view >= 0 && view < std::ssize(kKinds);

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string_view>
 #include <vector>
 
+#include "lists/Filters.h"
 #include "lists/RecordView.h"
 
 namespace bw {
@@ -22,6 +22,7 @@ enum Action { kPost, kAdmit, kDischarge };
 struct RecordKind {
   const char* caption;              // of the Go To entry
   const char* node = nullptr;       // caption in the tree, where it is another
+  const char* shortcut = "";        // the keys that bring it on show
   bool isPage = false;              // a root of the tree; kinds stand under the welcome page
   bool reachable = true;            // by tree and Go To
   View& (*view)() = nullptr;        // made at the first use; none: that of `records`
@@ -42,9 +43,6 @@ std::span<const RecordKind> recordKinds();
 
 // Any number outside the table is treated like the welcome page.
 const RecordKind& recordKind(std::int16_t view);
-
-// Captions of the Current View entries; a filter's number is the place of its caption.
-std::span<const std::string_view> filterCaptions();
 
 View& viewOf(const RecordKind& kind);
 

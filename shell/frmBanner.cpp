@@ -33,7 +33,7 @@ Banner::Banner(QWidget* parent)
   font.setBold(true);
   Label1->setFont(font);
   Label1->adjustSize();
-  Label1->move(0, toPixels(120));
+  Label1->move(0, scaledPixels(toPixels(120)));
   onEvent(Timer1, &QTimer::timeout, this, [this] { tick(); });
   Timer1->start(250);
 }

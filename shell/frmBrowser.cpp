@@ -20,6 +20,7 @@ namespace bw {
 namespace {
 
 constexpr std::chrono::milliseconds kTimerInterval{5};
+constexpr int kCaptionMargin = 4;  // pixels
 
 QString besideProgram(const char* path) {
   return QCoreApplication::applicationDirPath() + "/../" + path;
@@ -54,7 +55,15 @@ const Browser::Command Browser::kCommands[] = {
 Browser::Browser(QWidget* parent)
     : View("frmBrowser", "Fenmoor Systems on the Web", parent),
       moduleFile(besideProgram("lib/brantiwell/modules/brantiwell-webpane.so")),
-      timTimer(new QTimer(this)) {
+      timTimer(new QTimer(this)), caption_(new QLabel(this)) {
+  named(caption_, "caption", "Page");
+  caption_->setTextFormat(Qt::PlainText);
+  caption_->setMargin(kCaptionMargin);
+  onEvent(this, &QWidget::windowTitleChanged, caption_, [this](const QString& title) {
+    caption_->setText(title);
+    caption_->setAccessibleName(title);
+  });
+  caption_->setText(windowTitle());
   timTimer->setObjectName("timTimer");
   timTimer->setInterval(kTimerInterval);
   onEvent(timTimer, &QTimer::timeout, this, [this] { passOver([this] { tick(); }); });
@@ -74,8 +83,11 @@ void Browser::resizeEvent(QResizeEvent* event) {
 }
 
 void Browser::place() {
-  if (brwWebBrowser != nullptr) brwWebBrowser->setGeometry(rect());
-  if (missing_ != nullptr) missing_->setGeometry(rect());
+  const int line = caption_->sizeHint().height();
+  const QRect page = rect().adjusted(0, line, 0, 0);
+  caption_->setGeometry(0, 0, width(), line);
+  if (brwWebBrowser != nullptr) brwWebBrowser->setGeometry(page);
+  if (missing_ != nullptr) missing_->setGeometry(page);
 }
 
 void Browser::activate() {
@@ -91,6 +103,7 @@ void Browser::loadPane() {
     delete missing_;
     missing_ = nullptr;
     brwWebBrowser = named(module->makePane(this), "brwWebBrowser", "Web page");
+    setHome(brwWebBrowser);
     brwWebBrowser->onComplete = [this] { guarded([this] { showLocationName(); }); };
   } else if (missing_ == nullptr) {
     missing_ = new QLabel(

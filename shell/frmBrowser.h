@@ -12,9 +12,10 @@ namespace bw {
 
 class WebPane;
 
-// The web page as a view: navigates to StartingAddress whenever it comes on show. It has one
-// operation, Accion, with the key of a browser button. Without the module that shows pages a
-// sentence stands in their place; the module is looked for at each coming on show.
+// The web page as a view, below a line with its caption: the page's title, or that it is on its
+// way. Navigates to StartingAddress whenever it comes on show. It has one operation, Accion, with
+// the key of a browser button. Without the module that shows pages a sentence stands in their
+// place; the module is looked for at each coming on show.
 class Browser : public View {
  public:
   explicit Browser(QWidget* parent);
@@ -39,6 +40,7 @@ class Browser : public View {
   void loadPane();
 
   QTimer* timTimer;  // runs while a page is on its way
+  QLabel* caption_;
   WebPane* brwWebBrowser = nullptr;
   QLabel* missing_ = nullptr;
 };

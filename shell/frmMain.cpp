@@ -70,7 +70,7 @@ void frmMain::load() {
   menus_.goToMenu()->setVisible(false);  // the tree stands in for it
   VistaActualNumero = FiltroActualNumero = -1;
   frmShorcuts().FuerzaNodeClick(storedNumber("ActiveView", "0"), storedNumber("ActiveFilter", "0"));
-  if (activeView_ != nullptr) activeView_->setFocus();
+  focusView();
 }
 
 // From the tree to the list of the view, and back.
@@ -80,8 +80,8 @@ void frmMain::goToOtherPane() {
       activeView_ == nullptr || activeView_->isAncestorOf(QApplication::focusWidget());
   if (inView && tree.isVisible())
     tree.setFocus();
-  else if (activeView_ != nullptr)
-    activeView_->setFocus();
+  else
+    focusView();
 }
 
 void frmMain::restorePlacement() {
@@ -148,15 +148,17 @@ void frmMain::switchView() {
   activeView_->show();
 }
 
+int frmMain::bannerBottom() const { return scaledPixels(toPixels(bannerHeight_)); }
+
 void frmMain::placeView(bool treeShown) {
   if (activeView_ == nullptr) return;
   const int left = treeShown ? frmShorcuts().width() : 0;
-  const int top = toPixels(bannerHeight_);
+  const int top = bannerBottom();
   activeView_->setGeometry(left, top, client_->width() - left, client_->height() - top);
 }
 
 void frmMain::placeAll() {
-  const int top = toPixels(bannerHeight_);
+  const int top = bannerBottom();
   if (bannerHeight_ > 0) frmBanner().setGeometry(0, 0, client_->width(), top);
   if (shortcutsShown_ > 0)
     frmShorcuts().setGeometry(0, top, frmShorcuts().width(), client_->height() - top);
@@ -164,7 +166,8 @@ void frmMain::placeAll() {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == client_ && event->type() == QEvent::Resize && MainWindow == this)
+  const bool place = event->type() == QEvent::Resize || event->type() == QEvent::FontChange;
+  if (watched == client_ && place && MainWindow == this)
     guarded([this] { passOver([this] { placeAll(); }); });
   return QMainWindow::eventFilter(watched, event);
 }

@@ -39,7 +39,8 @@ class frmMain : public MainFrame {
   void pageSetup();
   // Opens the editor of that record kind on a new record; for a page nothing happens.
   void newRecordDialog(int index);
-  void newFromToolbar() override;
+  void newFromToolbar();
+  void pressButton(std::string_view key) override;
   void newFromMenu(int index);
   void about();
 
@@ -52,6 +53,8 @@ class frmMain : public MainFrame {
   void savePlacement() const;
   void switchView();
   void goToOtherPane();
+  void focusView();
+  int bannerBottom() const;
   void placeView(bool treeShown);
   void placeAll();
   void unload();
@@ -61,7 +64,7 @@ class frmMain : public MainFrame {
   View* activeView_ = nullptr;
   std::vector<View*> views_;  // that came up in this run; they live as long as the window
   std::int16_t shortcutsShown_ = 0;
-  int bannerHeight_ = 0;  // twips
+  int bannerHeight_ = 0;  // twips, at the standard font
 };
 
 }  // namespace bw

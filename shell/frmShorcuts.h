@@ -20,13 +20,17 @@ class ShorcutsTree : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void build();
+  void takeFont();
   QTreeWidgetItem* nodeOf(const std::string& key) const;
-  static void nodeClick(const QTreeWidgetItem* node);
+  void nodeClick(QTreeWidgetItem* node);
+  void markShown();
 
   QTreeWidget* TreeView1;
+  QTreeWidgetItem* shown_ = nullptr;  // whose view is on show
 };
 
 // The name is spelled so on purpose.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QTest>
 
@@ -120,6 +121,24 @@ TEST(ListViewTest, ADesignedWidthIsKeptToTheTwipUntilTheUserChangesIt) {
   EXPECT_EQ(list.Width(0), 750.0F);
   list.setWidth(0, 0);
   EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 0) << "no least width";
+}
+
+TEST(ListViewTest, AWidthMeansTheSameAtEveryFont) {
+  const QFont standard = QApplication::font();
+  ListView list({{"a", "a", 1500}}, {});
+  list.show();
+  EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 100);
+  QFont large = standard;
+  large.setPointSizeF(2 * standard.pointSizeF());
+  QApplication::setFont(large);
+  QApplication::processEvents();
+  EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 200);
+  EXPECT_EQ(list.Width(0), 1500.0F);
+  list.horizontalHeader()->resizeSection(0, 150);
+  EXPECT_EQ(list.Width(0), 1125.0F);
+  QApplication::setFont(standard);
+  QApplication::processEvents();
+  EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 75);
 }
 
 TEST(WorkingListTest, DelTakesOutAddedRowsAndMarksStoredOnes) {

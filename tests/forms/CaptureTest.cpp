@@ -111,6 +111,26 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
   EXPECT_EQ(list().count(), 0);
 }
 
+TEST_F(CaptureTest, TabGoesDownTheLeftAndThenTheRight) {
+  openMainWindow();
+  script.in("frmEditCharge", [](QWidget& editor) {
+    choose(control<ComboBox>(editor, "CBChargeTypes"), "Outpatient");
+    control<QWidget>(editor, "CBFacilities").setFocus();
+    std::vector<std::string> stops;
+    while (QApplication::focusWidget()->objectName() != "btnOk") {
+      const std::string stop = QApplication::focusWidget()->objectName().toStdString();
+      if (stops.empty() || stop != stops.back()) stops.push_back(stop);
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(stops, (std::vector<std::string>{"CBFacilities", "CBChargeTypes", "Command5",
+                                               "CBDoctors", "CBEMCodes", "DTDOC", "CBRefDoctors",
+                                               "CBStatus", "ListView1", "Command1", "Command2",
+                                               "ListView2", "Command4", "Command3"}));
+    QTest::keyClick(&editor, Qt::Key_Escape);
+  });
+  QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
+}
+
 TEST_F(CaptureTest, WhatCannotBeStoredStaysInTheDialog) {
   run("INSERT INTO Facility VALUES (7, 'At home', 3, '', '')");
   openMainWindow();

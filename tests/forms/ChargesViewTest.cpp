@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>
@@ -161,6 +162,79 @@ TEST_F(ChargesViewTest, ClicksOnHeadsPutOneKeyInFrontOfTheOthers) {
   clickHead(list(), list().columnOf("Doctor"));
   clickHead(list(), list().columnOf("Names"));
   EXPECT_EQ(shownTexts(list(), 3), (Texts{"Bell", "Cole", "Ames"}));
+  EXPECT_EQ(list().sorted(), list().columnOf("Names"));
+  frmShorcuts().FuerzaNodeClick(0, 4);
+  EXPECT_EQ(list().sorted(), list().columnOf("ChargeRealDate")) << "as the records are";
+}
+
+TEST_F(ChargesViewTest, TheHeadsMenuSortsHidesAndBringsBackByKeys) {
+  const int status = list().columnOf("StatusDescription");
+  list().horizontalHeader()->resizeSection(status, 0);
+  const auto menu = [&](std::initializer_list<Qt::Key> keys) {
+    QTest::keyClick(&list(), Qt::Key_F10, Qt::ShiftModifier);
+    for (const Qt::Key key : keys) QTest::keyClick(QApplication::activePopupWidget(), key);
+  };
+  list().setFocus();
+  menu({Qt::Key_2});
+  EXPECT_EQ(names(), (Texts{"Jones, Bob", "Jones, Bob", "Smith, Ann"}));
+  menu({Qt::Key_Up, Qt::Key_Up, Qt::Key_Return});  // the last one's entry, above the reset
+  EXPECT_EQ(list().Width(status), 1440);
+  menu({Qt::Key_Up, Qt::Key_Up, Qt::Key_Return});
+  EXPECT_EQ(list().Width(status), 0);
+  list().setPosition(status, 1);
+  menu({Qt::Key_R});
+  EXPECT_EQ(list().Width(status), 1440);
+  EXPECT_EQ(list().Position(status), 7);
+}
+
+TEST_F(ChargesViewTest, AfterAFailedReadInsertAndDeleteDoWhatTheButtonsDo) {
+  closeConnection();
+  frmCharges().Refresca();
+  takeMessages();
+  answer(true);
+  QTest::keyClick(&list(), Qt::Key_Delete);
+  takeQuestions();
+  QTest::keyClick(&list(), Qt::Key_Insert);
+  EXPECT_EQ(takeMessages().size(), 1U) << "the editor's";
+  EXPECT_EQ(takeFatal(), Texts{});
+  QTest::keyClick(&list(), Qt::Key_Return);
+  EXPECT_EQ(takeFatal().size(), 1U);
+}
+
+TEST_F(ChargesViewTest, TabGoesThroughTheFiltersAndStopsAtTheChosenOptions) {
+  CurrentPatientId = 25001;
+  click(frmCharges(), "optSelectedPatients");
+  click(frmCharges(), "optSelectedDates");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);  // from the view to the tree
+  Texts stops;
+  while (QApplication::focusWidget() != &list()) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    const std::string stop = QApplication::focusWidget()->objectName().toStdString();
+    if (stops.empty() || stop != stops.back()) stops.push_back(stop);
+  }
+  EXPECT_EQ(stops, (Texts{"optSelectedDates", "DTPicker1", "DTPicker2", "btnGo",
+                          "optSelectedPatients", "btnSearchPatient", "optAllInsurances",
+                          "optAllDoctors", "optAllLots", "btnGo2", "ListView1"}));
+  QTest::keyClick(&list(), Qt::Key_P, Qt::AltModifier);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "optSelectedPatients");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "optAllPatients");
+  EXPECT_EQ(takeStatements().size(), 3U) << "it is chosen, too";
+}
+
+TEST_F(ChargesViewTest, AnEmptyListSaysWhy) {
+  const auto why = [&] { return list().accessibleDescription().toStdString(); };
+  EXPECT_EQ(why(), "");
+  click(frmCharges(), "optSelectedDates");
+  EXPECT_EQ(why(), "No charges from 06/15/2003 to 06/15/2003. Choose All to see the others.");
+  frmShorcuts().FuerzaNodeClick(0, 4);
+  CurrentPatientId = 7;
+  click(frmCharges(), "optSelectedPatients");
+  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "");
+  click(frmCharges(), "optSelectedLot");
+  EXPECT_EQ(why(),
+            "No Ready charges from 06/15/2003 to 06/15/2003 for the selected patient in lot 0. "
+            "Choose All to see the others.");
 }
 
 TEST_F(ChargesViewTest, DeletesJustTheSelectedRowsAndKeepsARefusedOne) {

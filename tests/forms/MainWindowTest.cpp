@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QSettings>
@@ -112,6 +113,52 @@ TEST_F(MainWindowTest, OnlyAChangeOfViewOrFilterReadsTheList) {
   EXPECT_EQ(takeStatements().size(), 1U);
   QTest::keyClick(&tree(), Qt::Key_Up);
   EXPECT_EQ(window().FiltroActualNumero, 5) << "a node chosen by the keyboard counts";
+}
+
+TEST_F(MainWindowTest, APressThatIsNoClickLeavesMarkAndViewTogether) {
+  openMainWindow();
+  window().resize(900, 600);
+  const auto at = [&](const char* parent, const char* text) {
+    return tree().visualItemRect(child(parent, text)).center();
+  };
+  QWidget* inside = tree().viewport();
+  QTest::mouseClick(inside, Qt::RightButton, {}, at("Brantiwell", "Doctors"));
+  EXPECT_EQ(node(), "Charges");
+  QTest::mousePress(inside, Qt::LeftButton, {}, at("Brantiwell", "Doctors"));
+  QTest::mouseRelease(inside, Qt::LeftButton, {}, at("Brantiwell", "Patients"));
+  EXPECT_EQ(node(), "Charges");
+  EXPECT_EQ(window().VistaActualNumero, 0);
+  QTest::mouseClick(inside, Qt::LeftButton, {}, at("Brantiwell", "Patients"));
+  QTest::mousePress(inside, Qt::LeftButton, {}, at("Brantiwell", "Doctors"));
+  QTest::mouseRelease(inside, Qt::LeftButton, {}, QPoint(5, inside->height() - 5));
+  EXPECT_EQ(node(), "Patients");
+  EXPECT_EQ(window().VistaActualNumero, 1);
+}
+
+TEST_F(MainWindowTest, EveryViewAndFilterAndPostingHaveAKey) {
+  openMainWindow();
+  const auto press = [](Qt::Key key, Qt::KeyboardModifiers with) {
+    QTest::keyClick(QApplication::focusWidget(), key, with);
+  };
+  const Qt::Key views[] = {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_4, Qt::Key_5, Qt::Key_6,
+                           Qt::Key_7, Qt::Key_8, Qt::Key_9, Qt::Key_0, Qt::Key_B, Qt::Key_I};
+  for (int i = static_cast<int>(std::size(views)) - 1; i >= 0; --i) {
+    tree().setFocus();
+    press(views[i], Qt::ControlModifier);
+    EXPECT_EQ(window().VistaActualNumero, i == 11 ? 12 : i);
+    EXPECT_FALSE(tree().hasFocus()) << i;
+  }
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "ListView1");
+  press(Qt::Key_4, Qt::AltModifier);
+  EXPECT_EQ(node(), "Archived");
+  EXPECT_EQ(control<QAction>(window(), "mnuCurrentViewFilter(13)").shortcut().toString(), "Alt+4");
+  press(Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(takeMessages(), std::vector<std::string>{"No charges to post!"});
+  press(Qt::Key_2, Qt::ControlModifier);
+  press(Qt::Key_8, Qt::AltModifier);
+  EXPECT_EQ(node(), "Duplicated Accounts");
+  press(Qt::Key_T, Qt::ControlModifier);
+  closeConnection();
 }
 
 TEST_F(MainWindowTest, TheTreeAndTheGoToMenuStandInForEachOther) {

@@ -189,12 +189,15 @@ TEST_F(PostingTest, ArchivesWhatIsOlderExceptEachPatientsLatest) {
       if (dialog.isVisible()) dialog.close();  // stopped by a failed read
     });
     trigger(window(), "mnuToolsArchive");
+    QApplication::processEvents();
   };
   archive("06/15/02");
   EXPECT_EQ(takeMessages(), Texts{"Process ended successfully"});
   // The day itself is not earlier, and lots stay.
   EXPECT_EQ(stored(), "3|5 3|6 1|7 0|null 1|77 0|null 3|null");
   EXPECT_EQ(CurrentPatientId, 25001);
+  ASSERT_EQ(QApplication::activeWindow(), &window());
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "ListView1");
   archive("01012010");
   EXPECT_EQ(takeMessages(), Texts{"Process ended successfully"});
   EXPECT_EQ(stored(), "3|5 3|6 3|7 0|null 3|77 0|null 3|null") << "the latest stay, however old";

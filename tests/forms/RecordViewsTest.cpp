@@ -143,6 +143,11 @@ TEST_P(RecordViewsTest, ARefusedDeleteKeepsItsRowAndTheOthersGo) {
   EXPECT_EQ(selectedRows(list()).size(), 3U);
 
   answer(true);
+  const auto message = services().message;
+  services().message = [&](const std::string& text) {
+    EXPECT_EQ(selectedRows(list()), std::vector<int>{rowOf(member().used)}) << "the one concerned";
+    message(text);
+  };
   QTest::keyClick(&list(), Qt::Key_Delete);
   EXPECT_EQ(takeQuestions(), Strings(2, concat("Are you sure you want to delete the selected ",
                                                member().records, "?")));
@@ -215,10 +220,12 @@ TEST_F(RecordViewFailuresTest, AListThatCannotBeReadStaysButItsRowsCannotBeOpene
 }
 
 TEST_F(RecordViewFailuresTest, AStoredFilterThatIsNoNumberCountsAsNone) {
-  SaveSetting(kApplicationTitle, "Doctors", "ActiveFilter", "many");
+  for (const char* section : {"Charges", "Doctors"})
+    SaveSetting(kApplicationTitle, section, "ActiveFilter", "many");
   openMainWindow();
   frmShorcuts().FuerzaNodeClick(2, 0);
   EXPECT_EQ(recordView(recordKind(2)).filter(), 0);
+  EXPECT_TRUE(control<QAction>(window(), "mnuCurrentViewFilter(0)").isChecked());
 }
 
 }  // namespace
