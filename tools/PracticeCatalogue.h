@@ -29,27 +29,30 @@ inline constexpr std::array<std::string_view, 6> kInsurances{
     "Meadowbrook Mutual", "Harbour Health Plan", "Old Mill Cooperative", "Silver Birch Assurance",
     "Town and Country Fund", "Pays for himself"};
 
-inline constexpr std::array<std::string_view, 12> kDoctors{
-    "Bramble, Hester", "Quillfeather, Amos", "Thistlewood, Ida", "Merrywether, Otto",
-    "Larkspur, Nell", "Pennywhistle, Gus", "Hollyoake, Vera", "Tumbledown, Rex",
-    "Applegarth, Mina", "Fernsby, Clement", "Wrenfield, Dora", "Oakenshaw, Silas"};
+inline constexpr std::array<std::string_view, 18> kDoctors{
+    "Bramble, Hester", "Bramble, Jonah", "Thistlewood, Ida", "Merrywether, Otto",
+    "Larkspur, Nell", "O’Pippin, Amos", "St. Clover, Vera", "Tumbledown, Rex",
+    "Applegarth, Mina", "Fernsby-Wren, Clement", "Bramble, Otto, Jr.", "Oakenshaw, Silas",
+    "van der Moss, Dora", "Quillfeather, Amos", "Thistlewood, Gus", "St. Clover, Wim",
+    "O’Pippin, Hester", "Larkspur, Nell Ann"};
 
 inline constexpr std::array kFacilities{
     Facility{"Fenbridge General Hospital", 1, {"Medical ward", "Surgical ward", "Intensive care", "Heart station"}},
-    Facility{"Saint Alder Hospital", 1, {"East wing", "West wing", "Children's ward"}},
-    Facility{"Millpond Memorial Hospital", 1, {"First floor", "Second floor"}},
+    Facility{"St. Alder Hospital", 1, {"East wing", "West wing", "Children’s ward"}},
+    Facility{"St. Alder Hospital", 1, {"First floor", "Second floor"}},
     Facility{"Larkrise Care Centre", 2, {"Garden side", "River side"}},
     Facility{"Quiet Meadow Nursing Home", 2, {"Ground floor", "Upper floor"}},
-    Facility{"At the patient's home", 3, {}},
-    Facility{"Widow Tansy's Board and Care", 4, {}},
+    Facility{"At the patient’s home", 3, {}},
+    Facility{"Widow Tansy’s Board and Care", 4, {}},
     Facility{"Our office", 5, {}},
+    Facility{"St. Alder Village, Long-Term Care", 2, {"House A", "House B"}},
 };
 
 inline constexpr std::array kGroups{
     Group{"Heart and vessels", {"High blood pressure", "Weak heart", "Irregular heartbeat", "Narrowed heart vessels",
         "Chest pain", "Swollen legs", "Poor circulation in the legs", "Blood clot in a leg"}},
     Group{"Lungs and airways", {"Common cold", "Bronchitis", "Asthma", "Pneumonia",
-        "Smoker's cough", "Shortness of breath", "Hay fever", "Sore throat"}},
+        "Smoker’s cough", "Shortness of breath", "Hay fever", "Sore throat"}},
     Group{"Stomach and bowels", {"Heartburn", "Stomach ulcer", "Gallstones", "Constipation",
         "Upset stomach", "Inflamed bowel", "Hernia", "Fatty liver"}},
     Group{"Bones and joints", {"Back pain", "Worn knee", "Worn hip", "Broken wrist",
@@ -75,14 +78,26 @@ inline constexpr std::array kHistory{
 };
 
 inline constexpr std::array<std::string_view, 20> kFamilyNames{
-    "Ashgrove", "Barleycorn", "Candlewick", "Dandelion", "Eiderdown", "Foxglove", "Gooseberry",
-    "Heatherbell", "Inglenook", "Juniper", "Kettlewell", "Lavender", "Marigold", "Nettlefold",
-    "Orchardson", "Primrose", "Quincely", "Rosebank", "Snowdrop", "Tanglewood"};
+    "Ashgrove", "Barleycorn-Finch", "Candlewick", "O’Dandelion", "Eiderdown", "Foxglove", "Gooseberry",
+    "St. Heather", "Inglenook", "Juniper", "Kettlewell, Jr.", "Lavender", "Marigold", "van der Nettle",
+    "Orchardson", "Primrose", "Quincely-Rose", "St. Rosebank", "Snowdrop", "Tanglewood"};
 
 inline constexpr std::array<std::string_view, 19> kFirstNames{
     "Ada", "Barnaby", "Cora", "Desmond", "Edith", "Felix", "Greta", "Hugo", "Ivy", "Jasper",
     "Kitty", "Leopold", "Maud", "Ned", "Olive", "Percy", "Rosa", "Stella", "Tobias"};
 // clang-format on
+
+// A concept's words: "Hospital inpatient, first visit, short". Which of a doctor's visits and how
+// long it took; the sequence is that of the catalogue of concepts.
+struct Level {
+  std::string_view before;
+  std::string_view after;
+  std::int64_t sequence;
+};
+inline constexpr std::array kLevels{Level{"first", ", short", 1},   Level{"first", ", long", 1},
+                                    Level{"further", ", short", 2}, Level{"further", "", 2},
+                                    Level{"further", ", long", 2},  Level{"last", "", 3}};
+inline constexpr std::int64_t kUsualLevel = 3;
 
 inline constexpr std::array<std::string_view, 5> kPlaces{"Hospital", "Extended care", "Home",
                                                          "Board and care", "Office"};

@@ -43,9 +43,15 @@ Number lotOf(Date date) {
   return ((c.year * Number{100} + c.month) * 100 + c.day) * 10 + 1;
 }
 
+// A code of 3 to 15 characters, different for different numbers.
+std::string codeOf(std::string_view prefix, Number number) {
+  return concat(prefix, number)
+      .append(std::string_view("X40719Q2B6"), 0, static_cast<std::size_t>(number % 11));
+}
+
 // A biller's code; every ninth record has none yet.
 std::string billing(std::string_view prefix, Number code) {
-  return code % 9 == 0 ? std::string() : concat(prefix, 1000 + code);
+  return code % 9 == 0 ? std::string() : codeOf(prefix, code);
 }
 
 class Office {
@@ -66,9 +72,6 @@ class Office {
   }
 
  private:
-  struct Concept {
-    Number code, facilityType, chargeType;
-  };
   struct Ward {
     Number code, facility;
   };
@@ -95,8 +98,7 @@ class Office {
       groups(++family, group.name);
       for (const std::string_view name : group.diagnoses) {
         ++diagnoses_;
-        rows(diagnoses_, name, family, concat("X", family, ".", diagnoses_),
-             billing("DG", diagnoses_));
+        rows(diagnoses_, name, family, codeOf("X", diagnoses_), billing("DG", diagnoses_));
       }
     }
   }
@@ -105,7 +107,7 @@ class Office {
     TableRows rows(engine_, "Procedures",
                    {"ProcedureCode", "Description", "RealProcedureCode", "BillingProcedureCode"});
     for (Number code = 1; const std::string_view name : kProcedures) {
-      rows(code, name, concat("Y", 100 + code), billing("PR", code));
+      rows(code, name, codeOf("Y", code), billing("PR", code));
       ++code;
     }
   }
@@ -120,36 +122,30 @@ class Office {
         }
   }
 
-  // Concepts for every facility type, charge type and attention type.
+  // For every facility type, charge type and attention type as many concepts as there are levels.
   void fillConcepts() {
-    struct Kind {
-      Number chargeType, attention, sequence;
-      std::string_view words;
-    };
-    static constexpr std::array kKinds{
-        Kind{kInpatient, kVisit, 1, "inpatient, first visit"},
-        Kind{kInpatient, kVisit, 2, "inpatient, further visit"},
-        Kind{kInpatient, kVisit, 3, "inpatient, day of discharge"},
-        Kind{kInpatient, kConsult, 1, "inpatient, first consult"},
-        Kind{kInpatient, kConsult, 2, "inpatient, further consult"},
-        Kind{kOutpatient, kVisit, 1, "outpatient, first visit"},
-        Kind{kOutpatient, kVisit, 2, "outpatient, further visit"},
-        Kind{kOutpatient, kConsult, 1, "outpatient, first consult"},
-        Kind{kOutpatient, kConsult, 2, "outpatient, further consult"},
-    };
     TableRows rows(
         engine_, "EvaluationManagement",
         {"EMCode", "Description", "FacilityTypeCode", "ChargeTypeCode", "AttentionTypeCode",
          "BillingEMCode", "RealEMCode", "ShowOnFirst", "ShowOnNext", "IsDischarge"});
-    for (std::size_t place = 0; place < kPlaces.size(); ++place)
-      for (const Kind& kind : kKinds) {
-        const auto code = static_cast<Number>(concepts_.size() + 1);
-        const auto type = static_cast<Number>(place + 1);
-        rows(code, concat(kPlaces[place], " ", kind.words), type, kind.chargeType, kind.attention,
-             billing("EM", code), concat("Z", 200 + code), Number{kind.sequence == 1},
-             Number{kind.sequence != 1}, kind.sequence);
-        concepts_.push_back({code, type, kind.chargeType});
-      }
+    for (Number type = 1; const std::string_view place : kPlaces) {
+      for (const Number chargeType : {kInpatient, kOutpatient})
+        for (const Number attention : {kConsult, kVisit})
+          for (Number level = 0; const auto& [before, after, sequence] : kLevels) {
+            const Number code = conceptOf(type, chargeType, attention, level++);
+            rows(code,
+                 concat(place, chargeType == kInpatient ? " inpatient, " : " outpatient, ", before,
+                        attention == kConsult ? " consult" : " visit", after),
+                 type, chargeType, attention, billing("EM", code), codeOf("Z", 200 + code),
+                 Number{sequence == 1}, Number{sequence != 1}, sequence);
+          }
+      ++type;
+    }
+  }
+
+  static Number conceptOf(Number facilityType, Number chargeType, Number attention, Number level) {
+    const Number combination = ((facilityType - 1) * 2 + chargeType - 1) * 2 + attention - 1;
+    return combination * static_cast<Number>(kLevels.size()) + level + 1;
   }
 
   void fillFacilities() {
@@ -170,7 +166,7 @@ class Office {
     }
   }
 
-  // Each doctor covers for the next; every third also for the one behind.
+  // Neighbours cover for each other; every third also for the one behind.
   void fillDoctors() {
     TableRows rows(engine_, "Doctors", {"DoctorCode", "Description", "BillingDoctorCode"});
     for (Number code = 1; const std::string_view name : kDoctors) {
@@ -181,6 +177,7 @@ class Office {
     const auto count = static_cast<Number>(kDoctors.size());
     for (Number doctor = 1; doctor < count; ++doctor) {
       pairs(doctor, doctor + 1);
+      pairs(doctor + 1, doctor);
       if (doctor % 3 == 0 && doctor + 2 <= count) pairs(doctor, doctor + 2);
     }
   }
@@ -209,7 +206,8 @@ class Office {
       bornAs_.push_back(born);
       const Ward ward =
           i < kAdmitted ? wards_[static_cast<std::size_t>(i) % wards_.size()] : Ward{};
-      rows(kFirstPatient + i, name, born, account, 1 + any(kInsurances.size()), ward.facility,
+      const Value known = i % 23 == 7 ? Value() : Value(born);
+      rows(kFirstPatient + i, name, known, account, 1 + any(kInsurances.size()), ward.facility,
            ward.code, i < kAdmitted ? 1 + i % 6 : 0);
       fillHistory(history, kFirstPatient + i);
     }
@@ -221,23 +219,23 @@ class Office {
       rows(patient, static_cast<Number>(item + 1), historyTypes_[item]);
   }
 
-  // The attending doctor and up to two others visit an admitted patient.
+  // The attending doctor, entered as an admission enters him, and up to two others visit an
+  // admitted patient.
   void fillVisits() {
     TableRows rows(engine_, "PatientDoctors",
                    {"PatientId", "DoctorCode", "AttentionTypeCode", "Frequency"});
     for (Number i = 0; i < kAdmitted; ++i) {
-      rows(kFirstPatient + i, 1 + i % 6, kVisit, Number{1});
+      rows(kFirstPatient + i, 1 + i % 6, kConsult, Number{1});
       for (Number other = 0; other < i % 3; ++other)
-        rows(kFirstPatient + i, 7 + (i + other) % 5, kConsult, 2 + other);
+        rows(kFirstPatient + i, 7 + (i + other) % 5, kConsult + (i + other) % 2, 2 + other);
     }
   }
 
-  const Concept& anyConcept(Number facilityType, Number chargeType) {
-    for (;;) {
-      const Concept& concept_ = concepts_[static_cast<std::size_t>(any(concepts_.size()))];
-      if (concept_.facilityType == facilityType && concept_.chargeType == chargeType)
-        return concept_;
-    }
+  // Mostly visits, every other one the usual.
+  Number anyConcept(Number facilityType, Number chargeType) {
+    const Number attention = any(6) == 0 ? kConsult : kVisit;
+    const Number level = any(2) == 0 ? kUsualLevel : any(kLevels.size());
+    return conceptOf(facilityType, chargeType, attention, level);
   }
 
   static Number statusOf(Number daysAgo, Number charge) {
@@ -271,7 +269,7 @@ class Office {
       const Date entered = daysBefore(care, -std::min(daysAgo, any(3)));
       const TimeOfDay time{static_cast<std::int32_t>(8 * 3600 + i * 397 % (9 * 3600))};
       rows(patient, entered, time, care, facility,
-           anyConcept(type, inpatient ? kInpatient : kOutpatient).code, 1 + any(kDoctors.size()),
+           anyConcept(type, inpatient ? kInpatient : kOutpatient), 1 + any(kDoctors.size()),
            1 + any(kDoctors.size()), status, status == kPosted ? lot : noLot);
       fillDetails(diagnoses, 1 + any(3), static_cast<std::size_t>(diagnoses_), patient, entered,
                   time);
@@ -291,7 +289,6 @@ class Office {
   std::mt19937 random_{20030615};
   Number diagnoses_ = 0;
   std::vector<Number> historyTypes_;  // by SicknessCode - 1
-  std::vector<Concept> concepts_;
   std::vector<Ward> wards_;
   std::vector<Date> bornAs_;
 };

@@ -136,11 +136,22 @@ TEST(PracticeTest, HasSomethingForEveryView) {
     EXPECT_GT(engine->read(std::string("SELECT * FROM ") + filter)->rowCount(), 0U) << filter;
   EXPECT_EQ(
       engine->read("SELECT * FROM PatientCharges WHERE ChargeDate > '2024-03-01'")->rowCount(), 0U);
+  // Whatever a doctor is offered, there is a choice.
   EXPECT_EQ(engine
-                ->read("SELECT DISTINCT FacilityTypeCode, ChargeTypeCode, AttentionTypeCode "
-                       "FROM EvaluationManagement")
+                ->read("SELECT count(*) FROM EvaluationManagement "
+                       "GROUP BY FacilityTypeCode, ChargeTypeCode, AttentionTypeCode "
+                       "HAVING count(*) = 6")
                 ->rowCount(),
             20U);
+  // What the program itself could not store or would show alike is in it, or is not.
+  EXPECT_EQ(engine
+                ->read("SELECT 1 FROM Facility WHERE Description LIKE '%''%' "
+                       "UNION ALL SELECT 1 FROM Patient WHERE Names LIKE '%''%'")
+                ->rowCount(),
+            0U);
+  EXPECT_GT(
+      engine->read("SELECT 1 FROM Facility GROUP BY Description HAVING count(*) > 1")->rowCount(),
+      0U);
   // The same office on every computer.
   ASSERT_EQ(createPractice(folder / "b.db", today, out), Exit::done);
   EXPECT_EQ(contentOf(*engine), contentOf(*openSqlite(folder / "b.db")));
