@@ -1,5 +1,6 @@
 #include "charges/ChargeEditor.h"
 
+#include "charges/LastCharge.h"
 #include "charges/frmEditCharge.h"
 #include "controls/QtText.h"
 #include "core/AsisRutinasRecordsets.h"
@@ -9,7 +10,6 @@
 #include "data/BWSQLPatients.h"
 #include "data/ChargeCodes.h"
 #include "data/CodeList.h"
-#include "data/Literals.h"
 #include "lists/EditedRecord.h"
 #include "picks/PickDialogs.h"
 #include "platform/Conversions.h"
@@ -24,10 +24,8 @@ namespace {
 constexpr int kRecord = 45;
 constexpr int kCode = 5;
 
-std::string chargeStatement(const char* view) {
-  return concat("Select * From ", view, " Where PatientId=", CurrentPatientId, " and ChargeDate=#",
-                monthFirst(CurrentChargeDate), "# and ChargeTime=#", clock24(CurrentChargeTime),
-                "#");
+std::string currentStatement(const char* view) {
+  return chargeStatement(view, CurrentPatientId, CurrentChargeDate, CurrentChargeTime);
 }
 
 }  // namespace
@@ -64,13 +62,13 @@ bool ChargeEditor::openCatalogues() {
 }
 
 bool ChargeEditor::openDetails(Details& details) {
-  return openRows(details.list.rows, chargeStatement(details.view));
+  return openRows(details.list.rows, currentStatement(details.view));
 }
 
 bool ChargeEditor::loadStored() {
   Command5->hide();  // the patient of a stored charge stays
   RecordSetRef charge;
-  if (!openRows(charge, chargeStatement("ChargesDescriptive")) || !foundRecord(charge))
+  if (!openRows(charge, currentStatement("ChargesDescriptive")) || !foundRecord(charge))
     return false;
   for (Details* details : {&diagnoses_, &procedures_}) {
     if (!openDetails(*details)) return false;
@@ -137,11 +135,13 @@ bool ChargeEditor::showPatientOfNew() {
 }
 
 void ChargeEditor::facilitySelected() {
+  unsay();
   CBFacilities->moveToSelected(RsFacilities);
   fillEMCodes();
 }
 
 void ChargeEditor::chargeTypeSelected() {
+  unsay();
   CBChargeTypes->moveToSelected(RsChargeTypes);
   EditChargeTypeCode = RsChargeTypes->code("ChargeTypeCode");
   fillEMCodes();
@@ -153,6 +153,7 @@ void ChargeEditor::chargeTypeSelected() {
 }
 
 void ChargeEditor::doctorSelected() {
+  unsay();
   CBDoctors->moveToSelected(RsDoctors);
   takeAttentionType();
   fillEMCodes();
@@ -187,14 +188,9 @@ void ChargeEditor::fillEMCodes() {
   CBEMCodes->setListIndex(remembered);
 }
 
-// A covering doctor stands in the list once more for each colleague whom he covers: under his own
-// code, with the colleague's attention type. That he was covering is not stored.
 void ChargeEditor::fillDoctors() {
   std::string message;
-  if (OpenRecordset(RsDoctors, "select * from DoctorsDescriptive", message) != 0)
-    return MsgBox(message);
-  const RecordSetRef covering = readCoveringEntries();
-  RecordsetCopyAll(RsDoctors, covering);
+  if (doctorEntries_.read(RsDoctors, message) != 0) return MsgBox(message);
   CBDoctors->fillFrom(RsDoctors, "Names");
   if (CBDoctors->count() == 0) return;
   CBDoctors->setListIndex(0);
@@ -203,31 +199,8 @@ void ChargeEditor::fillDoctors() {
   fillEMCodes();
 }
 
-RecordSetRef ChargeEditor::readCoveringEntries() const {
-  RecordSetRef entries;
-  std::string ignored;  // a list without covering entries is told by nothing
-  OpenRecordset(entries, "select * from PatientDoctorsDescriptive where PatientId=0", ignored);
-  if (RsDoctors->RecordCount() == 0) return entries;
-  for (RsDoctors->MoveFirst(); !RsDoctors->EOF_(); RsDoctors->MoveNext()) {
-    RecordSetRef RsCoverage;
-    OpenRecordset(
-        RsCoverage,
-        concat("select * from Coverage where DoctorCode=", RsDoctors->integer("DoctorCode")),
-        ignored);
-    for (; !RsCoverage->EOF_(); RsCoverage->MoveNext()) {
-      entries->AddNew();
-      entries->set("DoctorCode", RsCoverage->value("CoveringDoctorCode"));
-      entries->set("Names", RsCoverage->textOrEmpty("Names") + " (Covering " +
-                                RsDoctors->textOrEmpty("Names") + ")");
-      entries->set("AttentionTypeCode", RsDoctors->value("AttentionTypeCode"));
-      entries->Update();
-    }
-    RsCoverage.close();
-  }
-  return entries;
-}
-
 void ChargeEditor::pickPatient() {
+  unsay();
   PickFacilityCode =
       EditChargeTypeCode == kInpatient ? RsFacilities->code("FacilityCode") : std::int16_t{0};
   PickedPatientId = CurrentPatientId;
@@ -237,11 +210,14 @@ void ChargeEditor::pickPatient() {
   if (!patient || patient->RecordCount() == 0) return;
   TxtPatient->setText(toQt(patient->textOrEmpty("Names")));
   CurrentPatientId = PickedPatientId;
-  if (EditChargeTypeCode == kInpatient)
-    CBRefDoctors->selectFound(RsRefDoctors,
-                              concat("DoctorCode = ", patient->integer("InDoctorCode")));
+  if (EditChargeTypeCode == kInpatient) takeAttending(patient);
   fillDoctors();
   patient.close();
+}
+
+void ChargeEditor::takeAttending(const RecordSetRef& patient) {
+  CBRefDoctors->selectFound(RsRefDoctors,
+                            concat("DoctorCode = ", patient->integer("InDoctorCode")));
 }
 
 void ChargeEditor::addDetails(Details& details) {
@@ -265,6 +241,7 @@ std::string ChargeEditor::codeListOf(Details& details) const {
 }
 
 void ChargeEditor::ok() {
+  if (std::exchange(otherConcept_, false)) return CBEMCodes->setFocus();
   for (const ComboBox* required : {CBFacilities, CBEMCodes, CBDoctors})
     if (required->ListIndex() < 0) return;
   std::string message;

@@ -5,13 +5,17 @@
 #include <cstdint>
 #include <string>
 
+#include "charges/DoctorEntries.h"
 #include "controls/ComboBox.h"
 #include "controls/DatePicker.h"
 #include "controls/Dialog.h"
+#include "controls/Hint.h"
 #include "lists/DetailFrame.h"
 #include "lists/WorkingList.h"
 
 namespace bw {
+
+struct LastCharge;
 
 // The window of frmEditCharge.
 class ChargeEditor : public Dialog {
@@ -46,21 +50,36 @@ class ChargeEditor : public Dialog {
   void doctorSelected();
   void fillEMCodes();
   void fillDoctors();
-  RecordSetRef readCoveringEntries() const;
   void takeAttentionType();
 
   void pickPatient();
+  void takeAttending(const RecordSetRef& patient);
   void addDetails(Details& details);
   std::string codeListOf(Details& details) const;
   void ok();
   int store(std::string& message);
   void cancel();
 
+  // As last time, in a new charge (ChargeAsLastTime.cpp): fills in what the patient's latest charge
+  // had, through the handlers of the fields. Status and date stay. What cannot be had is told in a
+  // hint, which stands until the next choice.
+  void asLastTime();
+  void apply(const LastCharge& last);
+  static bool offers(const ComboBox& box, const RecordSetRef& rows, const std::string& criterion);
+  bool chooseDoctorWith(std::int16_t doctor, std::int32_t concept_);
+  bool chooseConcept(std::int32_t concept_);
+  void chooseReferring(const LastCharge& last);
+  void addMissing(Details& details, const RecordSetRef& rows);
+  void unsay();
+
+  static constexpr std::int16_t kInpatient = 1;
+
   RecordSetRef RsEMCodes;
   RecordSetRef RsFacilities;
   RecordSetRef RsChargeTypes;
   RecordSetRef RsRefDoctors;
   RecordSetRef RsDoctors;  // then the covering entries
+  DoctorEntries doctorEntries_;
 
   ComboBox* CBFacilities;
   ComboBox* CBEMCodes;
@@ -78,6 +97,10 @@ class ChargeEditor : public Dialog {
   Details procedures_;
   // Stored with the charge, and kept when the list of statuses has no item for it.
   std::int16_t storedStatus_ = 0;
+  Hint* patientHint_;
+  Hint* conceptHint_;
+  // The concept is not that of last time and the user has not looked yet: Ok stops once.
+  bool otherConcept_ = false;
 };
 
 }  // namespace bw

@@ -1,4 +1,5 @@
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "charges/ChargeEditor.h"
@@ -37,7 +38,9 @@ ChargeEditor::ChargeEditor(QWidget* owner)
       diagnoses_{"DiagnosisCode", "ChargeDiagnosisDescriptive", frmPickDiagnosis,
                  WorkingList(*ListView1)},
       procedures_{"ProcedureCode", "ChargeProceduresDescriptive", frmPickProcedures,
-                  WorkingList(*ListView2)} {
+                  WorkingList(*ListView2)},
+      patientHint_(new Hint(TxtPatient, Hint::Place::below)),
+      conceptHint_(new Hint(CBEMCodes, Hint::Place::below)) {
   build();
 }
 
@@ -61,6 +64,9 @@ void ChargeEditor::build() {
   CBFacilities->onSelected = [this] { facilitySelected(); };
   CBChargeTypes->onSelected = [this] { chargeTypeSelected(); };
   CBDoctors->onSelected = [this] { doctorSelected(); };
+  CBEMCodes->onSelected = [this] { unsay(); };
+  onEvent(new QShortcut(QKeySequence(Qt::Key_F9), this), &QShortcut::activated, this,
+          [this] { asLastTime(); });
   resize(820, 520);
 }
 
@@ -83,6 +89,9 @@ void ChargeEditor::buildFields(QGridLayout* grid) {
   addField(grid, 2, 0, "&Patient:", patient, "fraPatient")->setBuddy(Command5);
   named(TxtPatient, "TxtPatient", "Patient:");
   makeReadOnly(TxtPatient);
+  constexpr const char* kAsLastTime = "F9 fills in what the patient's last charge had";
+  TxtPatient->setToolTip(kAsLastTime);
+  TxtPatient->setAccessibleDescription(kAsLastTime);
 
   LblDoctorCaption = addField(grid, 2, 2, "Attending:", CBRefDoctors, "CBRefDoctors");
   LblDoctorCaption->setObjectName("LblDoctorCaption");

@@ -585,15 +585,21 @@ LEFT JOIN AttentionTypes a ON a.AttentionTypeCode = v.AttentionTypeCode
 LEFT JOIN Frequency f ON f.Frequency = v.Frequency
 ORDER BY v.PatientId, v.DoctorCode;
 
--- The attention type under which the doctor visits most patients, the lowest of equals, 0 when he
--- visits none.
+-- The attention type under which the doctor visits most of the admitted patients whom another doctor
+-- attends, the lowest of equals, 0 when he visits none. His own patients do not count: an admission
+-- enters the attending doctor under type 1, whatever that type is called. Nor do patients who have
+-- been discharged, whose visiting doctors stay entered.
 CREATE VIEW DoctorsDescriptive AS
 SELECT d.DoctorCode, d.Description AS Names, coalesce(v.AttentionTypeCode, 0) AS AttentionTypeCode
 FROM Doctors d
 LEFT JOIN (
-  SELECT DoctorCode, AttentionTypeCode,
-    row_number() OVER (PARTITION BY DoctorCode ORDER BY count(*) DESC, AttentionTypeCode) AS Place
-  FROM PatientDoctors GROUP BY DoctorCode, AttentionTypeCode
+  SELECT o.DoctorCode, o.AttentionTypeCode,
+    row_number() OVER (PARTITION BY o.DoctorCode ORDER BY count(*) DESC, o.AttentionTypeCode)
+      AS Place
+  FROM PatientDoctors o
+  JOIN Patient p ON p.PatientId = o.PatientId
+  WHERE p.InFacilityCode <> 0 AND p.InDoctorCode <> o.DoctorCode
+  GROUP BY o.DoctorCode, o.AttentionTypeCode
 ) v ON v.DoctorCode = d.DoctorCode AND v.Place = 1
 ORDER BY d.DoctorCode;
 

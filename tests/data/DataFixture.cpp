@@ -77,6 +77,48 @@ void DataTest::seedOffice() {
     run(statement);
 }
 
+void DataTest::seedLife() {
+  for (const char* statement : {
+           "INSERT INTO DiagnosisFamily VALUES (2, 'Lungs'), (3, 'Bones and joints')",
+           "INSERT INTO Diagnosis (DiagnosisCode, Description, DiagnosisFamilyCode, "
+           "RealDiagnosisCode, BillingDiagnosisCode) VALUES (31, 'Asthma', 2, 'J45', 'AS'), "
+           "(32, 'Cough', 2, 'R05', ''), (33, 'Fracture of ankle', 3, 'S82.890A', 'FX1'), "
+           "(34, 'Fracture of rib', 3, 'S22.30XA-0007B', 'FX2'), (35, 'Knee pain', 3, '', '')",
+           "INSERT INTO Procedures (ProcedureCode, Description) VALUES "
+           "(31, 'Knee X-ray'), (32, 'X-ray of rib'), (33, 'EKG')",
+           "INSERT INTO Facility VALUES (2, 'Oakhill', 2, 'OI', 'OO'), "
+           "(3, 'St. Joseph Hospital', 1, 'SJ3', 'SJ-000000000003'), "
+           "(4, 'St. Joseph Hospital', 1, '', ''), (5, 'St. Joseph Village', 2, 'SJV', 'SJV'), "
+           "(6, 'Office, Main St.', 5, '', 'OFF')",
+           "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES "
+           "(2, 3, 'East'), (3, 4, 'East'), (4, 2, 'House A')",
+           "INSERT INTO Doctors VALUES (5, 'Garcia, Luis', 'GL5'), "
+           "(6, 'Garcia, Luisa M.', 'G-0000000000006'), (7, 'Garcia-Lopez, Ana', ''), "
+           "(8, 'St. John, Ian', 'SJ8'), (9, 'van der Berg, Jo, Jr.', 'VDB'), "
+           "(10, 'O’Brien, Kate', 'OBK')",
+           "INSERT INTO DoctorCoveringDoctors VALUES (1, 2), (3, 1), (5, 6), (6, 5)",
+           "INSERT INTO EvaluationManagement "
+           "WITH place(t, p) AS (VALUES (1, 'Hospital'), (2, 'Care home'), (5, 'Office')), "
+           "sts(c, s) AS (VALUES (1, ' inpatient'), (2, ' outpatient')), "
+           "role(a, r) AS (VALUES (1, ' consult, '), (2, ' visit, ')), "
+           "level(n, w, q) AS (VALUES (1, 'first, short', 1), (2, 'first, long', 1), "
+           "(3, 'daily, short', 2), (4, 'daily', 2), (5, 'daily, long', 2), (6, 'last', 3)) "
+           "SELECT 1000 * t + 100 * c + 10 * a + n, p || s || r || w, t, c, a, "
+           "CASE n WHEN 5 THEN '' ELSE substr('E' || t || c || a || n || '-0123456789', 1, "
+           "3 + (t + c + a + n) % 13) END, '99' || t || c || n, q = 1, q > 1, q "
+           "FROM place, sts, role, level",
+           "INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode, "
+           "InFacilityCode, InWardCode, InDoctorCode) VALUES "
+           "(25002, 'Smith, Anna Lee', NULL, '', 1, 0, 0, 0), "
+           "(25003, 'Smith-Jones, Al', #1950/02/28#, 'A4', 1, 3, 2, 5), "
+           "(25004, 'O’Neil, Pat', #1944/07/01#, '', 1, 4, 3, 8), "
+           "(25005, 'St. Clair, Kay', #1938/01/09#, 'A-00000000000006', 1, 0, 0, 0)",
+           "INSERT INTO PatientDoctors VALUES (25003, 5, 1, 1), (25003, 8, 2, 1), "
+           "(25004, 8, 1, 1), (25004, 9, 1, 2)",
+       })
+    run(statement);
+}
+
 std::vector<std::string> DataTest::takeStatements() { return std::exchange(statements_, {}); }
 std::vector<std::string> DataTest::takeMessages() { return std::exchange(messages_, {}); }
 void DataTest::closeConnection() { DatabaseConnection = Connection(); }

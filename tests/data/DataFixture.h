@@ -27,6 +27,14 @@ class DataTest : public ::testing::Test {
   // admitted and has the charge of kSeedDate and kSeedTime with diagnosis 1 and procedure 1.
   static void seedOffice();
 
+  // On top of it what an office has in life: names that several share or that have blanks, commas,
+  // hyphens and typographic apostrophes, two facilities of one name (3 and 4), codes of 3 to 15
+  // characters and none, a patient without account and date of birth (25002), patients admitted
+  // (25003, 25004) and not, doctors who cover for each other (5 and 6), and six concepts for each
+  // kind of facility 1, 2 and 5, status and attention type, numbered by these and by their place
+  // (1214 is a hospital's, of an outpatient, consult, the fourth: the usual one).
+  static void seedLife();
+
   // What was issued since the last call, and what was shown.
   std::vector<std::string> takeStatements();
   std::vector<std::string> takeMessages();

@@ -190,8 +190,16 @@ TEST_F(SchemaTest, QueriesTellWhatTheListsNeed) {
   EXPECT_EQ(keys("PatientsDescriptiveDupDOB"), "19 20 ");
   EXPECT_EQ(keys("PatientsDescriptiveDupDOBName"), "19 20 ");
   EXPECT_EQ(keys("PatientsDescriptiveDupAccount"), "17 20 ");
-  // Most visits, the lower of equals, none.
-  EXPECT_EQ(firstColumn("SELECT AttentionTypeCode FROM DoctorsDescriptive"), "2 1 1 0 ");
+  // Of the patients whom another attends now: most visits, the lower of equals, none.
+  const auto types = [this] {
+    return firstColumn("SELECT AttentionTypeCode FROM DoctorsDescriptive");
+  };
+  EXPECT_EQ(types(), "0 0 0 0 ");
+  engine_->execute("INSERT INTO PatientDoctors VALUES (20, 2, 1, 1), (19, 2, 1, 1), (18, 2, 2, 1)");
+  engine_->execute(
+      "UPDATE Patient SET InFacilityCode=1, InWardCode=1, InDoctorCode=CASE PatientId WHEN 18 THEN "
+      "4 ELSE 2 END WHERE PatientId BETWEEN 18 AND 20");
+  EXPECT_EQ(types(), "2 2 1 0 ");
   EXPECT_EQ(firstColumn("SELECT StatusDescription FROM ChargesDescriptive ORDER BY Status"),
             "Ready  ");
   EXPECT_EQ(keys("insurance where [billinginsurancecode]=''"), "2 ");

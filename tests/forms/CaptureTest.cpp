@@ -1,10 +1,11 @@
-#include <QApplication>
 #include <QLineEdit>
 #include <QTest>
 
 #include "charges/frmCharges.h"
 #include "charges/frmEditCharge.h"
 #include "core/Principal.h"
+#include "patients/frmAdmitPatient.h"
+#include "patients/frmDischargePatient.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {
@@ -14,17 +15,8 @@ namespace {
 class CaptureTest : public FormsTest {
  protected:
   CaptureTest() {
-    for (const char* statement : {
-             "INSERT INTO DiagnosisFamily VALUES (2, 'Lungs')",
-             "INSERT INTO Diagnosis (DiagnosisCode, Description, DiagnosisFamilyCode) VALUES "
-             "(31, 'Asthma', 2), (32, 'Cough', 2)",
-             "INSERT INTO Facility VALUES (2, 'Oakhill', 2, 'OI', 'OO')",
-             "INSERT INTO EvaluationManagement VALUES "
-             "(2, 'Outpatient visit', 1, 2, 2, 'OV', '99212', 1, 1, 2), "
-             "(3, 'Care visit', 2, 2, 2, 'CV', '99309', 1, 1, 2)",
-             "DELETE FROM PatientCharges",
-         })
-      run(statement);
+    seedLife();
+    run("DELETE FROM PatientCharges");
   }
 
   ListView& list() { return control<ListView>(frmCharges(), "ListView1"); }
@@ -55,7 +47,7 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
   });
   script.in("frmPickPatient", [](QWidget& pick) {
     EXPECT_EQ(shownTexts(control<ListView>(pick, "ListView1")),
-              std::vector<std::string>{"Jones, Bob"});
+              (std::vector<std::string>{"Jones, Bob", "Smith, Anna Lee", "St. Clair, Kay"}));
     click(pick, "btnOk");
   });
   script.in("frmPickDiagnosis", [](QWidget& pick) {
@@ -75,7 +67,7 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
   });
   QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
 
-  EXPECT_EQ(charge(), "25001|6/15/2003|1|2|2|3|0|null");
+  EXPECT_EQ(charge(), "25001|6/15/2003|1|1221|2|3|0|null");
   EXPECT_EQ(diagnoses(), "1 3 31");
   EXPECT_EQ(procedures(), "2 21");
   EXPECT_EQ(shownTexts(list(), 1), std::vector<std::string>{"Jones, Bob"});
@@ -84,7 +76,8 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
   script.in("frmEditCharge", [&](QWidget& editor) {
     EXPECT_EQ(control<ComboBox>(editor, "CBDoctors").currentText(), "Bell");
     EXPECT_EQ(control<ComboBox>(editor, "CBRefDoctors").currentText(), "Cole");
-    EXPECT_EQ(control<ComboBox>(editor, "CBEMCodes").currentText(), "Outpatient visit (OV)");
+    EXPECT_EQ(control<ComboBox>(editor, "CBEMCodes").currentText(),
+              "Hospital outpatient visit, first, short (E1221-012)");
     EXPECT_FALSE(control<QWidget>(editor, "Command5").isVisible());
     auto& marked = control<ListView>(editor, "ListView1");
     clickRow(marked, 0);
@@ -99,7 +92,7 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
     click(editor, "btnOk");
   });
   doubleClickRow(list(), 0);
-  EXPECT_EQ(charge(), "25001|6/14/2003|2|3|2|3|0|null");
+  EXPECT_EQ(charge(), "25001|6/14/2003|2|2111|2|3|0|null");
   EXPECT_EQ(diagnoses(), "3 31");
   EXPECT_EQ(shownTexts(list(), 4), std::vector<std::string>{"Oakhill"});
 
@@ -113,51 +106,8 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
   EXPECT_EQ(list().count(), 0);
 }
 
-// The clerk has chosen the patient and stands in the list of charges. The number stands in README.
-TEST_F(CaptureTest, FollowUpChargeTakesFewKeys) {
-  openMainWindow();
-  CurrentPatientId = 25001;
-  int keys = 0;
-  const auto press = [&](QWidget* target, Qt::Key key, Qt::KeyboardModifiers with = {}) {
-    ++keys;
-    QTest::keyClick(target, key, with);
-  };
-  const auto letters = [&](QWidget* target, const QString& text) {
-    keys += static_cast<int>(text.size());
-    QTest::keyClicks(target, text);
-  };
-  const auto focus = [] { return QApplication::focusWidget(); };
-
-  script.in("frmEditCharge", [&](QWidget& editor) {
-    EXPECT_EQ(focus()->objectName(), "CBFacilities");
-    letters(focus(), "oak");
-    press(&editor, Qt::Key_O, Qt::AltModifier);
-    letters(focus(), "bell");  // the concept follows from facility, status and doctor
-    press(&editor, Qt::Key_A, Qt::AltModifier);
-  });
-  const auto pickOne = [&](const QString& text) {
-    return [&, text](QWidget&) {
-      letters(focus(), text);
-      press(focus(), Qt::Key_Space);
-      press(focus(), Qt::Key_Return);
-    };
-  };
-  script.in("frmPickDiagnosis", pickOne("d3"));
-  script.in("frmEditCharge", [&](QWidget& editor) { press(&editor, Qt::Key_D, Qt::AltModifier); });
-  script.in("frmPickProcedures", pickOne("p2"));
-  script.in("frmEditCharge",
-            [&](QWidget&) { press(focus(), Qt::Key_Return, Qt::ControlModifier); });
-  list().setFocus();
-  press(&list(), Qt::Key_Insert);
-
-  EXPECT_EQ(charge(), "25001|6/15/2003|2|3|2|1|0|null");
-  EXPECT_EQ(diagnoses(), "3");
-  EXPECT_EQ(procedures(), "2");
-  EXPECT_LE(keys, 20);
-  RecordProperty("keys", keys);
-}
-
 TEST_F(CaptureTest, WhatCannotBeStoredStaysInTheDialog) {
+  run("INSERT INTO Facility VALUES (7, 'At home', 3, '', '')");
   openMainWindow();
   script.in("frmEditCharge", [&](QWidget& editor) {
     choose(control<ComboBox>(editor, "CBChargeTypes"), "Outpatient");
@@ -166,9 +116,8 @@ TEST_F(CaptureTest, WhatCannotBeStoredStaysInTheDialog) {
     EXPECT_EQ(takeMessages(), std::vector<std::string>{kMissingParent});
     EXPECT_TRUE(editor.isVisible());
     EXPECT_EQ(control<ComboBox>(editor, "CBDoctors").currentText(), "Dunn");
-    choose(control<ComboBox>(editor, "CBDoctors"), "Ames");
     choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
-    choose(control<ComboBox>(editor, "CBFacilities"), "Oakhill");  // no concept fits
+    choose(control<ComboBox>(editor, "CBFacilities"), "At home");  // no concept fits
     click(editor, "btnOk");
     EXPECT_TRUE(editor.isVisible());
     QTest::keyClick(&editor, Qt::Key_Escape);
@@ -192,20 +141,73 @@ TEST_F(CaptureTest, AnEmptiedCatalogueShowsItsMessageAndNoDialog) {
 }
 
 TEST_F(CaptureTest, CoveringDoctorsStandBehindTheOthersUnderTheirOwnCode) {
-  run("INSERT INTO DoctorCoveringDoctors VALUES (1, 2), (3, 1)");
   openMainWindow();
   script.in("frmEditCharge", [&](QWidget& editor) {
     auto& doctors = control<ComboBox>(editor, "CBDoctors");
     QStringList names;
-    for (int i = 0; i < doctors.count(); ++i) names << doctors.itemText(i);
-    EXPECT_EQ(names.join('|'), "Ames|Bell|Cole|Dunn|Bell (Covering Ames)|Ames (Covering Cole)");
-    choose(control<ComboBox>(editor, "CBChargeTypes"), "Outpatient");
-    doctors.setListIndex(5);  // with Cole's attention type
+    for (int i = 10; i < doctors.count(); ++i) names << doctors.itemText(i);
+    EXPECT_EQ(names.join('|'),
+              "Bell (Covering Ames)|Ames (Covering Cole)|Garcia, Luisa M. (Covering Garcia, Luis)|"
+              "Garcia, Luis (Covering Garcia, Luisa M.)");
+    doctors.setListIndex(11);  // with Cole's attention type
     click(editor, "btnOk");
   });
   CurrentPatientId = 25001;
   trigger(window(), "NewCharge");
   EXPECT_EQ(rows("SELECT DoctorCode FROM PatientCharges"), "1");
+}
+
+// An admission enters the attending doctor as one who consults.
+TEST_F(CaptureTest, AnAdmissionTakesNoConceptFromItsAttendingDoctor) {
+  const auto offered = [this] {
+    QStringList concepts;
+    for (const char* status : {"Inpatient", "Outpatient"}) {
+      script.in("frmEditCharge", [&, status](QWidget& editor) {
+        choose(control<ComboBox>(editor, "CBChargeTypes"), status);
+        choose(control<ComboBox>(editor, "CBDoctors"), "Garcia, Luis");
+        const auto& box = control<ComboBox>(editor, "CBEMCodes");
+        for (int i = 0; i < box.count(); ++i) concepts << box.itemText(i);
+        click(editor, "btnCancel");
+      });
+      CurrentChargeDate = kNewCharge;
+      frmEditCharge().showModal();
+    }
+    return concepts;
+  };
+  CurrentPatientId = 25005;
+  const QStringList before = offered();
+  EXPECT_EQ(before.size(), 12);
+  script.in("frmAdmitPatient", [](QWidget& dialog) {
+    choose(control<ComboBox>(dialog, "CBDoctors"), "Garcia, Luis");
+    click(dialog, "OKButton");
+  });
+  frmAdmitPatient().showModal();
+  EXPECT_EQ(offered(), before);
+  script.in("frmDischargePatient", [](QWidget& dialog) { click(dialog, "OKButton"); });
+  frmDischargePatient().showModal();
+  EXPECT_EQ(rows("SELECT DoctorCode, AttentionTypeCode FROM PatientDoctors WHERE PatientId=25005"),
+            "5|1");
+  EXPECT_EQ(offered(), before);
+}
+
+// As many statements for a thousand doctors.
+TEST_F(CaptureTest, CoverageIsReadOnceWhileTheEditorIsOpen) {
+  openMainWindow();
+  CurrentPatientId = 25001;
+  takeStatements();
+  script.in("frmEditCharge", [&](QWidget& editor) {
+    EXPECT_LE(takeStatements().size(), 12U);
+    const auto& doctors = control<ComboBox>(editor, "CBDoctors");
+    EXPECT_EQ(doctors.itemText(10), "Bell (Covering Ames)");
+    run("UPDATE Doctors SET Description = 'Ames-Bell' WHERE DoctorCode = 1");
+    takeStatements();
+    choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
+    EXPECT_EQ(takeStatements(), std::vector<std::string>{"select * from DoctorsDescriptive"});
+    EXPECT_EQ(doctors.count(), 14);
+    EXPECT_EQ(doctors.itemText(10), "Bell (Covering Ames-Bell)");
+    click(editor, "btnCancel");
+  });
+  trigger(window(), "NewCharge");
 }
 
 }  // namespace
