@@ -62,7 +62,7 @@ void DataTest::seedOffice() {
            "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (1, 1, 'East')",
            "INSERT INTO Doctors VALUES (1, 'Ames', 'A'), (2, 'Bell', 'B'), (3, 'Cole', ''), "
            "(4, 'Dunn', '')",
-           "INSERT INTO EvaluationManagement VALUES (1, 'Visit', 1, 1, 1, 'BV', '99231', 1, 1, 2)",
+           "INSERT INTO EvaluationManagement VALUES (1, 'Visit', 1, 1, 2, 'BV', '99231', 1, 1, 2)",
            "INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode, "
            "InFacilityCode, InWardCode, InDoctorCode) VALUES "
            "(25000, 'Smith, Ann', #1950/02/28#, 'A1', 1, 1, 1, 1), "

@@ -176,7 +176,7 @@ TEST_F(CaptureTest, AnAdmissionTakesNoConceptFromItsAttendingDoctor) {
   };
   CurrentPatientId = 25005;
   const QStringList before = offered();
-  EXPECT_EQ(before.size(), 12);
+  EXPECT_EQ(before.size(), 13);
   script.in("frmAdmitPatient", [](QWidget& dialog) {
     choose(control<ComboBox>(dialog, "CBDoctors"), "Garcia, Luis");
     click(dialog, "OKButton");
