@@ -4,6 +4,7 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
+#include "data/ChargeCodes.h"
 #include "platform/Text.h"
 
 // The charge editor's key "as last time".

@@ -6,16 +6,15 @@
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "data/BWSQLCharges.h"
 #include "data/BWSQLPatients.h"
 #include "data/ChargeCodes.h"
-#include "data/CodeList.h"
 #include "lists/EditedRecord.h"
 #include "picks/PickDialogs.h"
 #include "platform/Conversions.h"
 #include "platform/Text.h"
 
-// What the charge editor does; its window is built in ChargeEditorWindow.cpp.
+// What the charge editor does; its window is built in ChargeEditorWindow.cpp, its charge is stored
+// in ChargeStore.cpp.
 
 namespace bw {
 namespace {
@@ -230,42 +229,6 @@ void ChargeEditor::addDetails(Details& details) {
                       {"Description", Value(std::string(Trim(Mid(record, kCode + 1))))}});
     details.list.fill();
   }
-}
-
-std::string ChargeEditor::codeListOf(Details& details) const {
-  std::string list = kNoCodes;
-  details.list.forEach([&](int state) {
-    if (state != pending::kRemoved) appendCode(list, details.list.rows->code(details.column));
-  });
-  return list;
-}
-
-void ChargeEditor::ok() {
-  if (std::exchange(otherConcept_, false)) return CBEMCodes->setFocus();
-  for (const ComboBox* required : {CBFacilities, CBEMCodes, CBDoctors})
-    if (required->ListIndex() < 0) return;
-  std::string message;
-  if (store(message) != 0) return MsgBox(message);
-  RecordSaved = true;
-  unload();
-}
-
-int ChargeEditor::store(std::string& message) {
-  diagnoses_.list.rows->setFilter("");
-  procedures_.list.rows->setFilter("");
-  CBFacilities->moveToSelected(RsFacilities);
-  CBDoctors->moveToSelected(RsDoctors);
-  CBRefDoctors->moveToSelected(RsRefDoctors);
-  CBEMCodes->moveToSelected(RsEMCodes);
-  const auto status =
-      CBStatus->ListIndex() < 0 ? storedStatus_ : static_cast<std::int16_t>(CBStatus->ListIndex());
-  const auto write = [&](auto routine) {
-    return routine(CurrentPatientId, CurrentChargeDate, CurrentChargeTime, DTDOC->value(),
-                   RsEMCodes->integer("EMCode"), RsDoctors->code("DoctorCode"),
-                   RsRefDoctors->code("DoctorCode"), RsFacilities->code("FacilityCode"),
-                   codeListOf(diagnoses_), codeListOf(procedures_), status, message);
-  };
-  return isNew() ? write(ChargeInsert) : write(ChargeUpdate);
 }
 
 void ChargeEditor::cancel() {

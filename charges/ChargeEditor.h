@@ -58,6 +58,8 @@ class ChargeEditor : public Dialog {
   std::string codeListOf(Details& details) const;
   void ok();
   int store(std::string& message);
+  std::string adviceOn(const std::string& refusal) const;
+  static std::string standsTwice(const Details& details);
   void cancel();
 
   // As last time, in a new charge (ChargeAsLastTime.cpp): fills in what the patient's latest charge
@@ -71,8 +73,6 @@ class ChargeEditor : public Dialog {
   void chooseReferring(const LastCharge& last);
   void addMissing(Details& details, const RecordSetRef& rows);
   void unsay();
-
-  static constexpr std::int16_t kInpatient = 1;
 
   RecordSetRef RsEMCodes;
   RecordSetRef RsFacilities;

@@ -1,6 +1,7 @@
 #include "charges/frmPostCharges.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <optional>
 
@@ -23,16 +24,24 @@ std::optional<std::int32_t> lotOf(const std::string& text) {
   }
 }
 
+// A negative number leaves the lots of the charges as they are.
+QString whatIsStored(const std::optional<std::int32_t>& lot) {
+  if (!lot) return "no lot number";
+  return *lot < 0 ? QString("no lot number, status only") : QString("lot %1").arg(*lot);
+}
+
 class PostDialog : public Dialog {
  public:
   explicit PostDialog(QWidget* owner);
   void load();
 
  private:
+  void showStored();
   void post();
 
   QLineEdit* TxtNumCharges = new QLineEdit;
   QLineEdit* TxtLotNumber = new QLineEdit;
+  QLabel* stored_ = new QLabel;  // what the text of TxtLotNumber comes to
   QCheckBox* chkPrint = new QCheckBox;
 };
 
@@ -44,6 +53,9 @@ PostDialog::PostDialog(QWidget* owner) : Dialog("frmPostCharges", "Post Charges"
   addField(fields, 0, 0, "Number of charges:", TxtNumCharges, "TxtNumCharges");
   addField(fields, 1, 0, "Lot number:", TxtLotNumber, "TxtLotNumber");
   addField(fields, 2, 0, "Print after post:", chkPrint, "chkPrint");
+  fields->addWidget(named(stored_, "LblStored", "What is stored"), 1, 2);
+  stored_->setMinimumWidth(stored_->fontMetrics().horizontalAdvance(whatIsStored(-1)));
+  onEvent(TxtLotNumber, &QLineEdit::textChanged, this, [this] { showStored(); });
   makeReadOnly(TxtNumCharges);
   layout()->addWidget(makeFoot(
       {"OKButton", "Post", "CancelButton", "Cancel"}, [this] { post(); }, [this] { unload(); }));
@@ -56,6 +68,11 @@ void PostDialog::load() {
   TxtLotNumber->setText(QString::number(view.PostLotNumber));
   TxtNumCharges->setText(QString::number(view.PostChargeCount));
   view.PostChargeCount = 0;
+}
+
+void PostDialog::showStored() {
+  stored_->setText(whatIsStored(lotOf(fromQt(TxtLotNumber->text()))));
+  TxtLotNumber->setAccessibleDescription(stored_->text());
 }
 
 void PostDialog::post() {

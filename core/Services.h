@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "core/Advice.h"
 #include "platform/Moment.h"
 
 namespace bw {
@@ -43,8 +44,8 @@ struct Services {
 // with Cancel.
 Services& services();
 
-// A message box with an OK button and the application's title.
-inline void MsgBox(const std::string& text) { services().message(text); }
+// A message box with an OK button and the application's title; with advice where there is some.
+inline void MsgBox(const std::string& text) { services().message(withAdvice(text)); }
 
 // Today and the present time, local.
 inline Date today() { return services().now().date; }

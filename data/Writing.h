@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "core/Advice.h"
 #include "core/Principal.h"
 #include "data/CodeList.h"
 
@@ -14,10 +15,6 @@ inline constexpr int kDone = 0;
 inline constexpr int kDatabaseError = 1;
 inline constexpr int kNothingTouched = 2;  // in inserts: a detail row failed
 inline constexpr int kDetailFailed = 3;    // in updates
-
-// Required texts, shown to the user as they stand.
-inline constexpr const char* kUpdateTouchedNothing = "U:IMPACTENT";
-inline constexpr const char* kDeleteTouchedNothing = "U:IMPELIENT";
 
 // The error trap of a writing routine: a step that fails sets the result to 1 and the message to
 // the error's text, the last one standing; the routine runs on to its own test of the result, so

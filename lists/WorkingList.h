@@ -39,7 +39,7 @@ class WorkingList {
 
   // Calls f(state) at every row from the first to the last, the record set standing on it.
   template <class F>
-  void forEach(F f) {
+  void forEach(F f) const {
     for (std::ptrdiff_t position = 1; position <= rows->RecordCount(); ++position) {
       rows->setAbsolutePosition(position);
       f(state());

@@ -21,6 +21,11 @@ std::string settingOf(std::string_view connectionString, std::string_view name) 
   return {};
 }
 
+// Stands below the refusal of a statement with a text that holds one.
+constexpr const char* kApostrophe =
+    "\n\nThe sign ' (apostrophe) in a text is what was refused. Type ’ in its place, or '' (the "
+    "sign twice), and try again.";
+
 }  // namespace
 
 void Connection::Open() {
@@ -97,7 +102,13 @@ void Connection::requireAlive() {
 std::int64_t Connection::Execute(std::string_view statement) {
   if (tap) tap(statement);
   requireAlive();
-  return engine().execute(rewriteStatement(statement));
+  Engine& open = engine();
+  try {
+    return open.execute(rewriteStatement(statement));
+  } catch (const RuntimeError& error) {
+    if (!hasCutText(statement)) throw;
+    throw RuntimeError(error.number(), error.text() + kApostrophe);
+  }
 }
 
 RecordSetRef Connection::Read(std::string_view statement, LockType lock) {

@@ -35,7 +35,8 @@ class Connection {
   void RollbackTrans();
   int transactionLevel() const noexcept { return level_; }
 
-  // Returns the number of rows that the statement matched.
+  // Returns the number of rows that the statement matched. The refusal of a statement with an
+  // apostrophe in a text says below its sentence how to go on.
   std::int64_t Execute(std::string_view statement);
   RecordSetRef Read(std::string_view statement, LockType lock = LockType::optimistic);
 

@@ -168,6 +168,33 @@ class Scan {
 
 }  // namespace
 
+namespace {
+
+// The place of the quote that ends the text begun at `open`.
+std::size_t endOfText(std::string_view statement, std::size_t open) {
+  std::size_t end = statement.find('\'', open + 1);
+  while (end != std::string_view::npos && statement.substr(end + 1).starts_with('\''))
+    end = statement.find('\'', end + 2);
+  return end;
+}
+
+bool followsAValue(std::string_view rest) {
+  const std::string_view next = Trim(rest);
+  return next.empty() || next.starts_with(',') || next.starts_with(')') ||
+         next.starts_with("WHERE ");
+}
+
+}  // namespace
+
+bool hasCutText(std::string_view statement) {
+  for (std::size_t open = statement.find('\''); open != std::string_view::npos;) {
+    const std::size_t end = endOfText(statement, open);
+    if (end == std::string_view::npos || !followsAValue(statement.substr(end + 1))) return true;
+    open = statement.find('\'', end + 1);
+  }
+  return false;
+}
+
 std::string rewriteStatement(std::string_view statement) {
   // Within quotes too: the engine would take it for the end of the statement.
   if (statement.find('\0') != std::string_view::npos) refuse(Fault::sign);

@@ -14,4 +14,8 @@ namespace bw {
 // a NUL, a parameter sign, and a second statement.
 std::string rewriteStatement(std::string_view statement);
 
+// Whether a text in a statement of the program ends too early, because it holds a single quote that
+// was not doubled: what stands behind it then is nothing that the program puts behind a value.
+bool hasCutText(std::string_view statement);
+
 }  // namespace bw

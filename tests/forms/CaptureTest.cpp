@@ -113,7 +113,8 @@ TEST_F(CaptureTest, WhatCannotBeStoredStaysInTheDialog) {
     choose(control<ComboBox>(editor, "CBChargeTypes"), "Outpatient");
     choose(control<ComboBox>(editor, "CBDoctors"), "Dunn");
     click(editor, "btnOk");  // no patient
-    EXPECT_EQ(takeMessages(), std::vector<std::string>{kMissingParent});
+    EXPECT_EQ(takeMessages(), std::vector<std::string>{
+                                  withAdvice(kMissingParent, "Choose the patient first: Alt+P.")});
     EXPECT_TRUE(editor.isVisible());
     EXPECT_EQ(control<ComboBox>(editor, "CBDoctors").currentText(), "Dunn");
     choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
@@ -126,6 +127,32 @@ TEST_F(CaptureTest, WhatCannotBeStoredStaysInTheDialog) {
   QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
   EXPECT_FALSE(RecordSaved) << "Esc is Cancel";
   EXPECT_EQ(count("PatientCharges"), "0");
+}
+
+TEST_F(CaptureTest, ADoubledDiagnosisIsNamed) {
+  openMainWindow();
+  CurrentPatientId = 25001;
+  const auto asthma = [](QWidget& pick) {
+    choose(control<ComboBox>(pick, "CBDiagnosisFamilies"), "Lungs");
+    tick(control<ListView>(pick, "ListView1"), "Asthma");
+    click(pick, "btnOk");
+  };
+  script.in("frmEditCharge", [&](QWidget& editor) {
+    click(editor, "Command1");
+    click(editor, "Command1");
+    click(editor, "btnOk");
+    EXPECT_EQ(takeMessages(),
+              std::vector<std::string>{withAdvice(
+                  kDuplicateKey,
+                  "Asthma stands twice in the list. Take it out once with del, then press Ok.")});
+    ASSERT_TRUE(editor.isVisible());
+    clickRow(control<ListView>(editor, "ListView1"), 1);
+    click(editor, "Command2");
+    click(editor, "btnOk");
+  });
+  for (int i = 0; i < 2; ++i) script.in("frmPickDiagnosis", asthma);
+  trigger(window(), "NewCharge");
+  EXPECT_EQ(diagnoses(), "31");
 }
 
 TEST_F(CaptureTest, AnEmptiedCatalogueShowsItsMessageAndNoDialog) {

@@ -87,7 +87,11 @@ TEST_P(PlainEditorTest, NewRefusedStoredCancelledChangedAndVanished) {
     for (const QString& refused : {QString("O'Brien"), QString(300, 'x')}) {
       line(editor, "TxtDescription").setText(refused);
       click(editor, "btnOk");
-      EXPECT_EQ(takeMessages().size(), 1U);
+      const Strings told = takeMessages();
+      ASSERT_EQ(told.size(), 1U);
+      EXPECT_EQ(told[0].find("\n\nThe sign ' (apostrophe)") != std::string::npos,
+                refused.contains('\''))
+          << told[0];
       EXPECT_TRUE(editor.isVisible());
       EXPECT_EQ(line(editor, "TxtDescription").text(), refused) << "nothing typed is lost";
     }
@@ -118,7 +122,8 @@ TEST_P(PlainEditorTest, NewRefusedStoredCancelledChangedAndVanished) {
   script.in(plain.editor, [&](QWidget& editor) {
     run(plain.vanish);
     click(editor, "btnOk");
-    EXPECT_EQ(takeMessages(), Strings{"U:IMPACTENT"});
+    EXPECT_EQ(takeMessages(), Strings{"U:IMPACTENT\n\nAnother station has deleted this record. "
+                                      "Close this window and press F5."});
     EXPECT_TRUE(editor.isVisible());
     click(editor, "btnCancel");
   });

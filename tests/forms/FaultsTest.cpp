@@ -53,7 +53,10 @@ TEST_F(FaultsTest, ASecondChargeWithinTheSameSecondIsRefusedAndStoredLater) {
   now = {kSeedDate, kSeedTime};
   script.in("frmEditCharge", [&](QWidget& editor) {
     click(editor, "btnOk");
-    EXPECT_EQ(takeMessages(), std::vector<std::string>{kDuplicateKey});
+    EXPECT_EQ(takeMessages(),
+              std::vector<std::string>{withAdvice(
+                  kDuplicateKey,
+                  "Another charge of this patient was entered in this second. Press Ok again.")});
     now.time.second += 1;
     click(editor, "btnOk");
   });

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
@@ -81,10 +82,17 @@ TEST_F(PostingTest, PostsUnderASortThatMovesTheRows) {
 
 TEST_F(PostingTest, ALotThatIsNoneKeepsTheDialogAndCancelPostsNothing) {
   post([](QWidget& dialog) {
-    for (const char* lot : {"", "x", "2147483648"}) {
-      control<QLineEdit>(dialog, "TxtLotNumber").setText(lot);
+    auto& lot = control<QLineEdit>(dialog, "TxtLotNumber");
+    for (const char* text : {"", "x", "2147483648"}) {
+      lot.setText(text);
+      EXPECT_EQ(lot.accessibleDescription(), "no lot number");
       click(dialog, "OKButton");
     }
+    // Beside the number stands what it comes to.
+    type(lot, "12.4");
+    EXPECT_EQ(control<QLabel>(dialog, "LblStored").text(), "lot 12");
+    type(lot, "-3");
+    EXPECT_EQ(control<QLabel>(dialog, "LblStored").text(), "no lot number, status only");
     EXPECT_TRUE(dialog.isVisible());
     click(dialog, "CancelButton");
   });
@@ -101,7 +109,7 @@ TEST_F(PostingTest, AChargeThatFailsStaysReadyAndTheOthersArePosted) {
     control<QCheckBox>(dialog, "chkPrint").setChecked(false);
     click(dialog, "OKButton");
   });
-  EXPECT_EQ(takeMessages(), Texts{"Problems updating status: U:IMPACTENT"});
+  EXPECT_EQ(takeMessages(), Texts{withAdvice("Problems updating status: U:IMPACTENT")});
   EXPECT_EQ(stored(), "1|77 1|200306151 3|null");
   EXPECT_EQ(status(), (Texts{"Ready", "Posted", "Posted", ""}));
 }

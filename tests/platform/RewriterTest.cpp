@@ -90,5 +90,19 @@ TEST(Rewriter, SeesAQuoteInAValueShiftInsideAndOutside) {
   EXPECT_EQ(rewriteStatement("UPDATE a SET b='x', d='y'"), "UPDATE a SET b='x', d='y'");
 }
 
+// A refusal is explained by the apostrophe only where there is one.
+TEST(Rewriter, TellsATextThatEndsTooEarlyFromAWholeOne) {
+  for (const char* value : {"O'Brien", "'s", "Jones'", "'", "rock 'n roll", "it''s O'Neil's"}) {
+    const std::string text(value);
+    for (const std::string& statement : {"UPDATE a SET b='" + text + "', c='' WHERE d = 1",
+                                         "INSERT INTO a VALUES (1, '" + text + "','X')"})
+      EXPECT_TRUE(hasCutText(statement)) << statement;
+  }
+  for (const char* statement :
+       {"UPDATE a SET b='O''Brien', c='O’Neil' WHERE d = 1", "INSERT INTO a VALUES (1, '','')",
+        "INSERT INTO a VALUES ('Jones''', '''s', '''')", "DELETE FROM a WHERE b = 1"})
+    EXPECT_FALSE(hasCutText(statement)) << statement;
+}
+
 }  // namespace
 }  // namespace bw
