@@ -274,8 +274,8 @@ void ViewerWindow::toggleFullWidth() {
 void ViewerWindow::updateFitting() {
   QString text;
   if (document_ != nullptr) {
-    text = QString::fromStdString(
-        sentence(fitToPaper(document_->pageSize(), document_->rightEdge())));
+    text =
+        QString::fromStdString(sentence(fitToPaper(document_->pageSize(), document_->rightEdge())));
   }
   fitting_->setText(text.isEmpty() || !view_->isNatural()
                         ? text
