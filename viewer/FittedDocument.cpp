@@ -24,8 +24,9 @@ std::shared_ptr<const FittedPage> FittedDocument::page(std::size_t number) const
     std::rotate(known, known + 1, kept_.end());
   } else {
     if (kept_.size() == kKeptPages) kept_.erase(kept_.begin());
-    kept_.push_back({number, std::make_shared<const FittedPage>(fitPage(
-                                 document_->page(number), fit_, letters_, document_->pageCount()))});
+    kept_.push_back(
+        {number, std::make_shared<const FittedPage>(
+                     fitPage(document_->page(number), fit_, letters_, document_->pageCount()))});
   }
   return kept_.back().page;
 }

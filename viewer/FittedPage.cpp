@@ -12,10 +12,11 @@ namespace bw {
 
 namespace {
 
-constexpr double kGap = 0.25;        // between texts of a row, in parts of the font's size
+constexpr double kGap = 0.25;         // between texts of a row, in parts of the font's size
 constexpr double kFramePadding = 30;  // between a text and the frame or rule that it ends at
-constexpr double kEdge = 144;        // kept free at the right edge of the paper
-constexpr double kSameRow = 0.3;     // two things stand in one row when this much of the lower one does
+constexpr double kEdge = 144;         // kept free at the right edge of the paper
+constexpr double kSameRow =
+    0.3;  // two things stand in one row when this much of the lower one does
 constexpr double kLinePitch = 0.85;  // of a broken code, which has no letters below the line
 constexpr double kSameLine = 20;     // tops of texts in one line differ by less
 constexpr double kNextLine = 1.3;    // a line below is no farther than this many times its height
@@ -24,12 +25,12 @@ constexpr double kReadableSize = 8 * kTwipsPerPoint;  // where the whole page is
 struct Cell {
   const PageItem* item = nullptr;
   FittedItem* fitted = nullptr;
-  Box box;                // of the item
-  std::string text;       // Windows-1252, the token replaced
-  double letters = 0;     // width in parts of the size
-  double top = 0;         // of one line
+  Box box;             // of the item
+  std::string text;    // Windows-1252, the token replaced
+  double letters = 0;  // width in parts of the size
+  double top = 0;      // of one line
   double height = 0;
-  double limit = 0;       // what it may reach to at the right
+  double limit = 0;  // what it may reach to at the right
   int size = 0;
   int percent = 100;
   bool head = false;
@@ -40,8 +41,7 @@ struct Cell {
 
 // The part of the lower one of two bands that stands in both.
 double shared(double top, double height, double otherTop, double otherHeight) {
-  const double both =
-      std::min(top + height, otherTop + otherHeight) - std::max(top, otherTop);
+  const double both = std::min(top + height, otherTop + otherHeight) - std::max(top, otherTop);
   return both / std::min(height, otherHeight);
 }
 
@@ -53,7 +53,8 @@ int wholeSteps(double percent) { return static_cast<int>(percent) / 5 * 5; }
 
 // A rule too thin to stand beside a text stands between rows.
 bool besideText(const Box& shape, const Cell& cell) {
-  const double both = std::min(shape.bottom(), cell.top + cell.height) - std::max(shape.top, cell.top);
+  const double both =
+      std::min(shape.bottom(), cell.top + cell.height) - std::max(shape.top, cell.top);
   return both > kSameRow * cell.height;
 }
 
@@ -107,7 +108,8 @@ class PageFitting {
 FittedPage PageFitting::run() {
   findHead();
   place();
-  if (const double bottom = lowest(); bottom > fit_.paperHeight() && bottom < 2 * fit_.paperHeight()) {
+  if (const double bottom = lowest();
+      bottom > fit_.paperHeight() && bottom < 2 * fit_.paperHeight()) {
     const double down = fit_.paperHeight() / bottom;
     fit_.across *= down;
     fit_.down *= down;
@@ -252,7 +254,7 @@ void PageFitting::stack(Cell& upper, Cell& lower) const {
   double up = 0;
   for (const Box& shape : shapes_) {
     const bool under = shape.left < lower.box.left + lower.size && shape.right() > lower.box.left;
-    if (under && shape.top > middle) up = std::max(up, baseLine + kFramePadding - shape.top);
+    if (under && shape.top > middle) up = std::max(up, baseLine + kFramePadding / 2 - shape.top);
   }
   upper.top = middle - pitch / 2 - upper.height / 2 - up;
   lower.top = upper.top + pitch;
@@ -296,16 +298,16 @@ void PageFitting::makeColumnsAlike() {
                    [&](const Cell* a, const Cell* b) { return place(a) < place(b); });
   std::vector<Cell*> column;
   for (auto at = cells.begin(); at != cells.end();) {
-    const auto end = std::find_if(at, cells.end(),
-                                  [&](const Cell* cell) { return place(cell) != place(*at); });
+    const auto end =
+        std::find_if(at, cells.end(), [&](const Cell* cell) { return place(cell) != place(*at); });
     column.assign(at, end);
     makeAlike(column);
     at = end;
   }
 }
 
-// Letters of three quarters of their width are still read easily, so that all follow when more than a
-// few need it; narrower ones when most do. What few cells need beyond that they have alone.
+// Letters of three quarters of their width are still read easily, so that all follow when more than
+// a few need it; narrower ones when most do. What few cells need beyond that they have alone.
 void PageFitting::makeAlike(std::vector<Cell*>& column) const {
   const auto percent = [](const Cell* cell) {
     return 100 * (cell->limit - cell->box.left) / (cell->letters * cell->size);

@@ -24,7 +24,7 @@ struct Box {
 };
 
 struct FittedItem {
-  Box box;      // of a shape; of a text what is drawn, both lines of a broken one
+  Box box;       // of a shape; of a text what is drawn, both lines of a broken one
   int size = 0;  // of the font
   int percent = 100;
   std::u16string text;  // as drawn, an ellipsis where letters were cut

@@ -10,12 +10,12 @@ namespace {
 
 // Upright, in inches; of papers that do equally well the first one.
 constexpr std::array kPapers = {
-    PageSize{8.5, 11},         // Letter
+    PageSize{8.5, 11},                 // Letter
     PageSize{210 / 25.4, 297 / 25.4},  // A4
-    PageSize{8.5, 14},         // Legal
+    PageSize{8.5, 14},                 // Legal
     PageSize{148 / 25.4, 210 / 25.4},  // A5
-    PageSize{7.25, 10.5},      // Executive
-    PageSize{11, 17},          // Tabloid
+    PageSize{7.25, 10.5},              // Executive
+    PageSize{11, 17},                  // Tabloid
     PageSize{297 / 25.4, 420 / 25.4},  // A3
 };
 

@@ -126,8 +126,8 @@ void PagePainter::paint(QPainter& painter, const FittedPage& page, const QRectF&
   }
 }
 
-std::vector<QRectF> PagePainter::partRects(const FittedPage& page, std::size_t item,
-                                           qsizetype from, qsizetype length) {
+std::vector<QRectF> PagePainter::partRects(const FittedPage& page, std::size_t item, qsizetype from,
+                                           qsizetype length) {
   const FittedItem& fitted = page.items[item];
   const Face& look = face(fitted, page.page->items[item].bold);
   const double height = look.metrics.ascent() + look.metrics.descent();

@@ -42,8 +42,8 @@ void PageView::setDocument(std::shared_ptr<const Document> document, bool keepPl
   const int current = current_;
   document_.reset();
   if (document) {
-    document_ = std::make_shared<const FittedDocument>(std::move(document), paintedLetters(),
-                                                       natural_);
+    document_ =
+        std::make_shared<const FittedDocument>(std::move(document), paintedLetters(), natural_);
   }
   selection_.clear();
   match_.reset();
@@ -64,7 +64,8 @@ void PageView::setNatural(bool natural) {
   natural_ = natural;
   if (document_ == nullptr) return;
   const std::size_t page = currentPage();
-  document_ = std::make_shared<const FittedDocument>(document_->shared(), paintedLetters(), natural);
+  document_ =
+      std::make_shared<const FittedDocument>(document_->shared(), paintedLetters(), natural);
   selection_.clear();
   layOut();
   goToPage(page);

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "viewer/Finder.h"
-#include "viewer/PageLayout.h"
 #include "viewer/FittedDocument.h"
+#include "viewer/PageLayout.h"
 #include "viewer/PagePainter.h"
 #include "viewer/Selection.h"
 
@@ -27,9 +27,7 @@ class PageView : public QAbstractScrollArea {
 
   // Stays at the same place of the same page when told so, as far as there still is one.
   void setDocument(std::shared_ptr<const Document> document, bool keepPlace);
-  const Document* document() const noexcept {
-    return document_ ? &document_->document() : nullptr;
-  }
+  const Document* document() const noexcept { return document_ ? &document_->document() : nullptr; }
 
   // The layout that is shown; nothing without a document.
   const std::shared_ptr<const FittedDocument>& fitted() const noexcept { return document_; }

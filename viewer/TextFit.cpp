@@ -34,9 +34,7 @@ Setting settle(const Wanted& wanted) {
   return {wanted.leastSize, kLeastPercent, false};
 }
 
-bool isCode(std::string_view text) noexcept {
-  return !text.empty() && text.find(' ') == text.npos;
-}
+bool isCode(std::string_view text) noexcept { return !text.empty() && text.find(' ') == text.npos; }
 
 int leastSize(std::string_view text, int size) noexcept {
   return std::min(size, isCode(text) && text.size() <= kShortCode ? kLeastCodeSize : kLeastSize);

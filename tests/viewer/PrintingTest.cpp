@@ -15,6 +15,7 @@
 #include <QTemporaryDir>
 
 #include "tests/viewer/SampleDocument.h"
+#include "viewer/FittedDocument.h"
 #include "viewer/PagePainter.h"
 #include "viewer/PrintDialog.h"
 
@@ -82,10 +83,13 @@ TEST_F(Printed, SeveralRangesOfTheDialogReachThePrinter) {
   EXPECT_EQ(chosenPages(printer_, 5, 1), (std::vector<std::size_t>{2, 3, 5}));
 }
 
-TEST_F(Printed, WideDocumentTurnsThePaperAndKeepsIt) {
+TEST_F(Printed, PaperIsTheOneThatTheDocumentWasMadeFor) {
   preparePrinter(printer_, Document(DocumentBytes(sampleHead("11,8.2"))), "x");
   EXPECT_EQ(printer_.pageLayout().orientation(), QPageLayout::Landscape);
   EXPECT_EQ(printer_.pageLayout().pageSize().id(), QPageSize::Letter);
+  preparePrinter(printer_, Document(DocumentBytes(sampleHead("8,12"))), "x");
+  EXPECT_EQ(printer_.pageLayout().orientation(), QPageLayout::Portrait);
+  EXPECT_EQ(printer_.pageLayout().pageSize().id(), QPageSize::A4);
 }
 
 TEST_F(Printed, StoppedWorkSaysSo) {
@@ -96,53 +100,35 @@ TEST_F(Printed, StoppedWorkSaysSo) {
   EXPECT_EQ(writePdf(buffer, document_, "x", stopAtTwo), Outcome::stopped);
 }
 
-TEST_F(Printed, PdfHasAllPagesInTheirSizeAndItsFontsWithin) {
+TEST_F(Printed, PdfHasAllPagesOnTheirPaperAndItsFontsWithin) {
   QBuffer buffer;
   ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
   ASSERT_EQ(writePdf(buffer, document_, "Patients", goOn), Outcome::done);
   const QByteArray pdf = buffer.data();
   EXPECT_EQ(pagesIn(pdf), 5);
-  EXPECT_TRUE(pdf.contains("/MediaBox [0 0 576 792]") || pdf.contains("576.000000 792.000000"))
+  EXPECT_TRUE(pdf.contains("/MediaBox [0 0 612 792]") || pdf.contains("612.000000 792.000000"))
       << pdf.mid(pdf.indexOf("/MediaBox"), 60).toStdString();
   EXPECT_TRUE(pdf.contains("/FontFile2"));
   EXPECT_TRUE(pdf.contains("/ToUnicode"));
 }
 
-TEST(PagePainter, TextRunsOnOverItsBoxByItsAlignment) {
-  PagePainter painter;
-  PageItem item;
-  item.x = 1000;
-  item.y = 2000;
-  item.width = 100;
-  item.height = 360;
-  item.fontSize = 10;
-  item.text = "much longer than its box";
-  item.valign = Align::centre;
-  const QRectF left = painter.textRect(item, 1);
-  EXPECT_EQ(left.left(), 1000);
-  EXPECT_GT(left.right(), 1100);
-  EXPECT_NEAR(left.center().y(), 2180, 1e-6);
-  item.align = Align::end;
-  const QRectF right = painter.textRect(item, 1);
-  EXPECT_NEAR(right.right(), 1100, 1e-6);
-  EXPECT_EQ(right.width(), left.width());
-  item.align = Align::centre;
-  EXPECT_NEAR(painter.textRect(item, 1).center().x(), 1050, 1e-6);
-}
-
 TEST(PagePainter, ExtremesAreDrawnWithoutFailure) {
-  const Document document{DocumentBytes(
-      sampleHead() + sampleShape(1, "-1440000,-1440000,1440000,1440000") +
-      sampleShape(1, "1000,1000,-72,360") + sampleShape(1, "0,0,0,0", "4294967295,-1", "1440000") +
-      sampleText({.box = "1440000,1440000,-1440000,1440000", .look = "500,1,1", .text = "huge"}) +
-      sampleText({.look = "0.01,0,1", .text = std::string(30'000, 'W')}))};
-  EXPECT_EQ(document.parse(1).items.size(), 5U);
+  const FittedDocument document(
+      std::make_shared<const Document>(DocumentBytes(
+          sampleHead() + sampleShape(1, "-1440000,-1440000,1440000,1440000") +
+          sampleShape(1, "1000,1000,-72,360") +
+          sampleShape(1, "0,0,0,0", "4294967295,-1", "1440000") +
+          sampleText(
+              {.box = "1440000,1440000,-1440000,1440000", .look = "500,1,1", .text = "huge"}) +
+          sampleText({.look = "0.01,0,1", .text = std::string(30'000, 'W')}))),
+      paintedLetters());
+  EXPECT_EQ(document.make(1).items.size(), 5U);
   PagePainter pagePainter;
   for (const double scale : {1e-3, 0.0667, 0.53}) {
     QImage image(200, 200, QImage::Format_RGB32);
     QPainter painter(&image);
     painter.scale(scale, scale);
-    pagePainter.paint(painter, document.parse(1), 1, QRectF(-1e7, -1e7, 2e7, 2e7));
+    pagePainter.paint(painter, document.make(1), QRectF(-1e7, -1e7, 2e7, 2e7));
     EXPECT_TRUE(painter.end());
   }
 }

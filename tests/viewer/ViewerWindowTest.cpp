@@ -277,6 +277,23 @@ TEST_F(Viewer, TroubleNamesTheLineOnOpenAndOnSaveAndGoesAway) {
   EXPECT_EQ(trouble(), "");
 }
 
+TEST_F(Viewer, WideDocumentIsFittedAndSaysSoUntilShownAtFullWidth) {
+  auto* fitting = part<QLabel>("fitting");
+  EXPECT_EQ(fitting->text(), "");
+  EXPECT_FALSE(part<QAction>("fullWidth")->isEnabled());
+  write(sampleList(3) + sampleShape(1, "11000,1800,4264,360"));
+  window_.openDocument(path());
+  EXPECT_EQ(fitting->text(), "Drawn at 77 %, so that all columns fit");
+  EXPECT_EQ(view()->fitted()->paper().width, 8.5);
+  run("fullWidth");
+  EXPECT_TRUE(part<QAction>("fullWidth")->isChecked());
+  EXPECT_EQ(fitting->text(),
+            "Shown at full width. On paper: Drawn at 77 %, so that all columns fit");
+  EXPECT_GT(view()->fitted()->paper().width, 10.6);
+  run("fullWidth");
+  EXPECT_EQ(view()->fitted()->paper().width, 8.5);
+}
+
 TEST_F(Viewer, DocumentWithoutPagesOffersNothing) {
   write("");
   run("reload");
