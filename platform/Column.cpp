@@ -4,6 +4,8 @@
 #include <array>
 #include <cstring>
 
+#include "platform/KeyIndex.h"
+
 namespace bw {
 namespace {
 
@@ -151,13 +153,48 @@ void Column::appendTexts(std::span<const std::string_view> texts) {
 void Column::becomeText() {
   std::vector<std::int64_t> raws;
   raws.reserve(size());
-  forEachRaw([&](std::size_t, std::int64_t raw) { raws.push_back(raw); });
+  for (std::size_t row = 0; row < size(); ++row) raws.push_back(raw(row));
   blocks_.clear();
   open_.clear();
   sealed_ = 0;
   type_ = FieldType::text;
   for (const std::int64_t raw : raws)
     append(raw == kNull ? kNull : dictionary_.number(std::to_string(raw)));
+}
+
+std::size_t Column::size() const noexcept {
+  return lookUp_ == nullptr ? heldSize() : lookUp_->key().size();
+}
+
+Column Column::ordered(const std::vector<std::uint32_t>& rows) && {
+  Column moved(std::move(name_), declared_);
+  moved.type_ = type_;
+  for (const std::uint32_t row : rows) moved.append(held(row));
+  moved.dictionary_ = std::move(dictionary_);
+  moved.finish();
+  return moved;
+}
+
+void Column::lookUp(std::string name, std::shared_ptr<const RowLookUp> rows) {
+  name_ = std::move(name);
+  lookUp_ = std::move(rows);
+}
+
+bool Column::isLookedUpBy(const Column& key) const noexcept {
+  return lookUp_ != nullptr && &lookUp_->key() == &key;
+}
+
+std::int64_t Column::foundByKey(std::size_t row) const noexcept {
+  const std::uint32_t found = lookUp_->row(row);
+  return found == KeyIndex::kNone ? kNull : held(found);
+}
+
+std::int64_t Column::lookedUp(std::size_t row) const noexcept {
+  if (!written_.empty()) {
+    const auto own = written_.find(static_cast<std::uint32_t>(row));
+    if (own != written_.end()) return own->second;
+  }
+  return foundByKey(row);
 }
 
 Value Column::value(std::size_t row) const {
@@ -208,6 +245,13 @@ std::int64_t Column::rawOf(const Value& value) {
 void Column::set(std::size_t row, const Value& value) {
   if (type_ == FieldType::untyped && !bw::isNull(value)) type_ = typeOf(value);
   const std::int64_t number = rawOf(value);
+  if (lookUp_ != nullptr) {
+    if (number == foundByKey(row))
+      written_.erase(static_cast<std::uint32_t>(row));
+    else
+      written_[static_cast<std::uint32_t>(row)] = number;
+    return;
+  }
   const std::size_t block = row / kBlockRows;
   if (block >= sealed_) {
     open_[row % kBlockRows] = number;
@@ -223,6 +267,8 @@ void Column::set(std::size_t row, const Value& value) {
 std::size_t Column::bytes() const noexcept {
   std::size_t total = open_.capacity() * sizeof(std::int64_t) + dictionary_.bytes();
   for (const Block& block : blocks_) total += sizeof(Block) + block.bytes.capacity();
+  constexpr std::size_t kNode = sizeof(void*) + sizeof(*written_.begin());
+  total += written_.size() * kNode + written_.bucket_count() * sizeof(void*);
   return total;
 }
 

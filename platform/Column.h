@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/TextDictionary.h"
@@ -13,9 +15,14 @@
 
 namespace bw {
 
+class RowLookUp;
+
 // One column of a row store. Every value is kept as one whole number, its raw value: the integer
 // itself, the day of a date, the second of a time, day * 86400 + second of both, the dictionary's
 // number of a text. Blocks of rows are packed to 1, 2, 4 or 8 bytes a value, by their range.
+//
+// A looked-up column holds the values of another store's rows; a row has that of the row which its
+// key names. Everything else about it is like in a column that holds a value for each row.
 class Column {
  public:
   static constexpr std::int64_t kNull = std::numeric_limits<std::int64_t>::min();
@@ -27,11 +34,13 @@ class Column {
   // The declared type; of an untyped column integer or text, by its first value.
   FieldType type() const noexcept { return type_; }
   bool isText() const noexcept { return type_ == FieldType::text; }
-  std::size_t size() const noexcept { return sealed_ * kBlockRows + open_.size(); }
+  std::size_t size() const noexcept;
 
   // Appends what the engine delivers. What stands in a date or time column must be a text of the
   // database's form; if it is not, it is kept as no value.
-  void appendNull() { append(kNull); }
+  void appendNull() {
+    if (lookUp_ == nullptr) append(kNull);
+  }
   void appendInteger(std::int64_t number);
   void appendText(std::string_view text);
   // At most kMostTexts, to a column of texts. One without data stands for Null.
@@ -39,12 +48,20 @@ class Column {
   static constexpr std::size_t kMostTexts = 256;
   void finish();  // gives back what was reserved for further rows
 
+  // The column with its rows in that order.
+  Column ordered(const std::vector<std::uint32_t>& rows) &&;
+
+  // Makes the values so far those of the rows that `rows` finds. From then on the column is as long
+  // as the one with the keys, and values can only be written over.
+  void lookUp(std::string name, std::shared_ptr<const RowLookUp> rows);
+  bool isLookedUpBy(const Column& key) const noexcept;
+  // Lets a row of a looked-up column keep its value when its key changes.
+  void keep(std::size_t row) { written_.try_emplace(static_cast<std::uint32_t>(row), raw(row)); }
+
   Value value(std::size_t row) const;
   bool isNull(std::size_t row) const noexcept { return raw(row) == kNull; }
   std::int64_t raw(std::size_t row) const noexcept {
-    const std::size_t block = row / kBlockRows;
-    const std::size_t index = row % kBlockRows;
-    return block < sealed_ ? blocks_[block].raw(index) : open_[index];
+    return lookUp_ == nullptr ? held(row) : lookedUp(row);
   }
   std::string_view textOfRaw(std::int64_t raw) const { return dictionary_.text(raw); }
 
@@ -52,15 +69,6 @@ class Column {
 
   // Stores a value that fits the column's type already (see convertedTo).
   void set(std::size_t row, const Value& value);
-
-  // Calls f(row, raw) for every row in order; faster than asking row by row.
-  template <class F>
-  void forEachRaw(F f) const {
-    std::size_t row = 0;
-    for (const Block& block : blocks_)
-      for (std::size_t i = 0; i < kBlockRows; ++i) f(row++, block.raw(i));
-    for (const std::int64_t raw : open_) f(row++, raw);
-  }
 
   // Keys that order like the values, without regard to the case of texts; Null is the lowest.
   // Ranks stay valid until the column grows or changes.
@@ -107,6 +115,14 @@ class Column {
     bool store(std::size_t index, std::int64_t raw) noexcept;
   };
 
+  std::int64_t held(std::size_t index) const noexcept {
+    const std::size_t block = index / kBlockRows;
+    return block < sealed_ ? blocks_[block].raw(index % kBlockRows) : open_[index % kBlockRows];
+  }
+  std::size_t heldSize() const noexcept { return sealed_ * kBlockRows + open_.size(); }
+  std::int64_t lookedUp(std::size_t row) const noexcept;
+  std::int64_t foundByKey(std::size_t row) const noexcept;
+
   void append(std::int64_t raw) {
     open_.push_back(raw);
     if (open_.size() == kBlockRows) seal();
@@ -122,6 +138,8 @@ class Column {
   std::size_t sealed_ = 0;
   std::vector<std::int64_t> open_;
   TextDictionary dictionary_;
+  std::shared_ptr<const RowLookUp> lookUp_;                  // of a looked-up column
+  std::unordered_map<std::uint32_t, std::int64_t> written_;  // over what its keys find, by row
 };
 
 }  // namespace bw
