@@ -23,50 +23,37 @@ bool isMoment(FieldType type) noexcept {
   return type == FieldType::date || type == FieldType::time || type == FieldType::dateTime;
 }
 
-// The code of a value in a block; the highest one stands for Null.
-template <class Unsigned>
-Unsigned codeOf(std::int64_t value, std::int64_t base) noexcept {
-  if (value == Column::kNull) return std::numeric_limits<Unsigned>::max();
-  return static_cast<Unsigned>(static_cast<std::uint64_t>(value) -
-                               static_cast<std::uint64_t>(base));
+}  // namespace
+
+template <std::size_t kWidth>
+void Column::Block::packAs(const std::vector<std::int64_t>& values) {
+  width = kWidth;
+  bytes.resize(values.size() * kWidth);
+  for (std::size_t i = 0; i < values.size(); ++i) storeAs<kWidth>(i, values[i]);
+  bytes.shrink_to_fit();
 }
 
-template <class Unsigned>
-void packAs(const std::vector<std::int64_t>& values, std::int64_t base,
-            std::vector<std::uint8_t>& bytes) {
-  bytes.resize(values.size() * sizeof(Unsigned));
-  std::uint8_t* at = bytes.data();
-  for (const std::int64_t value : values) {
-    const auto code = codeOf<Unsigned>(value, base);
-    std::memcpy(at, &code, sizeof code);
-    at += sizeof code;
-  }
-}
-
-template <class Unsigned>
-bool storeAs(std::uint8_t* at, std::int64_t value, std::int64_t base) noexcept {
-  const std::uint64_t distance =
-      static_cast<std::uint64_t>(value) - static_cast<std::uint64_t>(base);
-  if (value != Column::kNull && (value < base || distance >= std::numeric_limits<Unsigned>::max()))
-    return false;
-  const auto code = codeOf<Unsigned>(value, base);
-  std::memcpy(at, &code, sizeof code);
+template <std::size_t kWidth>
+bool Column::Block::storeAs(std::size_t index, std::int64_t raw) noexcept {
+  const std::uint64_t distance = static_cast<std::uint64_t>(raw) - static_cast<std::uint64_t>(base);
+  if (raw != kNull && (raw < base || distance >= kNullCode<kWidth>)) return false;
+  const std::uint64_t code = raw == kNull ? kNullCode<kWidth> : distance;
+  std::memcpy(bytes.data() + index * kWidth, &code, kWidth);
   return true;
 }
 
-}  // namespace
-
 bool Column::Block::store(std::size_t index, std::int64_t raw) noexcept {
-  std::uint8_t* at = bytes.data() + index * width;
   switch (width) {
     case 1:
-      return storeAs<std::uint8_t>(at, raw, base);
+      return storeAs<1>(index, raw);
     case 2:
-      return storeAs<std::uint16_t>(at, raw, base);
+      return storeAs<2>(index, raw);
+    case 3:
+      return storeAs<3>(index, raw);
     case 4:
-      return storeAs<std::uint32_t>(at, raw, base);
+      return storeAs<4>(index, raw);
     default:
-      return storeAs<std::uint64_t>(at, raw, base);
+      return storeAs<8>(index, raw);
   }
 }
 
@@ -82,20 +69,11 @@ void Column::Block::pack(const std::vector<std::int64_t>& values) {
   const std::uint64_t range =
       lowest > highest ? 0
                        : static_cast<std::uint64_t>(highest) - static_cast<std::uint64_t>(lowest);
-  if (range < 0xffU) {
-    width = 1;
-    packAs<std::uint8_t>(values, base, bytes);
-  } else if (range < 0xffffU) {
-    width = 2;
-    packAs<std::uint16_t>(values, base, bytes);
-  } else if (range < 0xffffffffU) {
-    width = 4;
-    packAs<std::uint32_t>(values, base, bytes);
-  } else {
-    width = 8;
-    packAs<std::uint64_t>(values, base, bytes);
-  }
-  bytes.shrink_to_fit();
+  if (range < kNullCode<1>) return packAs<1>(values);
+  if (range < kNullCode<2>) return packAs<2>(values);
+  if (range < kNullCode<3>) return packAs<3>(values);
+  if (range < kNullCode<4>) return packAs<4>(values);
+  packAs<8>(values);
 }
 
 void Column::seal() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -17,9 +18,11 @@ namespace bw {
 
 class RowLookUp;
 
+static_assert(std::endian::native == std::endian::little, "Column packs the low bytes of numbers.");
+
 // One column of a row store. Every value is kept as one whole number, its raw value: the integer
 // itself, the day of a date, the second of a time, day * 86400 + second of both, the dictionary's
-// number of a text. Blocks of rows are packed to 1, 2, 4 or 8 bytes a value, by their range.
+// number of a text. Blocks of rows are packed to 1, 2, 3, 4 or 8 bytes a value, by their range.
 //
 // A looked-up column holds the values of another store's rows; a row has that of the row which its
 // key names. Everything else about it is like in a column that holds a value for each row.
@@ -85,7 +88,7 @@ class Column {
  private:
   static constexpr std::size_t kBlockRows = 1U << 14U;
 
-  // Values less `base`, one code above the range standing for Null.
+  // Values less `base`, lowest byte first, one code above the range standing for Null.
   struct Block {
     std::int64_t base = 0;
     std::uint8_t width = 0;
@@ -94,22 +97,30 @@ class Column {
       const std::uint8_t* at = bytes.data() + index * width;
       switch (width) {
         case 1:
-          return unpack<std::uint8_t>(at);
+          return unpack<1>(at);
         case 2:
-          return unpack<std::uint16_t>(at);
+          return unpack<2>(at);
+        case 3:
+          return unpack<3>(at);
         case 4:
-          return unpack<std::uint32_t>(at);
+          return unpack<4>(at);
         default:
-          return unpack<std::uint64_t>(at);
+          return unpack<8>(at);
       }
     }
-    template <class Unsigned>
+    template <std::size_t kWidth>
+    static constexpr std::uint64_t kNullCode = ~std::uint64_t{0} >> (64 - 8 * kWidth);
+    template <std::size_t kWidth>
     std::int64_t unpack(const std::uint8_t* at) const noexcept {
-      Unsigned code = 0;
-      std::memcpy(&code, at, sizeof code);
-      if (code == std::numeric_limits<Unsigned>::max()) return kNull;
+      std::uint64_t code = 0;
+      std::memcpy(&code, at, kWidth);
+      if (code == kNullCode<kWidth>) return kNull;
       return static_cast<std::int64_t>(static_cast<std::uint64_t>(base) + code);
     }
+    template <std::size_t kWidth>
+    void packAs(const std::vector<std::int64_t>& values);
+    template <std::size_t kWidth>
+    bool storeAs(std::size_t index, std::int64_t raw) noexcept;
     void pack(const std::vector<std::int64_t>& values);
     // Overwrites one value; false when it does not fit the block's base and width.
     bool store(std::size_t index, std::int64_t raw) noexcept;
