@@ -7,6 +7,7 @@
 #include "bench/Forms.h"
 #include "bench/Measure.h"
 #include "core/Principal.h"
+#include "data/SavedQueries.h"
 #include "platform/Connection.h"
 #include "shell/frmMain.h"
 
@@ -91,7 +92,7 @@ int main(int argc, char** argv) {
   bench::setUpForms();
   const std::string path = (bench::folder() / "bench-catalogues.db").string();
   bench::makeOffice(path, {1, 0});
-  DatabaseConnection = Connection(openSqlite(path));
+  DatabaseConnection = officeConnection(openSqlite(path));
   for (const Catalogue& catalogue : kCatalogues) grow(catalogue);
   bench::Bare bare(path);
 

@@ -14,6 +14,7 @@
 #include "controls/EventGuard.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "data/SavedQueries.h"
 #include "platform/Clock.h"
 
 namespace {
@@ -60,7 +61,7 @@ int main(int argc, char** argv) {
     std::cerr << error.what() << '\n';
     std::_Exit(EXIT_FAILURE);
   };
-  DatabaseConnection = Connection(openSqlite(office));
+  DatabaseConnection = officeConnection(openSqlite(office));
   Watch watch;
   application.installEventFilter(&watch);
 

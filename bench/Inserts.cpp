@@ -13,6 +13,7 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
+#include "data/SavedQueries.h"
 #include "platform/Rewriter.h"
 
 namespace {
@@ -30,7 +31,7 @@ class Desk {
  public:
   explicit Desk(const std::string& path) {
     bench::makeOffice(path, kSize);
-    DatabaseConnection = Connection(openSqlite(path));
+    DatabaseConnection = officeConnection(openSqlite(path));
     services().now = [this] { return DateTime{{40000}, {++second_}}; };
   }
 

@@ -10,6 +10,7 @@
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "data/Literals.h"
+#include "data/SavedQueries.h"
 #include "lists/Lists.h"
 #include "platform/Connection.h"
 #include "platform/Text.h"
@@ -164,7 +165,7 @@ RecordSetRef namesWithoutEquals(Connection& connection) {
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
-  Connection connection(openSqlite(bench::grownOffice().string()));
+  Connection connection = officeConnection(openSqlite(bench::grownOffice().string()));
   RecordSetRef rows = connection.Read("SELECT * FROM ChargesDescriptive Where [status]<>2");
   rows->setSort("ChargeRealDate");
   measureFill(rows);

@@ -13,6 +13,7 @@
 #include "controls/Dialog.h"
 #include "core/Principal.h"
 #include "data/BWSQLPatients.h"
+#include "data/SavedQueries.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmPatients.h"
 #include "platform/Text.h"
@@ -147,7 +148,7 @@ int main(int argc, char** argv) {
   bench::setUpForms();
   const std::string path = (bench::folder() / "bench-patients.db").string();
   bench::makeOffice(path, {32000, 0});
-  DatabaseConnection = Connection(openSqlite(path));
+  DatabaseConnection = officeConnection(openSqlite(path));
   addPatientOfMerge();
   bench::Bare bare(path);
 

@@ -8,6 +8,7 @@
 
 #include "bench/Measure.h"
 #include "bench/Office.h"
+#include "data/SavedQueries.h"
 #include "platform/Connection.h"
 
 namespace {
@@ -15,8 +16,8 @@ namespace {
 using namespace bw;
 
 constexpr const char* kStatement = "SELECT * FROM ChargesDescriptive Where [status]<>2";
-constexpr double kMostTimesBare = 1.35;
-constexpr double kMostBytesOfRow = 60;
+constexpr double kMostTimesBare = 0.30;
+constexpr double kMostBytesOfRow = 24;
 
 // Touches every value of every row, in its type, and keeps none.
 std::size_t stepBare(sqlite3* database) {
@@ -49,7 +50,7 @@ int main() {
   if (sqlite3_open_v2(path.c_str(), &bare, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
       SQLITE_OK)
     throw std::runtime_error("The office does not open.");
-  Connection connection(openSqlite(path));
+  Connection connection = officeConnection(openSqlite(path));
   std::size_t sum = 0;
   double bytesOfRow = 0;
   bench::compare(

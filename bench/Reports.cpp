@@ -15,6 +15,7 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
+#include "data/SavedQueries.h"
 #include "platform/Formats.h"
 #include "platform/RelaxedSync.h"
 #include "platform/Text.h"
@@ -166,7 +167,7 @@ void measureArchiving(const std::string& database) {
   // A log that an earlier run left would spoil the copy.
   for (const char* ending : {"", "-wal", "-shm"}) fs::remove(other + ending);
   fs::copy_file(database, other);
-  DatabaseConnection = Connection(openSqlite(database));
+  DatabaseConnection = officeConnection(openSqlite(database));
   bench::Bare bare(other);
   const Date until{bench::kFirstDay.day + kArchivedDays};
   std::vector<Key> keys;
@@ -207,7 +208,7 @@ int main() {
   services().view = [](const fs::path&) {};
   const std::string database = (bench::folder() / "reports.db").string();
   bench::makeOffice(database, kOffice);
-  DatabaseConnection = Connection(openSqlite(database));
+  DatabaseConnection = officeConnection(openSqlite(database));
   measureList();
   measureDetails(database);
   measurePosting(database);

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstring>
 
+#include "platform/KeyIndex.h"
+
 namespace bw {
 namespace {
 
@@ -21,50 +23,37 @@ bool isMoment(FieldType type) noexcept {
   return type == FieldType::date || type == FieldType::time || type == FieldType::dateTime;
 }
 
-// The code of a value in a block; the highest one stands for Null.
-template <class Unsigned>
-Unsigned codeOf(std::int64_t value, std::int64_t base) noexcept {
-  if (value == Column::kNull) return std::numeric_limits<Unsigned>::max();
-  return static_cast<Unsigned>(static_cast<std::uint64_t>(value) -
-                               static_cast<std::uint64_t>(base));
+}  // namespace
+
+template <std::size_t kWidth>
+void Column::Block::packAs(const std::vector<std::int64_t>& values) {
+  width = kWidth;
+  bytes.resize(values.size() * kWidth);
+  for (std::size_t i = 0; i < values.size(); ++i) storeAs<kWidth>(i, values[i]);
+  bytes.shrink_to_fit();
 }
 
-template <class Unsigned>
-void packAs(const std::vector<std::int64_t>& values, std::int64_t base,
-            std::vector<std::uint8_t>& bytes) {
-  bytes.resize(values.size() * sizeof(Unsigned));
-  std::uint8_t* at = bytes.data();
-  for (const std::int64_t value : values) {
-    const auto code = codeOf<Unsigned>(value, base);
-    std::memcpy(at, &code, sizeof code);
-    at += sizeof code;
-  }
-}
-
-template <class Unsigned>
-bool storeAs(std::uint8_t* at, std::int64_t value, std::int64_t base) noexcept {
-  const std::uint64_t distance =
-      static_cast<std::uint64_t>(value) - static_cast<std::uint64_t>(base);
-  if (value != Column::kNull && (value < base || distance >= std::numeric_limits<Unsigned>::max()))
-    return false;
-  const auto code = codeOf<Unsigned>(value, base);
-  std::memcpy(at, &code, sizeof code);
+template <std::size_t kWidth>
+bool Column::Block::storeAs(std::size_t index, std::int64_t raw) noexcept {
+  const std::uint64_t distance = static_cast<std::uint64_t>(raw) - static_cast<std::uint64_t>(base);
+  if (raw != kNull && (raw < base || distance >= kNullCode<kWidth>)) return false;
+  const std::uint64_t code = raw == kNull ? kNullCode<kWidth> : distance;
+  std::memcpy(bytes.data() + index * kWidth, &code, kWidth);
   return true;
 }
 
-}  // namespace
-
 bool Column::Block::store(std::size_t index, std::int64_t raw) noexcept {
-  std::uint8_t* at = bytes.data() + index * width;
   switch (width) {
     case 1:
-      return storeAs<std::uint8_t>(at, raw, base);
+      return storeAs<1>(index, raw);
     case 2:
-      return storeAs<std::uint16_t>(at, raw, base);
+      return storeAs<2>(index, raw);
+    case 3:
+      return storeAs<3>(index, raw);
     case 4:
-      return storeAs<std::uint32_t>(at, raw, base);
+      return storeAs<4>(index, raw);
     default:
-      return storeAs<std::uint64_t>(at, raw, base);
+      return storeAs<8>(index, raw);
   }
 }
 
@@ -80,20 +69,11 @@ void Column::Block::pack(const std::vector<std::int64_t>& values) {
   const std::uint64_t range =
       lowest > highest ? 0
                        : static_cast<std::uint64_t>(highest) - static_cast<std::uint64_t>(lowest);
-  if (range < 0xffU) {
-    width = 1;
-    packAs<std::uint8_t>(values, base, bytes);
-  } else if (range < 0xffffU) {
-    width = 2;
-    packAs<std::uint16_t>(values, base, bytes);
-  } else if (range < 0xffffffffU) {
-    width = 4;
-    packAs<std::uint32_t>(values, base, bytes);
-  } else {
-    width = 8;
-    packAs<std::uint64_t>(values, base, bytes);
-  }
-  bytes.shrink_to_fit();
+  if (range < kNullCode<1>) return packAs<1>(values);
+  if (range < kNullCode<2>) return packAs<2>(values);
+  if (range < kNullCode<3>) return packAs<3>(values);
+  if (range < kNullCode<4>) return packAs<4>(values);
+  packAs<8>(values);
 }
 
 void Column::seal() {
@@ -151,13 +131,48 @@ void Column::appendTexts(std::span<const std::string_view> texts) {
 void Column::becomeText() {
   std::vector<std::int64_t> raws;
   raws.reserve(size());
-  forEachRaw([&](std::size_t, std::int64_t raw) { raws.push_back(raw); });
+  for (std::size_t row = 0; row < size(); ++row) raws.push_back(raw(row));
   blocks_.clear();
   open_.clear();
   sealed_ = 0;
   type_ = FieldType::text;
   for (const std::int64_t raw : raws)
     append(raw == kNull ? kNull : dictionary_.number(std::to_string(raw)));
+}
+
+std::size_t Column::size() const noexcept {
+  return lookUp_ == nullptr ? heldSize() : lookUp_->key().size();
+}
+
+Column Column::ordered(const std::vector<std::uint32_t>& rows) && {
+  Column moved(std::move(name_), declared_);
+  moved.type_ = type_;
+  for (const std::uint32_t row : rows) moved.append(held(row));
+  moved.dictionary_ = std::move(dictionary_);
+  moved.finish();
+  return moved;
+}
+
+void Column::lookUp(std::string name, std::shared_ptr<const RowLookUp> rows) {
+  name_ = std::move(name);
+  lookUp_ = std::move(rows);
+}
+
+bool Column::isLookedUpBy(const Column& key) const noexcept {
+  return lookUp_ != nullptr && &lookUp_->key() == &key;
+}
+
+std::int64_t Column::foundByKey(std::size_t row) const noexcept {
+  const std::uint32_t found = lookUp_->row(row);
+  return found == KeyIndex::kNone ? kNull : held(found);
+}
+
+std::int64_t Column::lookedUp(std::size_t row) const noexcept {
+  if (!written_.empty()) {
+    const auto own = written_.find(static_cast<std::uint32_t>(row));
+    if (own != written_.end()) return own->second;
+  }
+  return foundByKey(row);
 }
 
 Value Column::value(std::size_t row) const {
@@ -208,6 +223,13 @@ std::int64_t Column::rawOf(const Value& value) {
 void Column::set(std::size_t row, const Value& value) {
   if (type_ == FieldType::untyped && !bw::isNull(value)) type_ = typeOf(value);
   const std::int64_t number = rawOf(value);
+  if (lookUp_ != nullptr) {
+    if (number == foundByKey(row))
+      written_.erase(static_cast<std::uint32_t>(row));
+    else
+      written_[static_cast<std::uint32_t>(row)] = number;
+    return;
+  }
   const std::size_t block = row / kBlockRows;
   if (block >= sealed_) {
     open_[row % kBlockRows] = number;
@@ -223,6 +245,8 @@ void Column::set(std::size_t row, const Value& value) {
 std::size_t Column::bytes() const noexcept {
   std::size_t total = open_.capacity() * sizeof(std::int64_t) + dictionary_.bytes();
   for (const Block& block : blocks_) total += sizeof(Block) + block.bytes.capacity();
+  constexpr std::size_t kNode = sizeof(void*) + sizeof(*written_.begin());
+  total += written_.size() * kNode + written_.bucket_count() * sizeof(void*);
   return total;
 }
 

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/TextDictionary.h"
@@ -13,9 +16,16 @@
 
 namespace bw {
 
+class RowLookUp;
+
+static_assert(std::endian::native == std::endian::little, "Column packs the low bytes of numbers.");
+
 // One column of a row store. Every value is kept as one whole number, its raw value: the integer
 // itself, the day of a date, the second of a time, day * 86400 + second of both, the dictionary's
-// number of a text. Blocks of rows are packed to 1, 2, 4 or 8 bytes a value, by their range.
+// number of a text. Blocks of rows are packed to 1, 2, 3, 4 or 8 bytes a value, by their range.
+//
+// A looked-up column holds the values of another store's rows; a row has that of the row which its
+// key names. Everything else about it is like in a column that holds a value for each row.
 class Column {
  public:
   static constexpr std::int64_t kNull = std::numeric_limits<std::int64_t>::min();
@@ -27,11 +37,13 @@ class Column {
   // The declared type; of an untyped column integer or text, by its first value.
   FieldType type() const noexcept { return type_; }
   bool isText() const noexcept { return type_ == FieldType::text; }
-  std::size_t size() const noexcept { return sealed_ * kBlockRows + open_.size(); }
+  std::size_t size() const noexcept;
 
   // Appends what the engine delivers. What stands in a date or time column must be a text of the
   // database's form; if it is not, it is kept as no value.
-  void appendNull() { append(kNull); }
+  void appendNull() {
+    if (lookUp_ == nullptr) append(kNull);
+  }
   void appendInteger(std::int64_t number);
   void appendText(std::string_view text);
   // At most kMostTexts, to a column of texts. One without data stands for Null.
@@ -39,12 +51,20 @@ class Column {
   static constexpr std::size_t kMostTexts = 256;
   void finish();  // gives back what was reserved for further rows
 
+  // The column with its rows in that order.
+  Column ordered(const std::vector<std::uint32_t>& rows) &&;
+
+  // Makes the values so far those of the rows that `rows` finds. From then on the column is as long
+  // as the one with the keys, and values can only be written over.
+  void lookUp(std::string name, std::shared_ptr<const RowLookUp> rows);
+  bool isLookedUpBy(const Column& key) const noexcept;
+  // Lets a row of a looked-up column keep its value when its key changes.
+  void keep(std::size_t row) { written_.try_emplace(static_cast<std::uint32_t>(row), raw(row)); }
+
   Value value(std::size_t row) const;
   bool isNull(std::size_t row) const noexcept { return raw(row) == kNull; }
   std::int64_t raw(std::size_t row) const noexcept {
-    const std::size_t block = row / kBlockRows;
-    const std::size_t index = row % kBlockRows;
-    return block < sealed_ ? blocks_[block].raw(index) : open_[index];
+    return lookUp_ == nullptr ? held(row) : lookedUp(row);
   }
   std::string_view textOfRaw(std::int64_t raw) const { return dictionary_.text(raw); }
 
@@ -52,15 +72,6 @@ class Column {
 
   // Stores a value that fits the column's type already (see convertedTo).
   void set(std::size_t row, const Value& value);
-
-  // Calls f(row, raw) for every row in order; faster than asking row by row.
-  template <class F>
-  void forEachRaw(F f) const {
-    std::size_t row = 0;
-    for (const Block& block : blocks_)
-      for (std::size_t i = 0; i < kBlockRows; ++i) f(row++, block.raw(i));
-    for (const std::int64_t raw : open_) f(row++, raw);
-  }
 
   // Keys that order like the values, without regard to the case of texts; Null is the lowest.
   // Ranks stay valid until the column grows or changes.
@@ -77,7 +88,7 @@ class Column {
  private:
   static constexpr std::size_t kBlockRows = 1U << 14U;
 
-  // Values less `base`, one code above the range standing for Null.
+  // Values less `base`, lowest byte first, one code above the range standing for Null.
   struct Block {
     std::int64_t base = 0;
     std::uint8_t width = 0;
@@ -86,26 +97,42 @@ class Column {
       const std::uint8_t* at = bytes.data() + index * width;
       switch (width) {
         case 1:
-          return unpack<std::uint8_t>(at);
+          return unpack<1>(at);
         case 2:
-          return unpack<std::uint16_t>(at);
+          return unpack<2>(at);
+        case 3:
+          return unpack<3>(at);
         case 4:
-          return unpack<std::uint32_t>(at);
+          return unpack<4>(at);
         default:
-          return unpack<std::uint64_t>(at);
+          return unpack<8>(at);
       }
     }
-    template <class Unsigned>
+    template <std::size_t kWidth>
+    static constexpr std::uint64_t kNullCode = ~std::uint64_t{0} >> (64 - 8 * kWidth);
+    template <std::size_t kWidth>
     std::int64_t unpack(const std::uint8_t* at) const noexcept {
-      Unsigned code = 0;
-      std::memcpy(&code, at, sizeof code);
-      if (code == std::numeric_limits<Unsigned>::max()) return kNull;
+      std::uint64_t code = 0;
+      std::memcpy(&code, at, kWidth);
+      if (code == kNullCode<kWidth>) return kNull;
       return static_cast<std::int64_t>(static_cast<std::uint64_t>(base) + code);
     }
+    template <std::size_t kWidth>
+    void packAs(const std::vector<std::int64_t>& values);
+    template <std::size_t kWidth>
+    bool storeAs(std::size_t index, std::int64_t raw) noexcept;
     void pack(const std::vector<std::int64_t>& values);
     // Overwrites one value; false when it does not fit the block's base and width.
     bool store(std::size_t index, std::int64_t raw) noexcept;
   };
+
+  std::int64_t held(std::size_t index) const noexcept {
+    const std::size_t block = index / kBlockRows;
+    return block < sealed_ ? blocks_[block].raw(index % kBlockRows) : open_[index % kBlockRows];
+  }
+  std::size_t heldSize() const noexcept { return sealed_ * kBlockRows + open_.size(); }
+  std::int64_t lookedUp(std::size_t row) const noexcept;
+  std::int64_t foundByKey(std::size_t row) const noexcept;
 
   void append(std::int64_t raw) {
     open_.push_back(raw);
@@ -122,6 +149,8 @@ class Column {
   std::size_t sealed_ = 0;
   std::vector<std::int64_t> open_;
   TextDictionary dictionary_;
+  std::shared_ptr<const RowLookUp> lookUp_;                  // of a looked-up column
+  std::unordered_map<std::uint32_t, std::int64_t> written_;  // over what its keys find, by row
 };
 
 }  // namespace bw

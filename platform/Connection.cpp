@@ -113,8 +113,13 @@ std::int64_t Connection::Execute(std::string_view statement) {
 
 RecordSetRef Connection::Read(std::string_view statement, LockType lock) {
   if (tap) tap(statement);
-  return RecordSetRef(
-      std::make_shared<RecordSet>(engine().read(rewriteStatement(statement)), lock));
+  return RecordSetRef(std::make_shared<RecordSet>(readRows(statement), lock));
+}
+
+std::shared_ptr<RowStore> Connection::readRows(std::string_view statement) {
+  for (const LookedUpQuery& query : lookedUpQueries)
+    if (std::shared_ptr<RowStore> rows = readLookedUp(engine(), query, statement)) return rows;
+  return engine().read(rewriteStatement(statement));
 }
 
 }  // namespace bw

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/Engine.h"
+#include "platform/LookedUpQuery.h"
 #include "platform/RecordSet.h"
 
 namespace bw {
@@ -20,6 +21,9 @@ class Connection {
   explicit Connection(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {}
 
   std::string ConnectionString;
+
+  // Saved queries whose rows Read puts together by itself, where a statement allows it.
+  std::span<const LookedUpQuery> lookedUpQueries;
 
   // Opens what ConnectionString names: its data source, its workgroup file, its account.
   // Raises error `database` when one of them is missing or refused.
@@ -51,6 +55,7 @@ class Connection {
  private:
   Engine& engine();
   void control(const std::string& statement);
+  std::shared_ptr<RowStore> readRows(std::string_view statement);
   void requireLevel() const;
   void requireAlive();
 

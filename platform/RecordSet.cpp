@@ -185,7 +185,7 @@ void RecordSet::Update() {
     for (Column& column : store().columns) column.appendNull();
     if (!gone_.empty()) gone_.push_back(false);
   }
-  for (const auto& [column, value] : edit.values) store().columns[column].set(row, value);
+  for (const auto& [column, value] : edit.values) store().set(row, column, value);
   if (edit.isNew) place_ = {At::outside, view_.size(), row};
   settle(row);
 }

@@ -21,6 +21,14 @@ class RowStore {
   // Raises 3265 when there is none.
   std::size_t indexOf(std::string_view name) const;
 
+  // Stores a value that fits the column's type already. Columns that are looked up by this one keep
+  // what they have in that row.
+  void set(std::size_t row, std::size_t column, const Value& value);
+
+  // Brings rows into the order of the columns with those indexes, the first one before the others.
+  // Not with looked-up columns.
+  void orderBy(const std::vector<std::size_t>& keys);
+
   std::size_t bytes() const noexcept;
 };
 

@@ -6,6 +6,7 @@
 #include "core/ApoyoRegistry.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "data/SavedQueries.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
 
@@ -19,6 +20,7 @@ bool start() {
     MsgBox(message);
     return false;
   }
+  DatabaseConnection.lookedUpQueries = lookedUpQueries();
   std::unique_ptr<frmMain> window;
   showSplash([&window] { window = std::make_unique<frmMain>(); });
   // Before it loads: while it does, the tree switches views through MainWindow.

@@ -1,6 +1,7 @@
 #include "tests/data/DataFixture.h"
 
 #include "core/Principal.h"
+#include "data/SavedQueries.h"
 #include "data/Schema.h"
 
 namespace bw {
@@ -10,7 +11,7 @@ DataTest::DataTest()
   resetShared();
   auto engine = openSqlite(":memory:");
   createSchema(*engine);
-  DatabaseConnection = Connection(std::move(engine));
+  DatabaseConnection = officeConnection(std::move(engine));
   DatabaseConnection.tap = [this](std::string_view statement) {
     statements_.emplace_back(statement);
     if (onStatement) onStatement(statement);

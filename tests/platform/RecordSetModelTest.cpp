@@ -4,6 +4,7 @@
 #include <numeric>
 #include <random>
 
+#include "platform/KeyIndex.h"
 #include "platform/RecordSet.h"
 #include "tests/platform/Rows.h"
 
@@ -74,11 +75,16 @@ const std::vector<Field> kFields{{"Code", FieldType::smallint}, {"Lot", FieldTyp
                                  {"Names", FieldType::text},    {"Born", FieldType::date},
                                  {"Time", FieldType::time},     {"Stamp", FieldType::dateTime}};
 
-class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
+struct Rows {
+  std::size_t count;
+  bool lookedUp;  // names, births and stamps in another store, by the code
+};
+
+class RecordSetModelTest : public ::testing::TestWithParam<Rows> {
  protected:
   RecordSetModelTest()
-      : random_(20030615), model_(makeRows(GetParam())),
-        set_(makeStore(kFields, rows_), LockType::optimistic) {}
+      : random_(20030615), model_(makeRows(GetParam().count)),
+        set_(makeStore(), LockType::optimistic) {}
 
   std::uint32_t upTo(std::uint32_t count) { return static_cast<std::uint32_t>(random_()) % count; }
 
@@ -106,7 +112,35 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
   }
   std::vector<Row> makeRows(std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) rows_.push_back(randomRow());
+    if (GetParam().lookedUp) makeParents();
     return rows_;
+  }
+
+  static constexpr std::size_t kLookedUp[] = {2, 3, 5};
+  void makeParents() {
+    for (std::int64_t code = -18; code < 20; code += 1 + upTo(2)) {
+      parents_.push_back(randomRow());
+      parents_.back().front() = code;
+    }
+    for (Row& row : rows_) {
+      const auto parent = std::find_if(parents_.begin(), parents_.end(),
+                                       [&](const Row& one) { return one[0] == row[0]; });
+      for (const std::size_t i : kLookedUp)
+        row[i] = parent == parents_.end() ? Value() : (*parent)[i];
+    }
+  }
+
+  std::shared_ptr<RowStore> makeStore() {
+    std::shared_ptr<RowStore> store = bw::makeStore(kFields, rows_);
+    if (!GetParam().lookedUp) return store;
+    const std::shared_ptr<RowStore> parents = bw::makeStore(kFields, parents_);
+    const auto lookUp =
+        std::make_shared<RowLookUp>(store->columns[0], KeyIndex(parents->columns[0]));
+    for (const std::size_t i : kLookedUp) {
+      store->columns[i] = std::move(parents->columns[i]);
+      store->columns[i].lookUp(std::string(kFields[i].name), lookUp);
+    }
+    return store;
   }
 
   void sortAtRandom() {
@@ -161,12 +195,13 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
 
   std::mt19937 random_;
   std::vector<Row> rows_;
+  std::vector<Row> parents_;
   Model model_;
   RecordSet set_;
 };
 
 TEST_P(RecordSetModelTest, RowsAndPositionsAgreeAfterEveryChange) {
-  const int rounds = GetParam() > 1000 ? 30 : 2000;
+  const int rounds = GetParam().count > 1000 ? 30 : 2000;
   for (int round = 0; round < rounds; ++round) {
     SCOPED_TRACE(round);
     const std::uint32_t action = upTo(10);
@@ -219,7 +254,9 @@ TEST_P(RecordSetModelTest, RowsAndPositionsAgreeAfterEveryChange) {
 }
 
 // The second size crosses two packed blocks.
-INSTANTIATE_TEST_SUITE_P(Sizes, RecordSetModelTest, ::testing::Values(40, 33500));
+INSTANTIATE_TEST_SUITE_P(Sizes, RecordSetModelTest,
+                         ::testing::Values(Rows{40, false}, Rows{33500, false}, Rows{40, true},
+                                           Rows{33500, true}));
 
 }  // namespace
 }  // namespace bw
