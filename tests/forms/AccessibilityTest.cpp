@@ -273,8 +273,7 @@ TEST_P(DialogAccessibilityTest, IsNamedReachedInOrderAndLeftWithoutAnAct) {
     EXPECT_EQ(takeStatements(), Faults{});
   });
   row.open();
-  QApplication::processEvents();
-  EXPECT_EQ(QApplication::activeWindow(), &window()) << "the window below takes over";
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&window())) << "the window below takes over";
 }
 
 INSTANTIATE_TEST_SUITE_P(Forms, DialogAccessibilityTest, testing::ValuesIn(kDialogs),

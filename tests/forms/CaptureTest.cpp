@@ -92,7 +92,7 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
     type(date, "14/6/2003");
     QTest::keyClick(&date, Qt::Key_Return, Qt::ControlModifier);
     EXPECT_TRUE(editor.isVisible());
-    EXPECT_EQ(charge(), "25001|6/15/2003|1|2|2|3|0|null") << "no date is stored for another";
+    EXPECT_EQ(charge(), "25001|6/15/2003|1|1221|2|3|0|null") << "no date is stored for another";
     type(date, "6/14/03");
     QTest::keyClick(&date, Qt::Key_Return, Qt::ControlModifier);
   });

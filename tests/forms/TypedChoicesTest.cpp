@@ -17,8 +17,9 @@ void press(Qt::Key key, Qt::KeyboardModifiers with = {}) {
 void letters(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
 QString hint(const QWidget& window) {
-  for (const Hint* hint : window.findChildren<Hint*>())
-    if (hint->isVisibleTo(&window)) return hint->text();
+  for (const QLabel* label : window.findChildren<QLabel*>())
+    if (dynamic_cast<const Hint*>(label) != nullptr && label->isVisibleTo(&window))
+      return label->text();
   return {};
 }
 QString line(const QWidget& window, const char* name) {
