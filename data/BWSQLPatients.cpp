@@ -48,8 +48,8 @@ int PatientInsert(std::int16_t& PatientId, const std::string& Names,
       insertRecord(code, PatientId,
                    concat("INSERT INTO Patient (PatientId, [Names] , DateOfBirth, AccountNumber, "
                           "InsuranceCode) VALUES (",
-                          code, ", ", "'", Names, "',", "#", monthFirst(DateOfBirth), "#, ", "'",
-                          AccountNumber, "',", InsuranceCode, ")"),
+                          code, ", ", "'", Names, "',", "#", monthFirstIfAny(DateOfBirth), "#, ",
+                          "'", AccountNumber, "',", InsuranceCode, ")"),
                    message);
   return tellWhichDate(result, message);
 }
@@ -59,7 +59,7 @@ int PatientUpdate(std::int16_t PatientId, const std::string& Names, std::optiona
                   std::string& message) {
   const int result = changeRecord(
       concat("UPDATE Patient SET", " [Names]='", Names, "', ", " DateOfBirth = #",
-             yearFirst(DateOfBirth), "#, ", " AccountNumber='", AccountNumber, "', ",
+             yearFirstIfAny(DateOfBirth), "#, ", " AccountNumber='", AccountNumber, "', ",
              " InsuranceCode=", InsuranceCode, ", ", stampNow(), " WHERE PatientId = ", PatientId),
       kUpdateTouchedNothing, message);
   return tellWhichDate(result, message);

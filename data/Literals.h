@@ -11,10 +11,10 @@ namespace bw {
 // is refused.
 inline std::string monthFirst(Date date) { return Format(date, "mm/dd/yyyy"); }
 inline std::string yearFirst(Date date) { return Format(date, "yyyy/mm/dd"); }
-inline std::string monthFirst(std::optional<Date> date) {
+inline std::string monthFirstIfAny(std::optional<Date> date) {
   return date ? monthFirst(*date) : std::string();
 }
-inline std::string yearFirst(std::optional<Date> date) {
+inline std::string yearFirstIfAny(std::optional<Date> date) {
   return date ? yearFirst(*date) : std::string();
 }
 inline std::string clock24(TimeOfDay time) { return Format(time, "hh:MM:ss"); }
