@@ -12,66 +12,45 @@ namespace {
 using enum FieldType;
 using enum Collation;
 
+template <std::size_t count>
+constexpr std::array<SchemaColumn, count> columns(const SchemaColumn (&all)[count]) {
+  return std::to_array(all);
+}
+
 constexpr SchemaColumn kDescription{.name = "Description", .type = text};
 constexpr SchemaColumn kChecked{.name = "checked", .working = true};
 
 // clang-format off
 
-constexpr auto kFacilityTypes = std::to_array<SchemaColumn>({
-    {.name = "FacilityTypeCode"},
-    kDescription,
-});
-
-constexpr auto kChargeTypes = std::to_array<SchemaColumn>({
+constexpr auto kFacilityTypes = columns({{.name = "FacilityTypeCode"}, kDescription});
+constexpr auto kChargeTypes = columns({
     {.name = "ChargeTypeCode"},
     kDescription,
-    {.name = "DoctorCaption", .type = text},
-});
-
-constexpr auto kAttentionTypes = std::to_array<SchemaColumn>({
-    {.name = "AttentionTypeCode"},
-    kDescription,
-});
-
-constexpr auto kFrequency = std::to_array<SchemaColumn>({
-    {.name = "Frequency"},
-    kDescription,
-});
-
-constexpr auto kSicknessType = std::to_array<SchemaColumn>({
-    {.name = "SicknessTypeCode"},
-    kDescription,
-});
-
-constexpr auto kInsurance = std::to_array<SchemaColumn>({
+    {.name = "DoctorCaption", .type = text}});
+constexpr auto kAttentionTypes = columns({{.name = "AttentionTypeCode"}, kDescription});
+constexpr auto kFrequency = columns({{.name = "Frequency"}, kDescription});
+constexpr auto kSicknessType = columns({{.name = "SicknessTypeCode"}, kDescription});
+constexpr auto kInsurance = columns({
     {.name = "InsuranceCode"},
     kDescription,
-    {.name = "BillingInsuranceCode", .type = text, .collation = codes},
-});
-
-constexpr auto kDiagnosisFamily = std::to_array<SchemaColumn>({
+    {.name = "BillingInsuranceCode", .type = text, .collation = codes}});
+constexpr auto kDiagnosisFamily = columns({
     {.name = "DiagnosisFamilyCode"},
-    {.name = "DiagnosisFamilyDescription", .type = text},
-});
-
-constexpr auto kDiagnosis = std::to_array<SchemaColumn>({
+    {.name = "DiagnosisFamilyDescription", .type = text}});
+constexpr auto kDiagnosis = columns({
     {.name = "DiagnosisCode"},
     kDescription,
     {.name = "DiagnosisFamilyCode", .parent = "DiagnosisFamily"},
     {.name = "RealDiagnosisCode", .type = text},
     {.name = "BillingDiagnosisCode", .type = text, .collation = codes},
-    kChecked,
-});
-
-constexpr auto kProcedures = std::to_array<SchemaColumn>({
+    kChecked});
+constexpr auto kProcedures = columns({
     {.name = "ProcedureCode"},
     kDescription,
     {.name = "RealProcedureCode", .type = text},
     {.name = "BillingProcedureCode", .type = text, .collation = codes},
-    kChecked,
-});
-
-constexpr auto kEvaluationManagement = std::to_array<SchemaColumn>({
+    kChecked});
+constexpr auto kEvaluationManagement = columns({
     {.name = "EMCode", .type = integer},
     kDescription,
     {.name = "FacilityTypeCode", .parent = "FacilityTypes"},
@@ -81,43 +60,31 @@ constexpr auto kEvaluationManagement = std::to_array<SchemaColumn>({
     {.name = "RealEMCode", .type = text},
     {.name = "ShowOnFirst"},
     {.name = "ShowOnNext"},
-    {.name = "IsDischarge"},
-});
-
-constexpr auto kFacility = std::to_array<SchemaColumn>({
+    {.name = "IsDischarge"}});
+constexpr auto kFacility = columns({
     {.name = "FacilityCode", .zeroIsNone = true},
     kDescription,
     {.name = "FacilityTypeCode", .parent = "FacilityTypes"},
     {.name = "BillingFacilityCode", .type = text, .collation = codes},
-    {.name = "BillingFacilityCodeOut", .type = text, .collation = codes},
-});
-
-constexpr auto kFacilityWards = std::to_array<SchemaColumn>({
+    {.name = "BillingFacilityCodeOut", .type = text, .collation = codes}});
+constexpr auto kFacilityWards = columns({
     {.name = "WardCode", .zeroIsNone = true},
     {.name = "FacilityCode", .parent = "Facility", .parentsPart = true},
     kDescription,
-    kChecked,
-});
-
-constexpr auto kDoctors = std::to_array<SchemaColumn>({
+    kChecked});
+constexpr auto kDoctors = columns({
     {.name = "DoctorCode", .zeroIsNone = true},
     kDescription,
-    {.name = "BillingDoctorCode", .type = text, .collation = codes},
-});
-
-constexpr auto kDoctorCoveringDoctors = std::to_array<SchemaColumn>({
+    {.name = "BillingDoctorCode", .type = text, .collation = codes}});
+constexpr auto kDoctorCoveringDoctors = columns({
     {.name = "DoctorCode", .parent = "Doctors", .parentsPart = true},
-    {.name = "CoveringDoctorCode", .parent = "Doctors", .parentsPart = true},
-});
-
-constexpr auto kSickness = std::to_array<SchemaColumn>({
+    {.name = "CoveringDoctorCode", .parent = "Doctors", .parentsPart = true}});
+constexpr auto kSickness = columns({
     {.name = "SicknessCode"},
     kDescription,
     {.name = "SicknessTypeCode", .parent = "SicknessType"},
-    kChecked,
-});
-
-constexpr auto kPatient = std::to_array<SchemaColumn>({
+    kChecked});
+constexpr auto kPatient = columns({
     {.name = "PatientId", .zeroIsNone = true},
     {.name = "Names", .type = text},
     {.name = "DateOfBirth", .type = date, .optional = true},
@@ -127,23 +94,17 @@ constexpr auto kPatient = std::to_array<SchemaColumn>({
     {.name = "InWardCode", .parent = "FacilityWards", .zeroIsNone = true},
     {.name = "InDoctorCode", .parent = "Doctors", .zeroIsNone = true},
     {.name = "LastChargeDate", .type = date, .optional = true},
-    {.name = "ZITS", .type = dateTime, .optional = true},
-});
-
-constexpr auto kPatientHistory = std::to_array<SchemaColumn>({
+    {.name = "ZITS", .type = dateTime, .optional = true}});
+constexpr auto kPatientHistory = columns({
     {.name = "PatientId", .parent = "Patient", .parentsPart = true},
     {.name = "SicknessCode", .parent = "Sickness"},
-    {.name = "SicknessTypeCode", .parent = "SicknessType"},
-});
-
-constexpr auto kPatientDoctors = std::to_array<SchemaColumn>({
+    {.name = "SicknessTypeCode", .parent = "SicknessType"}});
+constexpr auto kPatientDoctors = columns({
     {.name = "PatientId", .parent = "Patient", .parentsPart = true},
     {.name = "DoctorCode", .parent = "Doctors"},
     {.name = "AttentionTypeCode", .parent = "AttentionTypes"},
-    {.name = "Frequency", .parent = "Frequency"},
-});
-
-constexpr auto kPatientCharges = std::to_array<SchemaColumn>({
+    {.name = "Frequency", .parent = "Frequency"}});
+constexpr auto kPatientCharges = columns({
     {.name = "PatientId", .parent = "Patient"},
     {.name = "ChargeDate", .type = date},
     {.name = "ChargeTime", .type = time},
@@ -153,22 +114,17 @@ constexpr auto kPatientCharges = std::to_array<SchemaColumn>({
     {.name = "DoctorCode", .parent = "Doctors"},
     {.name = "ReferDoctorCode", .parent = "Doctors"},
     {.name = "Status"},
-    {.name = "PrintLot", .type = integer, .optional = true},
-});
-
-constexpr auto kChargeDiagnosis = std::to_array<SchemaColumn>({
+    {.name = "PrintLot", .type = integer, .optional = true}});
+constexpr auto kChargeDiagnosis = columns({
     {.name = "PatientId"},
     {.name = "ChargeDate", .type = date},
     {.name = "ChargeTime", .type = time},
-    {.name = "DiagnosisCode", .parent = "Diagnosis"},
-});
-
-constexpr auto kChargeProcedures = std::to_array<SchemaColumn>({
+    {.name = "DiagnosisCode", .parent = "Diagnosis"}});
+constexpr auto kChargeProcedures = columns({
     {.name = "PatientId"},
     {.name = "ChargeDate", .type = date},
     {.name = "ChargeTime", .type = time},
-    {.name = "ProcedureCode", .parent = "Procedures"},
-});
+    {.name = "ProcedureCode", .parent = "Procedures"}});
 
 // None on Status alone, which would draw the planner away from the date; none on doctor, facility or
 // insurance, where reading the table is as quick; none for refused deletes.

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <string>
 #include <string_view>
+
+#include "platform/EngineStatement.h"
 
 namespace bw {
 
@@ -12,6 +13,8 @@ namespace bw {
 // statement and is dropped. Refused, with a sentence in the error's text (number `database`): an
 // unterminated quote, bracket or date, an impossible date, a comment, a double quote or back quote,
 // a NUL, a parameter sign, and a second statement.
-std::string rewriteStatement(std::string_view statement);
+// SELECT, UPDATE and DELETE get a shape. Values that decide what a statement means, such as the
+// numbers of columns that it sorts by, stand behind no equals sign and stay in it.
+EngineStatement rewriteStatement(std::string_view statement);
 
 }  // namespace bw

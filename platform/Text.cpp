@@ -127,17 +127,6 @@ std::string fold(std::string_view text) {
   return folded;
 }
 
-int compareText(std::string_view a, std::string_view b) {
-  // Folding goes character by character, so what is equal in front can be left out.
-  std::size_t at = 0;
-  for (; at < a.size() && at < b.size(); ++at) {
-    if (!isAscii(a[at]) || !isAscii(b[at])) return fold(a.substr(at)).compare(fold(b.substr(at)));
-    const int difference = lower(a[at]) - lower(b[at]);
-    if (difference != 0) return difference;
-  }
-  return static_cast<int>(at < a.size()) - static_cast<int>(at < b.size());
-}
-
 bool sameName(std::string_view a, std::string_view b) noexcept {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return lower(x) == lower(y); });

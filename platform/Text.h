@@ -33,9 +33,6 @@ void makeLower(std::span<char> letters) noexcept;  // those of ASCII
 std::string fold(std::string_view text);
 void appendFolded(std::string& out, std::string_view text);
 
-// One order for sorting, filtering and searching: by folding. Negative, 0 or positive.
-int compareText(std::string_view a, std::string_view b);
-
 // Names in the program's own tables (columns, settings, operations): ASCII letters without case.
 bool sameName(std::string_view a, std::string_view b) noexcept;
 
