@@ -20,8 +20,6 @@ struct CodePoint {
   std::size_t bytes = 1;
 };
 
-bool isAscii(char c) noexcept { return static_cast<unsigned char>(c) < 0x80; }
-
 char lower(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 // The code point that begins at that byte.
