@@ -56,7 +56,7 @@ std::vector<Statements> issued(const std::string& path) {
   std::vector<Statements> runs(bench::kRuns + 1);
   for (Statements& run : runs) {
     DatabaseConnection.tap = [&run](std::string_view text) {
-      run.push_back(rewriteStatement(text));
+      run.push_back(rewriteStatement(text).text);
     };
     desk.store();
   }

@@ -1,6 +1,6 @@
 # Turns text files into C++ constants: cmake -DOUTPUT=file.cpp -DNAMES=a;b -DFILES=x;y -P this.
 # The texts are cut into pieces, since compilers bound the length of one literal.
-set(code "#include \"data/SchemaTexts.h\"\n\nnamespace bw {\n\n")
+set(code "#include \"data/SqlTexts.h\"\n\nnamespace bw {\n\n")
 foreach(name file IN ZIP_LISTS NAMES FILES)
   file(READ "${file}" rest)
   string(APPEND code "const std::string_view ${name} =\n")

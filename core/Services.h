@@ -49,7 +49,6 @@ inline void MsgBox(const std::string& text) { services().message(withAdvice(text
 
 // Today and the present time, local.
 inline Date today() { return services().now().date; }
-inline TimeOfDay timeNow() { return services().now().time; }
 
 // Title of the program in boxes, and the application's name in settings.
 inline constexpr const char* kApplicationTitle = "Brantiwell";

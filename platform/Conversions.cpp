@@ -12,8 +12,6 @@
 namespace bw {
 namespace {
 
-bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
-
 // Reads a text character by character; '\0' stands for its end.
 class Reader {
  public:

@@ -16,7 +16,6 @@ constexpr int kDeepest = 32;  // parentheses within parentheses
 
 [[noreturn]] void refuse() { throw RuntimeError(ErrorNumber::badArguments); }
 
-bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 bool isNameCharacter(char c) noexcept {
   return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
          static_cast<unsigned char>(c) >= 0x80;

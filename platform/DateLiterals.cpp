@@ -15,8 +15,7 @@ struct Field {
 // Up to four digits off the front; none gives a field without digits.
 Field takeField(std::string_view& text) noexcept {
   Field field;
-  while (field.digits < 4 && field.digits < text.size() && text[field.digits] >= '0' &&
-         text[field.digits] <= '9')
+  while (field.digits < 4 && field.digits < text.size() && isDigit(text[field.digits]))
     field.number = field.number * 10 + (text[field.digits++] - '0');
   text.remove_prefix(field.digits);
   return field;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/EngineStatement.h"
 #include "platform/RowStore.h"
 
 namespace bw {
@@ -35,9 +36,9 @@ class Engine {
   virtual ~Engine() = default;
 
   // Returns the number of rows that the statement matched, cascades not counted.
-  virtual std::int64_t execute(const std::string& statement) = 0;
+  virtual std::int64_t execute(const EngineStatement& statement) = 0;
   // Reads the result to its end.
-  virtual std::shared_ptr<RowStore> read(const std::string& statement) = 0;
+  virtual std::shared_ptr<RowStore> read(const EngineStatement& statement) = 0;
   virtual std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
                                                     const std::vector<std::string>& columns) = 0;
   // Relaxed, a commit outlives the process but not a power cut. Restoring it makes durable what was

@@ -20,11 +20,10 @@ enum class LockType { readOnly, optimistic };
 // A field by name, without regard to case, or by index from 0. Unknown: 3265.
 class FieldRef {
  public:
-  FieldRef(std::string_view name) : name_(name) {}    // NOLINT(google-explicit-constructor)
-  FieldRef(const char* name) : name_(name) {}         // NOLINT(google-explicit-constructor)
-  FieldRef(const std::string& name) : name_(name) {}  // NOLINT(google-explicit-constructor)
-  FieldRef(std::size_t index)
-      : index_(index), byIndex_(true) {}  // NOLINT(google-explicit-constructor)
+  FieldRef(std::string_view name) : name_(name) {}
+  FieldRef(const char* name) : name_(name) {}
+  FieldRef(const std::string& name) : name_(name) {}
+  FieldRef(std::size_t index) : index_(index), byIndex_(true) {}
 
   std::size_t in(const RowStore& store) const;
 
@@ -93,7 +92,6 @@ class RecordSet {
 
   std::size_t fieldCount() const { return store().columns.size(); }
   const std::string& fieldName(std::size_t index) const;
-  bool hasField(std::string_view name) const { return store().find(name).has_value(); }
 
   // The current row's number in rows(), for readers of many fields; nothing while an edit is
   // pending on it. Without a current row: 3021.

@@ -1,31 +1,8 @@
 #include "platform/Refusals.h"
 
-#include <array>
-#include <utility>
+#include "platform/ColumnRules.h"
 
 namespace bw {
-namespace {
-
-using Row = std::pair<std::string_view, std::string_view>;
-
-// clang-format off
-constexpr std::array kChecks{
-    Row{"Size", " is too long: at most 255 characters can be stored."},
-    Row{"Range", " is out of range: the number is too large or too small to be stored."},
-    Row{"Date", " is not a date that can be stored."},
-    Row{"Time", " is not a time that can be stored."},
-    Row{"Stamp", " is not a date and time that can be stored."},
-};
-// clang-format on
-
-std::string checkSentence(std::string_view constraint) {
-  for (const auto& [ending, words] : kChecks)
-    if (constraint.ends_with(ending))
-      return std::string(constraint.substr(0, constraint.size() - ending.size())).append(words);
-  return "A value is not allowed here (" + std::string(constraint) + ").";
-}
-
-}  // namespace
 
 std::string refusalSentence(Refusal refusal, std::string_view detail) {
   switch (refusal) {

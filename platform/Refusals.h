@@ -22,8 +22,7 @@ enum class Refusal {
   rolledBack,
 };
 
-// The sentence for the user. Checks named <column>Size, <column>Range, <column>Date, <column>Time
-// and <column>Stamp are told in words.
+// The sentence for the user. Checks are told in the words of their rule (ColumnRules.h).
 std::string refusalSentence(Refusal refusal, std::string_view detail = {});
 
 }  // namespace bw

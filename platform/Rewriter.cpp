@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdint>
 
 #include "platform/DateLiterals.h"
@@ -29,7 +30,6 @@ enum class Fault { quote, bracket, date, missing, comment, sign, parameter, seco
 bool isBlank(char c) noexcept {
   return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
 }
-bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 bool isNameCharacter(char c) noexcept {
   return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
          static_cast<unsigned char>(c) >= 0x80;
@@ -38,7 +38,7 @@ bool isNameCharacter(char c) noexcept {
 // Characters outside quotes and brackets that are not simply copied.
 constexpr std::array<bool, 256> kSpecial = [] {
   std::array<bool, 256> special{};
-  for (const char c : std::string_view("'[#;-/\"`?:@$\0", 13))
+  for (const char c : std::string_view("'[#;-/\"`?:@$=\0", 14))
     special[static_cast<unsigned char>(c)] = true;
   return special;
 }();
@@ -53,18 +53,19 @@ std::string canonical(std::string_view literal) {
 
 class Scan {
  public:
-  explicit Scan(std::string_view text) : text_(text) { out_.reserve(text.size() + 16); }
+  explicit Scan(std::string_view text) : text_(text) { out_.text.reserve(text.size() + 16); }
 
-  std::string run() {
+  EngineStatement run() {
     copyHead();
     while (at_ < text_.size()) {
       copyPlain();
       if (at_ < text_.size() && !special()) break;
     }
     if (!limit_.empty()) {
-      out_ += " LIMIT ";
-      out_ += limit_;
+      put(" LIMIT ");
+      put(limit_);
     }
+    if (!shares_ || out_.values.empty()) out_.shape.clear();
     return std::move(out_);
   }
 
@@ -73,8 +74,19 @@ class Scan {
     return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0';
   }
 
+  void put(std::string_view piece) {
+    out_.text += piece;
+    if (shares_) out_.shape += piece;
+  }
+
+  void putValue(StatementValue value, std::string_view literal) {
+    out_.text += literal;
+    out_.shape += '?';
+    out_.values.push_back(std::move(value));
+  }
+
   void copy(std::size_t end) {
-    out_ += text_.substr(at_, end - at_);
+    put(text_.substr(at_, end - at_));
     at_ = end;
   }
 
@@ -87,11 +99,17 @@ class Scan {
     return at;
   }
 
-  // SELECT in front of everything, and the TOP n behind it, which becomes the limit.
+  // The statement's kind, and the TOP n behind SELECT, which becomes the limit.
   void copyHead() {
+    constexpr std::array<std::string_view, 3> kSharing{"SELECT", "UPDATE", "DELETE"};
     const std::size_t select = behindBlanks(0);
     const std::size_t selectEnd = behindName(select);
-    if (!sameName(text_.substr(select, selectEnd - select), "SELECT")) return;
+    const auto* kind = std::ranges::find_if(kSharing, [&](std::string_view one) {
+      return sameName(text_.substr(select, selectEnd - select), one);
+    });
+    shares_ = kind != kSharing.end();
+    if (shares_) out_.shape.reserve(text_.size());
+    if (kind != kSharing.begin()) return;
     const std::size_t top = behindBlanks(selectEnd);
     const std::size_t topEnd = behindName(top);
     if (!sameName(text_.substr(top, topEnd - top), "TOP")) return;
@@ -128,7 +146,11 @@ class Scan {
         copy(closing(']', Fault::bracket) + 1);
         return true;
       case '#':
-        date();
+        put(date());
+        return true;
+      case '=':
+        copy(behindBlanks(at_ + 1));
+        if (shares_) value();
         return true;
       case ';':
         if (behindBlanks(at_ + 1) != text_.size()) refuse(Fault::second);
@@ -153,18 +175,54 @@ class Scan {
     return true;
   }
 
-  void date() {
+  // The literal that a date becomes.
+  std::string date() {
     const std::size_t end = closing('#', Fault::date);
-    out_ += '\'';
-    out_ += canonical(text_.substr(at_ + 1, end - at_ - 1));
-    out_ += '\'';
+    std::string literal = concat("'", canonical(text_.substr(at_ + 1, end - at_ - 1)), "'");
     at_ = end + 1;
+    return literal;
+  }
+
+  // What stands behind an equals sign, unless it is more than a plain value.
+  void value() {
+    const char first = peek(0);
+    if (first == '#') {
+      const std::string literal = date();
+      putValue(literal.substr(1, literal.size() - 2), literal);
+    } else if (first == '\'') {
+      quoted();
+    } else if (isDigit(first)) {
+      number();
+    }
+  }
+
+  void quoted() {
+    const std::size_t end = closing('\'', Fault::quote) + 1;
+    if (end < text_.size() && text_[end] == '\'') {  // a quote within the text
+      shares_ = false;
+      return;
+    }
+    putValue(std::string(text_.substr(at_ + 1, end - at_ - 2)), text_.substr(at_, end - at_));
+    at_ = end;
+  }
+
+  void number() {
+    const char* end = text_.data() + text_.size();
+    std::int64_t number = 0;
+    const auto [behind, error] = std::from_chars(text_.data() + at_, end, number);
+    if (error != std::errc()) return;
+    const auto next = static_cast<std::size_t>(behind - text_.data());
+    // A fraction, an exponent, a name.
+    if (behind != end && (*behind == '.' || isNameCharacter(*behind))) return;
+    putValue(number, text_.substr(at_, next - at_));
+    at_ = next;
   }
 
   std::string_view text_;
   std::size_t at_ = 0;
-  std::string out_;
+  EngineStatement out_;
   std::string_view limit_;
+  bool shares_ = false;
 };
 
 }  // namespace
@@ -196,7 +254,7 @@ bool hasCutText(std::string_view statement) {
   return false;
 }
 
-std::string rewriteStatement(std::string_view statement) {
+EngineStatement rewriteStatement(std::string_view statement) {
   // Within quotes too: the engine would take it for the end of the statement.
   if (statement.find('\0') != std::string_view::npos) refuse(Fault::sign);
   return Scan(statement).run();

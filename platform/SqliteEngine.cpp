@@ -13,7 +13,6 @@
 #include "platform/Engine.h"
 #include "platform/Refusals.h"
 #include "platform/RuntimeError.h"
-#include "platform/StatementShape.h"
 #include "platform/Text.h"
 
 namespace bw {
@@ -105,7 +104,7 @@ class SqliteEngine final : public Engine {
  public:
   explicit SqliteEngine(Database database) : database_(std::move(database)) {}
 
-  std::int64_t execute(const std::string& text) override {
+  std::int64_t execute(const EngineStatement& text) override {
     return use(text, [this](sqlite3_stmt* statement) {
       while (step(statement)) {
       }
@@ -113,7 +112,7 @@ class SqliteEngine final : public Engine {
     });
   }
 
-  std::shared_ptr<RowStore> read(const std::string& text) override {
+  std::shared_ptr<RowStore> read(const EngineStatement& text) override {
     return use(text, [this](sqlite3_stmt* statement) { return readAll(statement); });
   }
 
@@ -196,37 +195,35 @@ class SqliteEngine final : public Engine {
   // turns. From the second one on they share a prepared statement; the first one runs as it stands,
   // since its values may matter to its plan.
   template <class Work>
-  std::invoke_result_t<Work, sqlite3_stmt*> use(const std::string& text, Work work) {
-    StatementShape shape = shapeOf(text);
-    if (shape.text.empty()) return work(prepare(text).get());
-    const auto known = std::find_if(shared_.begin(), shared_.end(),
-                                    [&](const Shared& one) { return one.shape == shape.text; });
+  std::invoke_result_t<Work, sqlite3_stmt*> use(const EngineStatement& asked, Work work) {
+    if (asked.shape.empty()) return work(prepare(asked.text).get());
+    const auto known = std::ranges::find(shared_, asked.shape, &Shared::shape);
     if (known == shared_.end()) {
       std::rotate(shared_.begin(), shared_.end() - 1, shared_.end());
-      shared_.front() = {std::move(shape.text), nullptr};
-      return work(prepare(text).get());
+      shared_.front() = {asked.shape, nullptr};
+      return work(prepare(asked.text).get());
     }
     if (!known->statement) known->statement = prepare(known->shape);
     const Run run(known->statement.get());
-    bindAll(run.get(), shape.values);
+    bindAll(run.get(), asked.values);
     return work(run.get());
   }
 
   // The values' texts outlive the run.
-  static void bindAll(sqlite3_stmt* statement, const std::vector<ShapeValue>& values) {
+  static void bindAll(sqlite3_stmt* statement, const std::vector<StatementValue>& values) {
     struct Binder {
       sqlite3_stmt* statement;
       int place;
       int operator()(std::int64_t number) const {
         return sqlite3_bind_int64(statement, place, number);
       }
-      int operator()(std::string_view text) const {
+      int operator()(const std::string& text) const {
         return sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()),
                                  SQLITE_STATIC);
       }
     };
     int place = 0;
-    for (const ShapeValue& value : values)
+    for (const StatementValue& value : values)
       if (std::visit(Binder{statement, ++place}, value) != SQLITE_OK)
         throw RuntimeError(ErrorNumber::outOfMemory);
   }

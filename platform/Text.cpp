@@ -20,8 +20,6 @@ struct CodePoint {
   std::size_t bytes = 1;
 };
 
-bool isAscii(char c) noexcept { return static_cast<unsigned char>(c) < 0x80; }
-
 char lower(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 // The code point that begins at that byte.
@@ -125,17 +123,6 @@ std::string fold(std::string_view text) {
   std::string folded;
   appendFolded(folded, text);
   return folded;
-}
-
-int compareText(std::string_view a, std::string_view b) {
-  // Folding goes character by character, so what is equal in front can be left out.
-  std::size_t at = 0;
-  for (; at < a.size() && at < b.size(); ++at) {
-    if (!isAscii(a[at]) || !isAscii(b[at])) return fold(a.substr(at)).compare(fold(b.substr(at)));
-    const int difference = lower(a[at]) - lower(b[at]);
-    if (difference != 0) return difference;
-  }
-  return static_cast<int>(at < a.size()) - static_cast<int>(at < b.size());
 }
 
 bool sameName(std::string_view a, std::string_view b) noexcept {

@@ -24,6 +24,7 @@ std::size_t InStr(std::string_view text, std::string_view part) noexcept;
 
 std::string_view Trim(std::string_view text) noexcept;  // blanks only
 
+constexpr bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }  // of ASCII
 bool isAscii(std::string_view text) noexcept;
 void makeLower(std::span<char> letters) noexcept;  // those of ASCII
 
@@ -31,9 +32,6 @@ void makeLower(std::span<char> letters) noexcept;  // those of ASCII
 // equal; foldings ordered by bytes are in code point order.
 std::string fold(std::string_view text);
 void appendFolded(std::string& out, std::string_view text);
-
-// One order for sorting, filtering and searching: by folding. Negative, 0 or positive.
-int compareText(std::string_view a, std::string_view b);
 
 // Names in the program's own tables (columns, settings, operations): ASCII letters without case.
 bool sameName(std::string_view a, std::string_view b) noexcept;
@@ -62,6 +60,18 @@ template <detail::Piece... Pieces>
 std::string concat(const Pieces&... pieces) {
   std::string out;
   (detail::append(out, pieces), ...);
+  return out;
+}
+
+// The texts of all items with a separator between them; textOf gives one as a string or a view.
+template <class Items, class TextOf>
+std::string joined(const Items& items, std::string_view separator, TextOf textOf) {
+  std::string out;
+  for (bool first = true; const auto& item : items) {
+    if (!first) out += separator;
+    out += textOf(item);
+    first = false;
+  }
   return out;
 }
 

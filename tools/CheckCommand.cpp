@@ -1,8 +1,8 @@
-#include <array>
 #include <ostream>
-#include <utility>
 
+#include "data/Definition.h"
 #include "data/Schema.h"
+#include "platform/ColumnRules.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Workgroup.h"
@@ -13,14 +13,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What a check of a table is about, by the end of its name.
-constexpr std::array kComplaints{
-    std::pair<std::string_view, std::string_view>{"Size", "a text of more than 255 characters"},
-    std::pair<std::string_view, std::string_view>{"Range", "no number, or one out of range"},
-    std::pair<std::string_view, std::string_view>{"Date", "no date"},
-    std::pair<std::string_view, std::string_view>{"Time", "no time"},
-    std::pair<std::string_view, std::string_view>{"Stamp", "no date and time"},
-};
+// That the row p is the one that a row t names.
+std::string sameRow(const SchemaReference& reference) {
+  std::string condition;
+  for (std::size_t i = 0; i < reference.columns.size(); ++i)
+    condition += concat(i == 0 ? "p." : " AND p.", reference.parent->columns[i].name, " = t.",
+                        reference.columns[i].name);
+  return condition;
+}
 
 class Check {
  public:
@@ -33,13 +33,13 @@ class Check {
   int found() const noexcept { return found_; }
 
   // Whether a table or saved query is there with its columns, each of its type.
-  bool layout(Engine& model, const std::string& name) {
-    const std::string statement = "SELECT * FROM [" + name + "] WHERE 1 = 0";
+  bool layout(Engine& model, std::string_view name) {
+    const std::string statement = concat("SELECT * FROM [", name, "] WHERE 1 = 0");
     std::shared_ptr<RowStore> ours;
     try {
       ours = engine_.read(statement);
     } catch (const RuntimeError& error) {
-      find(name + " cannot be read: " + error.text());
+      find(concat(name, " cannot be read: ", error.text()));
       return false;
     }
     bool whole = true;
@@ -56,47 +56,35 @@ class Check {
   }
 
   void filled(const SchemaTable& table) {
-    if (engine_.read("SELECT * FROM " + table.name)->rowCount() == 0)
-      find(table.name + " has no rows: dialogs that offer them will not open");
+    if (engine_.read(concat("SELECT * FROM ", table.name))->rowCount() == 0)
+      find(concat(table.name, " has no rows: dialogs that offer them will not open"));
   }
 
   void values(const SchemaTable& table) {
-    for (const SchemaCheck& check : table.checks)
-      for (const auto& [ending, complaint] : kComplaints)
-        if (check.name.ends_with(ending))
-          rows(table, "NOT (" + check.condition + ")",
-               concat(check.name.substr(0, check.name.size() - ending.size()), " holds ",
-                      complaint));
+    for (const SchemaColumn& column : table.columns)
+      rows(table, concat("NOT (", conditionOf(kSqliteDialect, column), ")"),
+           concat(column.name, " holds ", ruleOf(column.type).complaint));
   }
 
   void relations(const SchemaTable& table) {
-    for (const SchemaReference& reference : table.references) {
-      std::string same;
-      std::string columns;
-      for (std::size_t i = 0; i < reference.columns.size(); ++i) {
-        same +=
-            concat(i == 0 ? "" : " AND ", "p.", reference.key[i], " = t.", reference.columns[i]);
-        columns += concat(i == 0 ? "" : ", ", reference.columns[i]);
-      }
+    for (const SchemaReference& reference : referencesOf(table))
       rows(table,
-           concat(reference.zeroIsNone ? "t." + reference.columns.front() + " <> 0 AND " : "",
-                  "NOT EXISTS (SELECT 1 FROM ", reference.parent, " p WHERE ", same, ")"),
-           concat(columns, " names no row of ", reference.parent));
-    }
+           concat(
+               reference.mayNameNone() ? concat(reference.columns.front().name, " <> 0 AND ") : "",
+               "NOT EXISTS (SELECT 1 FROM ", reference.parent->name, " p WHERE ",
+               sameRow(reference), ")"),
+           concat(listOf(reference.columns), " names no row of ", reference.parent->name));
   }
 
  private:
   // Tells of the rows under a condition: how many, and the key of the first.
   void rows(const SchemaTable& table, const std::string& condition, const std::string& complaint) {
-    std::string keys;
-    for (const std::string& column : table.key)
-      keys += concat(keys.empty() ? "t." : ", t.", column);
-    const std::shared_ptr<RowStore> bad =
-        engine_.read(concat("SELECT ", keys, " FROM ", table.name, " t WHERE ", condition));
+    const std::shared_ptr<RowStore> bad = engine_.read(
+        concat("SELECT ", listOf(table.key()), " FROM ", table.name, " t WHERE ", condition));
     if (bad->rowCount() == 0) return;
-    std::string first;
-    for (const Column& column : bad->columns)
-      first += concat(first.empty() ? "" : ", ", column.name(), " ", textOrEmpty(column.value(0)));
+    const std::string first = joined(bad->columns, ", ", [](const Column& column) {
+      return concat(column.name(), " ", textOrEmpty(column.value(0)));
+    });
     find(concat(table.name, ": ", complaint, " (rows: ", static_cast<long>(bad->rowCount()),
                 ", first: ", first, ")"));
   }

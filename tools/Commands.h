@@ -39,6 +39,9 @@ Exit createPractice(const std::filesystem::path& path, Date today, std::ostream&
 Exit loadTables(const std::filesystem::path& path, const std::filesystem::path& folder,
                 std::ostream& out, std::ostream* progress);
 
+// Tells what the columns of the tables take, and which rows they name.
+Exit printTables(std::ostream& out);
+
 // Looks for damage and for whatever the program would stumble over; lists it on `out`.
 Exit checkDatabase(const std::filesystem::path& path, std::ostream& out);
 

@@ -5,7 +5,9 @@
 #include <set>
 #include <utility>
 
-#include "data/Schema.h"
+#include "data/Tables.h"
+#include "platform/ColumnRules.h"
+#include "platform/Engine.h"
 #include "platform/Refusals.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -47,14 +49,8 @@ std::string literal(const Value& value) {
   return "'" + text + "'";
 }
 
-std::string joined(const std::vector<std::string>& names) {
-  std::string list;
-  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + name;
-  return list;
-}
-
 struct Reason {
-  std::string column;
+  std::string column;  // or several
   std::string sentence;
 };
 
@@ -70,7 +66,7 @@ class TableLoad {
   std::size_t run(std::ostream* progress) {
     if (!readHeader()) return 0;
     if (table_.isLookup) readKeys();
-    insert_ = engine_.prepareInsert(table_.name, columns_);
+    insert_ = engine_.prepareInsert(std::string(table_.name), columns_);
     std::size_t rows = 0;
     while (const std::vector<std::string_view>* cells = file_.next()) {
       if (readRow(*cells) && store()) ++rows;
@@ -91,31 +87,33 @@ class TableLoad {
   // The file's columns; every one of the table's must be there, but for the working column.
   bool readHeader() {
     const int before = refusals_;
-    const std::shared_ptr<RowStore> model =
-        engine_.read("SELECT * FROM " + table_.name + " WHERE 1 = 0");
     for (const std::string_view cell : file_.header()) {
-      const auto found = model->find(cell);
-      if (!found) {
+      const auto column = std::ranges::find_if(
+          table_.columns, [cell](const SchemaColumn& one) { return sameName(one.name, cell); });
+      if (column == table_.columns.end()) {
         refuse({std::string(cell), "the table has no column of this name."});
         continue;
       }
-      const Column& column = model->columns[*found];
-      if (std::ranges::find(columns_, column.name()) != columns_.end())
-        refuse({column.name(), "the column stands twice."});
-      columns_.push_back(column.name());
-      types_.push_back(column.declared());
+      if (has(*column)) refuse({std::string(column->name), "the column stands twice."});
+      columns_.emplace_back(column->name);
+      types_.push_back(column->type);
     }
-    for (const Column& column : model->columns)
-      if (column.name() != "checked" &&
-          std::ranges::find(columns_, column.name()) == columns_.end())
-        refuse({column.name(), "the column is missing."});
+    for (const SchemaColumn& column : table_.columns)
+      if (!column.working && !has(column))
+        refuse({std::string(column.name), "the column is missing."});
     return refusals_ == before;
   }
+
+  bool has(const SchemaColumn& column) const {
+    return std::ranges::find(columns_, column.name) != columns_.end();
+  }
+
+  std::string_view keyColumn() const noexcept { return table_.key().front().name; }
 
   // The lookup rows that stand already; a row of the same number takes their place.
   void readKeys() {
     const std::shared_ptr<RowStore> rows =
-        engine_.read("SELECT " + table_.key.front() + " FROM " + table_.name);
+        engine_.read(concat("SELECT ", keyColumn(), " FROM ", table_.name));
     for (std::size_t row = 0; row < rows->rowCount(); ++row)
       standing_.insert(rows->columns.front().raw(row));
   }
@@ -131,7 +129,7 @@ class TableLoad {
     for (std::size_t i = 0; i < cells.size(); ++i) {
       std::optional<Value> value = cellValue(types_[i], cells[i]);
       if (!value) {
-        refuse({columns_[i], concat("\"", cells[i], "\" is not ", cellForm(types_[i]), ".")});
+        refuse({columns_[i], concat("\"", cells[i], "\" is not ", ruleOf(types_[i]).form, ".")});
         good = false;
       }
       values_.push_back(std::move(value).value_or(Value()));
@@ -141,7 +139,7 @@ class TableLoad {
 
   bool store() {
     try {
-      if (const auto* key = std::get_if<std::int64_t>(valueOf(table_.key.front()));
+      if (const auto* key = std::get_if<std::int64_t>(valueOf(keyColumn()));
           table_.isLookup && key != nullptr && standing_.erase(*key) > 0)
         engine_.execute(replacement());
       else
@@ -155,14 +153,14 @@ class TableLoad {
   }
 
   std::string replacement() const {
-    std::string settings;
-    for (std::size_t i = 0; i < columns_.size(); ++i)
-      settings += concat(i == 0 ? "" : ", ", columns_[i], " = ", literal(values_[i]));
-    return concat("UPDATE ", table_.name, " SET ", settings, " WHERE ", table_.key.front(), " = ",
-                  literal(*valueOf(table_.key.front())));
+    const std::string settings = joined(columns_, ", ", [this](const std::string& column) {
+      return concat(column, " = ", literal(*valueOf(column)));
+    });
+    return concat("UPDATE ", table_.name, " SET ", settings, " WHERE ", keyColumn(), " = ",
+                  literal(*valueOf(keyColumn())));
   }
 
-  const Value* valueOf(const std::string& column) const {
+  const Value* valueOf(std::string_view column) const {
     const auto found = std::ranges::find(columns_, column);
     return &values_[static_cast<std::size_t>(found - columns_.begin())];
   }
@@ -172,21 +170,23 @@ class TableLoad {
     for (const std::string& column : columns_)
       if (sentence.starts_with(column + " ") || sentence.ends_with("." + column + "."))
         return {column, sentence};
-    if (sentence == refusalSentence(Refusal::duplicateKey)) return {joined(table_.key), sentence};
-    for (const SchemaReference& reference : table_.references)
+    if (sentence == refusalSentence(Refusal::duplicateKey)) return {listOf(table_.key()), sentence};
+    for (const SchemaReference& reference : referencesOf(table_))
       if (isAstray(reference))
-        return {joined(reference.columns), "there is no such row in " + reference.parent + "."};
+        return {listOf(reference.columns),
+                concat("there is no such row in ", reference.parent->name, ".")};
     return {"", sentence};
   }
 
   bool isAstray(const SchemaReference& reference) {
     std::string condition;
     for (std::size_t i = 0; i < reference.columns.size(); ++i) {
-      const Value& value = *valueOf(reference.columns[i]);
-      if (reference.zeroIsNone && value == Value(std::int64_t{0})) return false;
-      condition += concat(i == 0 ? "" : " AND ", reference.key[i], " = ", literal(value));
+      const Value& value = *valueOf(reference.columns[i].name);
+      if (reference.mayNameNone() && value == Value(std::int64_t{0})) return false;
+      condition +=
+          concat(i == 0 ? "" : " AND ", reference.parent->columns[i].name, " = ", literal(value));
     }
-    return engine_.read(concat("SELECT 1 FROM ", reference.parent, " WHERE ", condition))
+    return engine_.read(concat("SELECT 1 FROM ", reference.parent->name, " WHERE ", condition))
                ->rowCount() == 0;
   }
 
@@ -210,13 +210,14 @@ std::map<std::size_t, fs::path> filesOf(const fs::path& folder) {
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     const fs::path& file = entry.path();
     if (!sameName(file.extension().string(), ".tsv")) continue;
-    const auto table = std::ranges::find_if(schemaTables(), [&file](const SchemaTable& candidate) {
+    const auto tables = schemaTables();
+    const auto table = std::ranges::find_if(tables, [&file](const SchemaTable& candidate) {
       return sameName(candidate.name, file.stem().string());
     });
-    if (table == schemaTables().end())
+    if (table == tables.end())
       throw Refused("The database has no table for the file " + file.string());
-    if (!files.emplace(table - schemaTables().begin(), file).second)
-      throw Refused("Two files hold rows of the table " + table->name);
+    if (!files.emplace(table - tables.begin(), file).second)
+      throw Refused(concat("Two files hold rows of the table ", table->name));
   }
   if (files.empty()) throw Refused("The folder has no files Table.tsv: " + folder.string());
   return files;
@@ -224,7 +225,8 @@ std::map<std::size_t, fs::path> filesOf(const fs::path& folder) {
 
 // Loads all files; the names of tables and the number of rows go to `summary`.
 int loadAll(Engine& engine, const std::map<std::size_t, fs::path>& files, std::ostream& out,
-            std::ostream* progress, std::vector<std::pair<std::string, std::size_t>>& summary) {
+            std::ostream* progress,
+            std::vector<std::pair<std::string_view, std::size_t>>& summary) {
   int refusals = 0;
   try {
     for (const auto& [place, file] : files) {
@@ -244,7 +246,7 @@ Exit loadTables(const fs::path& path, const fs::path& folder, std::ostream& out,
                 std::ostream* progress) {
   const std::map<std::size_t, fs::path> files = filesOf(folder);
   const std::unique_ptr<Engine> engine = openSqlite(path.string());
-  std::vector<std::pair<std::string, std::size_t>> summary;
+  std::vector<std::pair<std::string_view, std::size_t>> summary;
   engine->execute("BEGIN");
   // Takes the lock for writing, so that a station that holds it is found out at once.
   engine->execute("DELETE FROM FacilityTypes WHERE 1 = 0");

@@ -112,19 +112,4 @@ std::optional<Value> cellValue(FieldType type, std::string_view cell) {
   }
 }
 
-std::string_view cellForm(FieldType type) noexcept {
-  switch (type) {
-    case FieldType::text:
-      return "a text in UTF-8";
-    case FieldType::date:
-      return "a date like 2021-03-09";
-    case FieldType::time:
-      return "a time like 14:05:59";
-    case FieldType::dateTime:
-      return "a date and time like 2021-03-09 14:05:59";
-    default:
-      return "a whole number";
-  }
-}
-
 }  // namespace bw

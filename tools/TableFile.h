@@ -40,7 +40,4 @@ class TableFile {
 // text in a text column and no value in any other.
 std::optional<Value> cellValue(FieldType type, std::string_view cell);
 
-// What a cell of that type looks like, for messages: "a date like 2021-03-09".
-std::string_view cellForm(FieldType type) noexcept;
-
 }  // namespace bw

@@ -35,13 +35,17 @@ constexpr const char* kPracticeHelp =
 constexpr const char* kLoadHelp =
     "Load rows from text files, all or nothing.\n"
     "FOLDER holds a file a table, named Patient.tsv: UTF-8, a first line of column names, then a\n"
-    "line a row, the cells parted by tabs, without quotes. Dates 2021-03-09, times 14:05:59. An\n"
-    "empty cell is the empty text or no value. The column `checked` may be left out. Lookup rows\n"
-    "take the place of rows with the same number; other rows must be new. Every refused row is\n"
-    "named by file, line and column, and then nothing is loaded.";
+    "line a row, the cells parted by tabs, without quotes; `tables` tells what they take. An "
+    "empty\n"
+    "cell is the empty text or no value. Lookup rows take the place of rows with the same number;\n"
+    "other rows must be new. Every refused row is named by file, line and column, and then "
+    "nothing\n"
+    "is loaded.";
 constexpr const char* kCheckHelp =
     "Look for damage, missing tables, columns and queries, values that cannot be, and rows that\n"
     "name others which do not exist. Changes nothing.";
+constexpr const char* kTablesHelp =
+    "Tell what the columns of each table take, for the files of `load`.";
 constexpr const char* kRegisterHelp =
     "Make it the database that the program on this computer works with.\n"
     "Writes the machine setting `Database` to \"Fenmoor Systems/Brantiwell PC.ini\" in the first\n"
@@ -78,6 +82,7 @@ int main(int argc, char** argv) {
           })
       ->add_option("FOLDER", folder, "The folder with the text files")
       ->required();
+  app.add_subcommand("tables", kTablesHelp)->callback([&] { result = printTables(std::cout); });
   command("check", kCheckHelp, [&] { return checkDatabase(path, std::cout); });
   command("register", kRegisterHelp, [&] { return registerDatabase(path, std::cout); });
   command("practice", kPracticeHelp,

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
-#include <set>
 
 #include "platform/RuntimeError.h"
 
@@ -262,34 +260,17 @@ TEST_F(SchemaTest, FiltersOfChargesTakeTheirIndexes) {
                   .starts_with("SCAN c\n"));
 }
 
-// What is read from the schema's text must be what the engine made of it.
-TEST_F(SchemaTest, ReadsRelationsAsTheEngineDoes) {
-  std::set<std::string> names;
-  for (const SchemaTable& table : schemaTables()) {
-    EXPECT_EQ(table.isLookup, !firstColumn("SELECT * FROM " + table.name).empty()) << table.name;
-    std::set<std::string> ours;
-    for (const SchemaReference& reference : table.references) {
-      EXPECT_TRUE(names.contains(reference.parent)) << table.name << " stands too early";
-      for (const std::string& column : reference.columns)
-        if (!reference.zeroIsNone) ours.insert(column + " " + reference.parent);
-    }
-    std::set<std::string> theirs;
-    const auto list = engine_->read("PRAGMA foreign_key_list(" + table.name + ")");
-    for (std::size_t row = 0; row < list->rowCount(); ++row)
-      theirs.insert(textOrEmpty(list->columns[list->indexOf("from")].value(row)) + " " +
-                    textOrEmpty(list->columns[list->indexOf("table")].value(row)));
-    EXPECT_EQ(ours, theirs) << table.name;
-    // Every column has its check.
-    const std::shared_ptr<RowStore> model = engine_->read("SELECT * FROM " + table.name);
-    EXPECT_EQ(table.checks.size(), model->columns.size()) << table.name;
-    for (const Column& column : model->columns)
-      EXPECT_TRUE(std::ranges::any_of(
-          table.checks,
-          [&column](const SchemaCheck& check) { return check.name.starts_with(column.name()); }))
-          << table.name << " " << column.name();
-    names.insert(table.name);
-  }
-  EXPECT_EQ(names.size(), 21U);
+// Offices keep the files that they have: a table, index or trigger that a new file makes otherwise
+// calls for a way to bring those files up to it.
+TEST_F(SchemaTest, MakesTablesAsTheyAreInFilesMadeBefore) {
+  const std::shared_ptr<RowStore> made = engine_->read(
+      "SELECT sql FROM sqlite_schema WHERE type <> 'view' AND name NOT LIKE 'sqlite%' "
+      "ORDER BY name");
+  std::uint64_t sum = 0xcbf29ce484222325U;
+  for (std::size_t row = 0; row < made->rowCount(); ++row)
+    for (const char c : textOrEmpty(made->columns.front().value(row)))
+      if (c != ' ' && c != '\n') sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3U;
+  EXPECT_EQ(sum, 0xb1e25bb5ea928de9U);
 }
 
 }  // namespace

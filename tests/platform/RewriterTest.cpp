@@ -3,16 +3,19 @@
 #include <gtest/gtest.h>
 
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 
 namespace bw {
 namespace {
+
+std::string rewritten(std::string_view statement) { return rewriteStatement(statement).text; }
 
 TEST(Rewriter, MakesDatesCanonical) {
   const std::vector<std::pair<const char*, const char*>> cases{
       {"a=#06/15/2003#", "a='2003-06-15'"},
       {"a=#2003/6/5#,b=#14:05:09#", "a='2003-06-05',b='14:05:09'"},
       {"(#2003/06/15 14:05:09#)", "('2003-06-15 14:05:09')"}};
-  for (const auto& [from, to] : cases) EXPECT_EQ(rewriteStatement(from), to);
+  for (const auto& [from, to] : cases) EXPECT_EQ(rewritten(from), to);
 }
 
 TEST(Rewriter, LeavesQuotedTextAndBracketedNamesAlone) {
@@ -21,7 +24,7 @@ TEST(Rewriter, LeavesQuotedTextAndBracketedNamesAlone) {
         "a='SELECT TOP 1 -- /* ; ? :x @y $z \" ` #'", "a='it''s #1', b=''''",
         "SELECT [a -- 'b #;?] FROM [SELECT TOP 1]", "'[' , ']'", "['],[']", "a-1-b/2*3", "a = - -5",
         "'é' || :", "x ]", "a='two\nlines\\'"})
-    EXPECT_EQ(rewriteStatement(statement), statement);
+    EXPECT_EQ(rewritten(statement), statement);
 }
 
 TEST(Rewriter, TurnsTopIntoALimitOnlyBehindTheLeadingSelect) {
@@ -41,17 +44,17 @@ TEST(Rewriter, TurnsTopIntoALimitOnlyBehindTheLeadingSelect) {
       {"DELETE FROM a WHERE b IN (SELECT TOP 1 b FROM a)",
        "DELETE FROM a WHERE b IN (SELECT TOP 1 b FROM a)"},
       {"SELECT * FROM (SELECT TOP 1 b FROM a)", "SELECT * FROM (SELECT TOP 1 b FROM a)"}};
-  for (const auto& [from, to] : cases) EXPECT_EQ(rewriteStatement(from), to);
+  for (const auto& [from, to] : cases) EXPECT_EQ(rewritten(from), to);
 }
 
 TEST(Rewriter, DropsTheSemicolonAtTheEnd) {
-  EXPECT_EQ(rewriteStatement("DELETE FROM a;"), "DELETE FROM a");
-  EXPECT_EQ(rewriteStatement("DELETE FROM a ; \r\n"), "DELETE FROM a ");
+  EXPECT_EQ(rewritten("DELETE FROM a;"), "DELETE FROM a");
+  EXPECT_EQ(rewritten("DELETE FROM a ; \r\n"), "DELETE FROM a ");
 }
 
 std::string refusalOf(std::string_view statement) {
   try {
-    return "accepted: " + rewriteStatement(statement);
+    return "accepted: " + rewritten(statement);
   } catch (const RuntimeError& error) {
     EXPECT_EQ(error.number(), ErrorNumber::database);
     return error.text();
@@ -88,7 +91,45 @@ TEST(Rewriter, SeesAQuoteInAValueShiftInsideAndOutside) {
   EXPECT_NE(update("x'; DELETE FROM a; --").find("end of the statement"), std::string::npos);
   EXPECT_NE(update("it's #1 'x").find("date"), std::string::npos);
   // A value that completes the statement works as it stands.
-  EXPECT_EQ(rewriteStatement("UPDATE a SET b='x', d='y'"), "UPDATE a SET b='x', d='y'");
+  EXPECT_EQ(rewritten("UPDATE a SET b='x', d='y'"), "UPDATE a SET b='x', d='y'");
+}
+
+// The shape, and its values behind slashes.
+std::string shapeOf(std::string_view from) {
+  const EngineStatement statement = rewriteStatement(from);
+  std::string told = statement.shape;
+  for (const StatementValue& value : statement.values) {
+    const auto* number = std::get_if<std::int64_t>(&value);
+    told += number ? concat(" / ", *number) : concat(" / '", std::get<std::string>(value), "'");
+  }
+  return told;
+}
+
+TEST(StatementShape, HasTheValuesBehindEqualsSigns) {
+  const std::vector<std::pair<const char*, const char*>> cases{
+      {"SELECT * FROM a WHERE b=7", "SELECT * FROM a WHERE b=? / 7"},
+      {"update a set b = 1, c='x y' where d = '' and [e=5]=6",
+       "update a set b = ?, c=? where d = ? and [e=5]=? / 1 / 'x y' / '' / 6"},
+      {"DELETE FROM a WHERE (b=1)", "DELETE FROM a WHERE (b=?) / 1"},
+      {"SELECT TOP 1 * FROM a WHERE b >= #6/5/2003# AND c=#14:05:09#;",
+       "SELECT * FROM a WHERE b >= ? AND c=? LIMIT 1 / '2003-06-05' / '14:05:09'"},
+      {"SELECT '=5', 'it''s =5' FROM a WHERE b>=2 AND c=d",
+       "SELECT '=5', 'it''s =5' FROM a WHERE b>=? AND c=d / 2"}};
+  for (const auto& [statement, shape] : cases) EXPECT_EQ(shapeOf(statement), shape);
+}
+
+TEST(StatementShape, LeavesWhatIsNoPlainValue) {
+  for (const char* rest : {"-5", "1.5", "1e3", "0x10", "9223372036854775808", "5a", "b"})
+    EXPECT_EQ(shapeOf(concat("SELECT * FROM a WHERE b=", rest)), "") << rest;
+  EXPECT_EQ(shapeOf("SELECT b FROM a WHERE c=5 ORDER BY 1 LIMIT 2"),
+            "SELECT b FROM a WHERE c=? ORDER BY 1 LIMIT 2 / 5");
+}
+
+TEST(StatementShape, MostStatementsHaveNone) {
+  for (const char* statement :
+       {"", "SELECT", "SELECT * FROM a", "INSERT INTO a VALUES (1)", "PRAGMA user_version=3",
+        "BEGIN", "SELECT * FROM a WHERE b='it''s'"})
+    EXPECT_EQ(shapeOf(statement), "") << statement;
 }
 
 // A refusal is explained by the apostrophe only where there is one.

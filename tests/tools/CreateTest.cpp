@@ -6,9 +6,10 @@
 #include <array>
 #include <sstream>
 
-#include "data/Schema.h"
+#include "data/Tables.h"
 #include "platform/Connection.h"
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 #include "platform/Workgroup.h"
 #include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
@@ -97,7 +98,7 @@ TEST(CreateTest, LeavesNothingHalfMadeOnAFullDisk) {
 std::string contentOf(Engine& engine) {
   std::string content;
   for (const SchemaTable& table : schemaTables()) {
-    const std::shared_ptr<RowStore> rows = engine.read("SELECT * FROM " + table.name);
+    const std::shared_ptr<RowStore> rows = engine.read(concat("SELECT * FROM ", table.name));
     for (std::size_t row = 0; row < rows->rowCount(); ++row)
       for (const Column& column : rows->columns) content += textOrEmpty(column.value(row)) + "\t";
   }

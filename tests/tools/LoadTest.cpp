@@ -103,6 +103,20 @@ TEST_F(LoadTest, NamesUnknownAndMissingColumns) {
             "Nothing was loaded. Refused: 4.\n");
 }
 
+TEST_F(LoadTest, TheListOfTablesTellsWhatFilesMayHold) {
+  printTables(out_);
+  for (const char* line :
+       {"\nPatient: patients\n",
+        "\n  PatientId       a whole number from -32768 to 32767, not 0; key\n",
+        "\n  DateOfBirth     a date like 2021-03-09, or empty\n",
+        "\n  InWardCode      a whole number from -32768 to 32767; a row of FacilityWards, or 0 for "
+        "none\n",
+        "\n  Description     a text in UTF-8 of at most 255 characters\n",
+        "\n  checked       0; may be left out\n",
+        "\n  PatientId, ChargeDate, ChargeTime: a row of PatientCharges\n"})
+    EXPECT_NE(out_.str().find(line), std::string::npos) << line << out_.str();
+}
+
 TEST_F(LoadTest, StopsListingAfterFiftyRefusals) {
   std::string text = "DoctorCode\tDescription\tBillingDoctorCode\n";
   for (int i = 0; i < 80; ++i) text += "x\ty\tz\n";

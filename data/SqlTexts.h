@@ -4,8 +4,8 @@
 
 namespace bw {
 
-// The files schema.sql and lookups.sql as they stand.
-extern const std::string_view kSchemaText;
+// The files queries.sql and lookups.sql as they stand.
+extern const std::string_view kQueriesText;
 extern const std::string_view kLookupsText;
 
 }  // namespace bw

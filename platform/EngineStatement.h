@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace bw {
+
+using StatementValue = std::variant<std::int64_t, std::string>;
+
+// A statement as an engine takes it.
+struct EngineStatement {
+  EngineStatement() = default;
+  // One that shares no shape.
+  EngineStatement(std::string statement) : text(std::move(statement)) {}
+  EngineStatement(const char* statement) : text(statement) {}
+
+  std::string text;
+  // What statements that differ in nothing but the values behind their equals signs have in common:
+  // "... WHERE PatientId = 7 AND ChargeDate = '2003-06-15'" and the one for the next charge. With a
+  // ? for each value; empty when the statement shares none.
+  std::string shape;
+  std::vector<StatementValue> values;
+};
+
+}  // namespace bw
