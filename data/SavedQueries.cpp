@@ -33,6 +33,9 @@ constexpr LookUpField kChargeFields[] = {
 };
 // clang-format on
 
+// The engine's view is not ordered: its list sorts it. Its joins are all LEFT JOINs, so that no
+// filter but the patient's insurance starts from another table than the charges, whatever
+// statistics the file holds.
 constexpr LookedUpQuery kQueries[] = {
     {.name = "ChargesDescriptive",
      .base = "PatientCharges",

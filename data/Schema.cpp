@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/Definition.h"
+#include "data/SavedQueries.h"
 #include "data/SqlTexts.h"
 #include "platform/RuntimeError.h"
 
@@ -23,6 +24,7 @@ std::vector<std::string> statementsOf(std::string_view text) {
 
 void makeAll(Engine& engine) {
   for (const std::string& statement : definitionOf(kSqliteDialect)) engine.execute(statement);
+  for (const LookedUpQuery& query : lookedUpQueries()) engine.execute(viewStatement(query));
   for (const std::string_view text : {kQueriesText, kLookupsText})
     for (const std::string& statement : statementsOf(text)) engine.execute(statement);
 }
@@ -43,6 +45,7 @@ void createSchema(Engine& engine) {
 std::vector<std::string> schemaQueries() {
   constexpr std::string_view kQuery = "CREATE VIEW ";
   std::vector<std::string> names;
+  for (const LookedUpQuery& query : lookedUpQueries()) names.emplace_back(query.name);
   for (std::size_t at = kQueriesText.find(kQuery); at != std::string_view::npos;
        at = kQueriesText.find(kQuery, at)) {
     at += kQuery.size();

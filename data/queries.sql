@@ -1,25 +1,6 @@
--- Saved queries of an office's database, each in the order of its key, no two columns of one name.
+-- Saved queries of an office's database, each in the order of its key, no two columns of one name;
+-- ChargesDescriptive is described in SavedQueries.cpp.
 -- Each ends with the one semicolon at the end of a line.
-
--- Not ordered: its list sorts it. Everything is joined loosely, so that no filter but the patient's
--- insurance starts from another table than the charges, whatever statistics the file holds.
-CREATE VIEW ChargesDescriptive AS
-SELECT c.PatientId, c.ChargeDate, c.ChargeTime, c.ChargeRealDate, c.FacilityCode, c.EMCode,
-  c.DoctorCode, c.ReferDoctorCode, c.Status, c.PrintLot,
-  CASE c.Status WHEN 0 THEN 'Ready' WHEN 1 THEN 'Posted' WHEN 2 THEN 'Archived' ELSE '' END
-    AS StatusDescription,
-  p.Names, p.DateOfBirth, p.AccountNumber, p.InsuranceCode, i.Description AS Insurance,
-  e.Description AS EMDescription, e.RealEMCode, e.BillingEMCode, e.ChargeTypeCode,
-  f.Description AS Facility, f.BillingFacilityCode, f.BillingFacilityCodeOut,
-  d.Description AS Doctor, d.BillingDoctorCode,
-  r.Description AS ReferDoctor, r.BillingDoctorCode AS BillingReferDoctorCode
-FROM PatientCharges c
-LEFT JOIN Patient p ON p.PatientId = c.PatientId
-LEFT JOIN Insurance i ON i.InsuranceCode = p.InsuranceCode
-LEFT JOIN EvaluationManagement e ON e.EMCode = c.EMCode
-LEFT JOIN Facility f ON f.FacilityCode = c.FacilityCode
-LEFT JOIN Doctors d ON d.DoctorCode = c.DoctorCode
-LEFT JOIN Doctors r ON r.DoctorCode = c.ReferDoctorCode;
 
 CREATE VIEW ChargeDiagnosisDescriptive AS
 SELECT c.PatientId, c.ChargeDate, c.ChargeTime, c.DiagnosisCode, d.Description, 0 AS checked

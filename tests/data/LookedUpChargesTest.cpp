@@ -3,7 +3,6 @@
 #include <array>
 #include <functional>
 #include <random>
-#include <sstream>
 
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
@@ -101,13 +100,6 @@ class LookedUpChargesTest : public DataTest {
 };
 
 using Change = std::function<void(RecordSet&)>;
-
-TEST_F(LookedUpChargesTest, TheEnginesViewIsTheOneDescribed) {
-  std::istringstream made(rows("SELECT sql FROM sqlite_schema WHERE name = 'ChargesDescriptive'"));
-  std::string view;
-  for (std::string word; made >> word;) view += (view.empty() ? "" : " ") + word;
-  EXPECT_EQ(view, viewStatement(lookedUpQueries().front()));
-}
 
 TEST_F(LookedUpChargesTest, DifferInNothingFromTheEnginesOwn) {
   for (int office = 0; office < 12; ++office) {
