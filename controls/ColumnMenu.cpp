@@ -19,6 +19,7 @@ QString textOf(const ListView& list, int column) {
 std::vector<int> columnsOf(const ListView& list) {
   std::vector<int> columns;
   const QHeaderView& head = *list.horizontalHeader();
+  columns.reserve(static_cast<std::size_t>(head.count()));
   for (int place = 0; place < head.count(); ++place) columns.push_back(head.logicalIndex(place));
   return columns;
 }

@@ -1,4 +1,4 @@
--- Saved queries of an office's database, each in the order of its key, no two columns of one name;
+-- Saved queries of an office's database, each in the order of its key, no two columns of one name.
 -- ChargesDescriptive is described in SavedQueries.cpp.
 -- Each ends with the one semicolon at the end of a line.
 
