@@ -45,6 +45,7 @@ void createSchema(Engine& engine) {
 std::vector<std::string> schemaQueries() {
   constexpr std::string_view kQuery = "CREATE VIEW ";
   std::vector<std::string> names;
+  names.reserve(lookedUpQueries().size());
   for (const LookedUpQuery& query : lookedUpQueries()) names.emplace_back(query.name);
   for (std::size_t at = kQueriesText.find(kQuery); at != std::string_view::npos;
        at = kQueriesText.find(kQuery, at)) {

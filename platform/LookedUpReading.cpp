@@ -50,6 +50,7 @@ struct Parent {
 
 void orderByKey(RowStore& rows, const LookedUpQuery& query) {
   std::vector<std::size_t> key;
+  key.reserve(query.key.size());
   for (const std::string_view column : query.key) key.push_back(rows.indexOf(column));
   rows.orderBy(key);
 }

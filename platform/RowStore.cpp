@@ -29,6 +29,7 @@ void RowStore::set(std::size_t row, std::size_t column, const Value& value) {
 
 void RowStore::orderBy(const std::vector<std::size_t>& keys) {
   std::vector<BoundSort> order;
+  order.reserve(keys.size());
   for (const std::size_t key : keys) order.push_back({key});
   std::vector<std::uint32_t> rows(rowCount());
   std::iota(rows.begin(), rows.end(), 0U);

@@ -38,6 +38,7 @@ void appendRecord(std::string& out, const TableRecord& record) {
 std::string heads(const TableShape& shape) {
   std::string out = "\xEF\xBB\xBF";
   TableRecord names;
+  names.reserve(shape.columns.size());
   for (const TableColumn& column : shape.columns) names.push_back(column.name);
   if (!names.empty()) appendRecord(out, names);
   return out;

@@ -122,6 +122,7 @@ void TableReader::read(const PageItems& page, std::size_t pageTotal, const Take&
 void TableReader::readPlainRows(const PageItems& page) {
   for (const TextRow& row : textRows(page.items)) {
     TableRecord record;
+    record.reserve(row.size());
     for (const PageItem* item : row) record.push_back(cellText(*item, pageTotal_));
     (*take_)(record);
   }
