@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw::bench {
 

@@ -8,7 +8,7 @@
 #include "bench/Measure.h"
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
-#include "platform/Connection.h"
+#include "engine/Connection.h"
 #include "shell/frmMain.h"
 
 namespace {

@@ -15,7 +15,7 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/SavedQueries.h"
-#include "platform/Clock.h"
+#include "text/Clock.h"
 
 namespace {
 

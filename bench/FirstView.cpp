@@ -9,7 +9,7 @@
 #include "controls/MessageBox.h"
 #include "core/Services.h"
 #include "lists/View.h"
-#include "platform/KeptMemory.h"
+#include "records/KeptMemory.h"
 #include "shell/Start.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include "bench/Office.h"
 #include "controls/EventGuard.h"
 #include "core/Services.h"
-#include "platform/Clock.h"
-#include "platform/KeptMemory.h"
+#include "records/KeptMemory.h"
+#include "text/Clock.h"
 
 namespace bw::bench {
 

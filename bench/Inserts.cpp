@@ -14,7 +14,7 @@
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
 #include "data/SavedQueries.h"
-#include "platform/Rewriter.h"
+#include "engine/Rewriter.h"
 
 namespace {
 

@@ -11,9 +11,9 @@
 #include "bench/Office.h"
 #include "data/Literals.h"
 #include "data/SavedQueries.h"
+#include "engine/Connection.h"
 #include "lists/Lists.h"
-#include "platform/Connection.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace {
 

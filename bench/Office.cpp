@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "data/Schema.h"
-#include "platform/Engine.h"
-#include "platform/Text.h"
+#include "engine/Engine.h"
+#include "text/Text.h"
 #include "tools/TableRows.h"
 
 namespace bw::bench {

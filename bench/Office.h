@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "platform/Moment.h"
+#include "text/Moment.h"
 
 namespace bw::bench {
 

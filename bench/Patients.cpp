@@ -16,8 +16,8 @@
 #include "data/SavedQueries.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmPatients.h"
-#include "platform/Text.h"
 #include "shell/frmMain.h"
+#include "text/Text.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "data/Literals.h"
-#include "platform/Connection.h"
-#include "platform/Text.h"
+#include "engine/Connection.h"
+#include "text/Text.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "data/SavedQueries.h"
-#include "platform/Connection.h"
+#include "engine/Connection.h"
 
 namespace {
 

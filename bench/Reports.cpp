@@ -16,10 +16,10 @@
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
 #include "data/SavedQueries.h"
-#include "platform/Formats.h"
-#include "platform/RelaxedSync.h"
-#include "platform/Text.h"
+#include "engine/RelaxedSync.h"
 #include "reports/ApoyoImpresion.h"
+#include "text/Formats.h"
+#include "text/Text.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 
 #include "bench/Measure.h"
 #include "bench/Office.h"
-#include "platform/Moment.h"
+#include "text/Moment.h"
 #include "tools/Commands.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include "data/BWSQLDoctors.h"
 #include "data/CodeList.h"
 #include "picks/PickDialogs.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -5,7 +5,7 @@
 #include "controls/QtText.h"
 #include "core/Principal.h"
 #include "data/BWSQLEMCodes.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

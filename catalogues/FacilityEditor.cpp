@@ -6,7 +6,7 @@
 #include "data/BWSQLFacilities.h"
 #include "data/BWSQLWards.h"
 #include "lists/Lists.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

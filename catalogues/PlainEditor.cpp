@@ -10,7 +10,7 @@
 #include "data/BWSQLInsurances.h"
 #include "data/BWSQLProcedures.h"
 #include "data/BWSQLSickness.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 // The editors of catalogues of a few texts and perhaps a group.
 

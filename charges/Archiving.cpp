@@ -6,7 +6,7 @@
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
 #include "data/ChargeCodes.h"
-#include "platform/RelaxedSync.h"
+#include "engine/RelaxedSync.h"
 
 namespace bw {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Moment.h"
+#include "text/Moment.h"
 
 namespace bw {
 

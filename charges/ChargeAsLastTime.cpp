@@ -5,7 +5,7 @@
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
 #include "data/ChargeCodes.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 // The charge editor's key "as last time".
 

@@ -11,9 +11,9 @@
 #include "lists/EditedRecord.h"
 #include "lists/Lists.h"
 #include "picks/PickDialogs.h"
-#include "platform/Conversions.h"
-#include "platform/RowMark.h"
-#include "platform/Text.h"
+#include "records/RowMark.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 // What the charge editor does; its window is built in ChargeEditorWindow.cpp, its charge is stored
 // in ChargeStore.cpp.

@@ -4,8 +4,8 @@
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
 #include "data/CodeList.h"
-#include "platform/Refusals.h"
-#include "platform/Text.h"
+#include "engine/Refusals.h"
+#include "text/Text.h"
 
 // How the charge editor stores its charge, and what it says when that is refused.
 

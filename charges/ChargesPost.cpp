@@ -6,9 +6,9 @@
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
 #include "data/ChargeCodes.h"
+#include "engine/RelaxedSync.h"
 #include "lists/Lists.h"
-#include "platform/RelaxedSync.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 // Posting: all "Ready" charges in the list, selected or not.
 

@@ -2,10 +2,10 @@
 #include "controls/TypedInput.h"
 #include "core/Principal.h"
 #include "data/Literals.h"
-#include "platform/Text.h"
 #include "printing/ListReports.h"
 #include "printing/frmPrintGeneral.h"
 #include "reports/ApoyoImpresion.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

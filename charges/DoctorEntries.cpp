@@ -1,7 +1,7 @@
 #include "charges/DoctorEntries.h"
 
 #include "core/AsisRutinasRecordsets.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 

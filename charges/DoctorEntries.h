@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

@@ -2,7 +2,7 @@
 
 #include "core/AsisRutinasRecordsets.h"
 #include "data/Literals.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 

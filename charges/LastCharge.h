@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Moment.h"
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
+#include "text/Moment.h"
 
 namespace bw {
 

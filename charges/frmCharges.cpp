@@ -23,8 +23,8 @@
 #include "lists/MainFrame.h"
 #include "lists/Settings.h"
 #include "picks/PickDialogs.h"
-#include "platform/Conversions.h"
-#include "platform/Text.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

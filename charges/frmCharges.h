@@ -7,7 +7,7 @@
 #include "charges/FilterPanels.h"
 #include "controls/ListView.h"
 #include "lists/View.h"
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 class QScrollArea;
 

@@ -9,8 +9,8 @@
 #include "controls/Explanation.h"
 #include "controls/QtText.h"
 #include "core/Services.h"
-#include "platform/Conversions.h"
-#include "platform/RuntimeError.h"
+#include "text/Conversions.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

@@ -18,7 +18,7 @@
 #include "controls/EventGuard.h"
 #include "controls/Hint.h"
 #include "controls/QtText.h"
-#include "platform/RowMark.h"
+#include "records/RowMark.h"
 
 namespace bw {
 namespace {

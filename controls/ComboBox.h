@@ -10,7 +10,7 @@
 
 #include "controls/TypedInput.h"
 #include "controls/TypedSearch.h"
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

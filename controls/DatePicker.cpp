@@ -15,7 +15,7 @@
 #include "controls/Hint.h"
 #include "controls/QtText.h"
 #include "core/Services.h"
-#include "platform/Formats.h"
+#include "text/Formats.h"
 
 namespace bw {
 namespace {

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "controls/TypedInput.h"
-#include "platform/Moment.h"
-#include "platform/TypedDate.h"
+#include "text/Moment.h"
+#include "text/TypedDate.h"
 
 class QCalendarWidget;
 class QToolButton;

@@ -4,8 +4,8 @@
 #include <new>
 
 #include "core/Services.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "controls/TypedSearch.h"
-#include "platform/ColumnSearch.h"
+#include "records/ColumnSearch.h"
 
 class QTableView;
 

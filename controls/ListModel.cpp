@@ -4,8 +4,8 @@
 #include <numeric>
 
 #include "controls/QtText.h"
-#include "platform/RowMark.h"
-#include "platform/RuntimeError.h"
+#include "records/RowMark.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

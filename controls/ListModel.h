@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/RowStore.h"
+#include "records/RowStore.h"
 
 namespace bw {
 

@@ -13,9 +13,9 @@
 #include "controls/QtText.h"
 #include "controls/RowDelegate.h"
 #include "controls/Twips.h"
-#include "platform/Formats.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "text/Formats.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 
 namespace bw {
 

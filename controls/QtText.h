@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Moment.h"
+#include "text/Moment.h"
 
 namespace bw {
 

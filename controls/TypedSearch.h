@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/TextSearch.h"
+#include "text/TextSearch.h"
 
 class QAbstractItemView;
 class QKeyEvent;

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/Refusals.h"
+#include "engine/Refusals.h"
 
 namespace bw {
 

@@ -1,7 +1,7 @@
 #include "core/ApoyoConeccion.h"
 
 #include "core/Principal.h"
-#include "platform/Workgroup.h"
+#include "engine/Workgroup.h"
 
 namespace bw {
 

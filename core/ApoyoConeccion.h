@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Connection.h"
+#include "engine/Connection.h"
 
 namespace bw {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

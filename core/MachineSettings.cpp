@@ -8,9 +8,9 @@
 #include <fstream>
 #include <vector>
 
-#include "platform/Files.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "files/Files.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RuntimeError.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 

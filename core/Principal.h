@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Connection.h"
-#include "platform/Moment.h"
+#include "engine/Connection.h"
+#include "text/Moment.h"
 
 // The program's shared variables. Whoever has a value writes it, whoever needs it reads it: forms
 // hand work to each other through these, not through arguments. One thread, no guard.

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "platform/Clock.h"
-#include "platform/RuntimeError.h"
+#include "text/Clock.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

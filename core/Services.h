@@ -7,7 +7,7 @@
 #include <string>
 
 #include "core/Advice.h"
-#include "platform/Moment.h"
+#include "text/Moment.h"
 
 namespace bw {
 

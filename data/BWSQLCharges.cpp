@@ -4,7 +4,7 @@
 #include "data/BWSQLPatients.h"
 #include "data/Literals.h"
 #include "data/Writing.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

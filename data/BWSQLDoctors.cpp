@@ -3,7 +3,7 @@
 #include "data/CodeList.h"
 #include "data/Reading.h"
 #include "data/Writing.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 

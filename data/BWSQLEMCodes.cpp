@@ -2,7 +2,7 @@
 
 #include "data/Reading.h"
 #include "data/Writing.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 

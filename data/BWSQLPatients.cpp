@@ -4,8 +4,8 @@
 #include "data/Literals.h"
 #include "data/Reading.h"
 #include "data/Writing.h"
-#include "platform/Rewriter.h"
-#include "platform/Text.h"
+#include "engine/Rewriter.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

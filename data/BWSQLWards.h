@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

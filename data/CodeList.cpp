@@ -1,7 +1,7 @@
 #include "data/CodeList.h"
 
-#include "platform/Conversions.h"
-#include "platform/Text.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 namespace bw {
 

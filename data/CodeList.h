@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

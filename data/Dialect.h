@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Value.h"
+#include "text/Value.h"
 
 namespace bw {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/Formats.h"
+#include "text/Formats.h"
 
 namespace bw {
 

@@ -1,8 +1,8 @@
 #include "data/Reading.h"
 
 #include "core/Services.h"
-#include "platform/Conversions.h"
-#include "platform/Text.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -3,7 +3,7 @@
 #include <memory>
 #include <span>
 
-#include "platform/Connection.h"
+#include "engine/Connection.h"
 
 namespace bw {
 

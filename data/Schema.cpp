@@ -5,7 +5,7 @@
 #include "data/Definition.h"
 #include "data/SavedQueries.h"
 #include "data/SqlTexts.h"
-#include "platform/RuntimeError.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Engine.h"
+#include "engine/Engine.h"
 
 namespace bw {
 

@@ -1,7 +1,7 @@
 #include <array>
 
 #include "data/Dialect.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/ColumnRules.h"
-#include "platform/Text.h"
+#include "records/ColumnRules.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -1,7 +1,7 @@
 #include "fuzz/Check.h"
-#include "platform/Criteria.h"
-#include "platform/DateLiterals.h"
-#include "platform/RuntimeError.h"
+#include "records/Criteria.h"
+#include "text/DateLiterals.h"
+#include "text/RuntimeError.h"
 
 namespace {
 

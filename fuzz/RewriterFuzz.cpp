@@ -2,10 +2,10 @@
 #include <string>
 #include <variant>
 
+#include "engine/Rewriter.h"
 #include "fuzz/Check.h"
-#include "platform/Rewriter.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 
 namespace {
 

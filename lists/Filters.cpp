@@ -1,6 +1,6 @@
 #include "lists/Filters.h"
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -4,8 +4,8 @@
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Services.h"
 #include "lists/Settings.h"
-#include "platform/Conversions.h"
-#include "platform/Text.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "controls/ListView.h"
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

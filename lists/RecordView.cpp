@@ -9,8 +9,8 @@
 #include "lists/Lists.h"
 #include "lists/MainFrame.h"
 #include "lists/Settings.h"
-#include "platform/Conversions.h"
-#include "platform/Text.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -9,8 +9,8 @@
 #include "controls/Dialog.h"
 #include "controls/ListView.h"
 #include "lists/View.h"
-#include "platform/RecordSet.h"
 #include "printing/ListReports.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

@@ -5,8 +5,8 @@
 
 #include "controls/QtText.h"
 #include "core/Services.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -1,7 +1,7 @@
 #include "lists/View.h"
 
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 
 namespace bw {
 

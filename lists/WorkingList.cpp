@@ -1,7 +1,7 @@
 #include "lists/WorkingList.h"
 
 #include "lists/Lists.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 

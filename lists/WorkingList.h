@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "controls/ListView.h"
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

@@ -15,7 +15,7 @@
 #include "lists/EditedRecord.h"
 #include "lists/WorkingList.h"
 #include "patients/PatientAdmission.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -13,7 +13,7 @@
 #include "lists/EditedRecord.h"
 #include "lists/WorkingList.h"
 #include "picks/PickDialogs.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

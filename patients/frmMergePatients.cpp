@@ -10,8 +10,8 @@
 #include "data/BWSQLPatients.h"
 #include "lists/Lists.h"
 #include "patients/PatientColumns.h"
-#include "platform/Conversions.h"
-#include "platform/Text.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

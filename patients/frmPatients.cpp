@@ -20,10 +20,10 @@
 #include "patients/frmDischargePatient.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmMergePatients.h"
-#include "platform/Conversions.h"
-#include "platform/Formats.h"
-#include "platform/Text.h"
 #include "printing/ListReports.h"
+#include "text/Conversions.h"
+#include "text/Formats.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

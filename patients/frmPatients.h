@@ -6,7 +6,7 @@
 #include "controls/Dialog.h"
 #include "controls/ListView.h"
 #include "lists/View.h"
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

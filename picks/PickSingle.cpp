@@ -9,7 +9,7 @@
 #include "data/ChargeCodes.h"
 #include "lists/Lists.h"
 #include "picks/PickDialogs.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

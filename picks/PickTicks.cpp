@@ -12,9 +12,9 @@
 #include "data/BWSQLSickness.h"
 #include "lists/Lists.h"
 #include "picks/PickDialogs.h"
-#include "platform/Formats.h"
-#include "platform/RowMark.h"
-#include "platform/Text.h"
+#include "records/RowMark.h"
+#include "text/Formats.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

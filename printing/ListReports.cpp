@@ -5,9 +5,9 @@
 
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "platform/Conversions.h"
-#include "platform/Text.h"
 #include "reports/ApoyoImpresion.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 namespace bw {
 std::string reportTitle(std::string_view title, std::span<const FilterWord> words,

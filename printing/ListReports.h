@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "controls/ListView.h"
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

@@ -10,7 +10,7 @@
 
 #include "controls/Dialog.h"
 #include "core/Principal.h"
-#include "platform/Conversions.h"
+#include "text/Conversions.h"
 
 namespace bw {
 namespace {

@@ -5,7 +5,7 @@
 #include <QStandardPaths>
 
 #include "controls/QtText.h"
-#include "platform/RuntimeError.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 

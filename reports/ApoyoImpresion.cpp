@@ -10,9 +10,9 @@
 #include "core/LongWork.h"
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
-#include "platform/Formats.h"
-#include "platform/Text.h"
 #include "reports/ApoyoMyView.h"
+#include "text/Formats.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -8,11 +8,11 @@
 
 #include "core/AsisRutinasApoyo.h"
 #include "core/Services.h"
-#include "platform/Conversions.h"
-#include "platform/Files.h"
-#include "platform/Formats.h"
-#include "platform/Text.h"
-#include "platform/WholeFile.h"
+#include "files/Files.h"
+#include "files/WholeFile.h"
+#include "text/Conversions.h"
+#include "text/Formats.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/RecordSet.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 

@@ -7,7 +7,7 @@
 #include "controls/Dialog.h"
 #include "controls/QtText.h"
 #include "core/Services.h"
-#include "platform/Formats.h"
+#include "text/Formats.h"
 
 namespace bw {
 

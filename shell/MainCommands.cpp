@@ -4,11 +4,11 @@
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
-#include "platform/RuntimeError.h"
 #include "printing/PageSize.h"
 #include "shell/frmAbout.h"
 #include "shell/frmMain.h"
 #include "shell/frmShorcuts.h"
+#include "text/RuntimeError.h"
 
 // What the main window's menu entries and buttons do.
 

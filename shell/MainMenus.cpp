@@ -8,8 +8,8 @@
 #include "controls/EventGuard.h"
 #include "controls/QtText.h"
 #include "core/PassOver.h"
-#include "platform/Text.h"
 #include "shell/frmMain.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

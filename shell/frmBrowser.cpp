@@ -13,7 +13,7 @@
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "lists/MainFrame.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 #include "webpane/WebPane.h"
 
 namespace bw {

@@ -15,12 +15,12 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "lists/Settings.h"
-#include "platform/Conversions.h"
-#include "platform/Text.h"
 #include "printing/PageSize.h"
 #include "shell/ClockPanels.h"
 #include "shell/frmBanner.h"
 #include "shell/frmShorcuts.h"
+#include "text/Conversions.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -14,11 +14,11 @@
 #include "controls/Twips.h"
 #include "core/Principal.h"
 #include "lists/MainFrame.h"
-#include "platform/Conversions.h"
-#include "platform/Formats.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
 #include "shell/RecordKinds.h"
+#include "text/Conversions.h"
+#include "text/Formats.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -11,8 +11,8 @@
 #include "controls/NoDisplay.h"
 #include "controls/ProgressWindow.h"
 #include "core/Services.h"
-#include "platform/KeptMemory.h"
 #include "printing/StartViewer.h"
+#include "records/KeptMemory.h"
 #include "shell/SessionEnd.h"
 #include "shell/Start.h"
 

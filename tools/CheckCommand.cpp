@@ -2,10 +2,10 @@
 
 #include "data/Definition.h"
 #include "data/Schema.h"
-#include "platform/ColumnRules.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Workgroup.h"
+#include "engine/Workgroup.h"
+#include "records/ColumnRules.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {

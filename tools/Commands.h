@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/Moment.h"
+#include "text/Moment.h"
 
 // The commands of brantiwell-database. Each says what it did on `out`, one line a fact, and returns
 // how it went. What stops it is raised: Refused, or RuntimeError when the database or a file cannot

@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "data/Tables.h"
-#include "platform/ColumnRules.h"
-#include "platform/Engine.h"
-#include "platform/Refusals.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "engine/Engine.h"
+#include "engine/Refusals.h"
+#include "records/ColumnRules.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 #include "tools/Commands.h"
 #include "tools/TableFile.h"
 

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "data/Schema.h"
-#include "platform/Files.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Workgroup.h"
+#include "engine/Workgroup.h"
+#include "files/Files.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/Engine.h"
+#include "engine/Engine.h"
 
 namespace bw {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 #include "tools/PracticeCatalogue.h"
 #include "tools/TableRows.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Engine.h"
-#include "platform/Moment.h"
+#include "engine/Engine.h"
+#include "text/Moment.h"
 
 namespace bw {
 

@@ -2,10 +2,10 @@
 
 #include "core/MachineSettings.h"
 #include "data/Schema.h"
-#include "platform/Engine.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Workgroup.h"
+#include "engine/Engine.h"
+#include "engine/Workgroup.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {

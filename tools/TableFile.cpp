@@ -5,7 +5,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/RuntimeError.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "platform/Engine.h"
+#include "engine/Engine.h"
 
 namespace bw {
 

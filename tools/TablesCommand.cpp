@@ -2,8 +2,8 @@
 #include <ostream>
 
 #include "data/Tables.h"
-#include "platform/ColumnRules.h"
-#include "platform/Text.h"
+#include "records/ColumnRules.h"
+#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {

@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <iostream>
 
-#include "platform/Clock.h"
-#include "platform/RuntimeError.h"
+#include "text/Clock.h"
+#include "text/RuntimeError.h"
 #include "tools/Commands.h"
 
 namespace {

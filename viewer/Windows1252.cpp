@@ -1,6 +1,6 @@
 #include "viewer/Windows1252.h"
 
-#include "platform/CodePage.h"
+#include "text/CodePage.h"
 
 namespace bw {
 namespace {

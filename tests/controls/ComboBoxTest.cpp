@@ -11,7 +11,7 @@
 
 #include "controls/Dialog.h"
 #include "controls/Hint.h"
-#include "platform/RuntimeError.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "controls/ListView.h"
 #include "lists/Lists.h"
-#include "tests/platform/Rows.h"
+#include "tests/records/Rows.h"
 
 namespace bw {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "lists/Lists.h"
 #include "lists/WorkingList.h"
-#include "platform/RuntimeError.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

@@ -3,8 +3,8 @@
 #include "core/AsisRutinasApoyo.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
-#include "tests/platform/Raised.h"
-#include "tests/platform/Rows.h"
+#include "tests/records/Rows.h"
+#include "tests/text/Raised.h"
 
 namespace bw {
 namespace {

@@ -9,9 +9,9 @@
 #include "data/BWSQLProcedures.h"
 #include "data/BWSQLSickness.h"
 #include "data/BWSQLWards.h"
-#include "platform/Text.h"
 #include "tests/data/DataFixture.h"
-#include "tests/platform/Raised.h"
+#include "tests/text/Raised.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
-#include "platform/Text.h"
 #include "tests/data/DataFixture.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

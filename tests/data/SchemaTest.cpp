@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "platform/RuntimeError.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

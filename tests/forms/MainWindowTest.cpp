@@ -9,9 +9,9 @@
 
 #include "core/Principal.h"
 #include "lists/Settings.h"
-#include "platform/RuntimeError.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
+#include "text/RuntimeError.h"
 
 namespace bw {
 namespace {

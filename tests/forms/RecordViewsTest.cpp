@@ -5,10 +5,10 @@
 #include "core/Principal.h"
 #include "lists/RecordView.h"
 #include "lists/Settings.h"
-#include "platform/Text.h"
 #include "shell/RecordKinds.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -7,7 +7,7 @@
 #include "core/MachineSettings.h"
 #include "core/Principal.h"
 #include "data/Schema.h"
-#include "platform/Workgroup.h"
+#include "engine/Workgroup.h"
 #include "shell/Start.h"
 #include "tests/forms/FormsFixture.h"
 

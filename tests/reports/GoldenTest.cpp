@@ -4,10 +4,10 @@
 #include <sstream>
 
 #include "core/Principal.h"
-#include "platform/Conversions.h"
 #include "reports/ApoyoImpresion.h"
 #include "tests/data/DataFixture.h"
 #include "tests/tools/TemporaryFolder.h"
+#include "text/Conversions.h"
 #include "viewer/CsvExport.h"
 
 // A folder of golden/ is a case: case.tsv tells what is reported, expected.myv is the document and

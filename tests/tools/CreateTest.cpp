@@ -7,12 +7,12 @@
 #include <sstream>
 
 #include "data/Tables.h"
-#include "platform/Connection.h"
-#include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Workgroup.h"
+#include "engine/Connection.h"
+#include "engine/Workgroup.h"
 #include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {

@@ -3,9 +3,9 @@
 #include <array>
 #include <sstream>
 
-#include "platform/Engine.h"
-#include "platform/RuntimeError.h"
+#include "engine/Engine.h"
 #include "tests/tools/TemporaryFolder.h"
+#include "text/RuntimeError.h"
 #include "tools/Commands.h"
 
 namespace bw {

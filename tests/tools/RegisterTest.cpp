@@ -5,8 +5,8 @@
 #include <sstream>
 
 #include "core/MachineSettings.h"
-#include "platform/RuntimeError.h"
 #include "tests/tools/TemporaryFolder.h"
+#include "text/RuntimeError.h"
 #include "tools/Commands.h"
 
 namespace bw {

@@ -5,11 +5,11 @@
 
 #include "core/MachineSettings.h"
 #include "core/Principal.h"
-#include "platform/RuntimeError.h"
 #include "shell/frmBrowser.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
 #include "tests/webpane/PageServer.h"
+#include "text/RuntimeError.h"
 #include "webpane/WebPane.h"
 
 // Inside the web engine the sanitizer finds objects freed as another type; that is not ours.

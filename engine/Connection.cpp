@@ -1,0 +1,125 @@
+#include "engine/Connection.h"
+
+#include "engine/Refusals.h"
+#include "engine/Rewriter.h"
+#include "engine/Workgroup.h"
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+// The value of one name of a connection string, "" when it is not there.
+std::string settingOf(std::string_view connectionString, std::string_view name) {
+  while (!connectionString.empty()) {
+    const std::size_t end = std::min(connectionString.find(';'), connectionString.size());
+    const std::string_view entry = connectionString.substr(0, end);
+    const std::size_t equals = entry.find('=');
+    if (equals != std::string_view::npos && sameName(entry.substr(0, equals), name))
+      return std::string(entry.substr(equals + 1));
+    connectionString.remove_prefix(std::min(end + 1, connectionString.size()));
+  }
+  return {};
+}
+
+// Stands below the refusal of a statement with a text that holds one.
+constexpr const char* kApostrophe =
+    "\n\nThe sign ' (apostrophe) in a text is what was refused. Type ’ in its place, or '' (the "
+    "sign twice), and try again.";
+
+}  // namespace
+
+void Connection::Open() {
+  const std::string file = settingOf(ConnectionString, "Data Source");
+  const std::string workgroup = settingOf(ConnectionString, "Jet OLEDB:System database");
+  if (!workgroupAdmits(workgroup, settingOf(ConnectionString, "User Id"),
+                       settingOf(ConnectionString, "Password")))
+    throw RuntimeError(ErrorNumber::database, "The account or its password is not valid.");
+  engine_ = openSqlite(file);
+  level_ = 0;
+}
+
+Engine& Connection::engine() {
+  if (!engine_) throw RuntimeError(ErrorNumber::closed);
+  return *engine_;
+}
+
+void Connection::control(const std::string& statement) {
+  if (tap) tap(statement);
+  requireAlive();
+  engine().execute(statement);
+}
+
+int Connection::BeginTrans() {
+  // Level 1 takes no lock yet: a lock held by another station must fail at the statement that
+  // needs it, inside the transaction.
+  control(level_ == 0 ? "BEGIN" : concat("SAVEPOINT s", level_ + 1));
+  return ++level_;
+}
+
+void Connection::CommitTrans() {
+  requireLevel();
+  try {
+    control(level_ == 1 ? "COMMIT" : concat("RELEASE s", level_));
+    --level_;
+  } catch (const RuntimeError&) {
+    // Left open, it would swallow everything that is stored from now on.
+    RollbackTrans();
+    throw;
+  }
+}
+
+void Connection::RollbackTrans() {
+  requireLevel();
+  const int level = level_--;
+  // After a full disk the engine may have rolled back by itself: then nothing is left to do.
+  if (!engine().inTransaction()) return;
+  if (level == 1) {
+    control("ROLLBACK");
+  } else {
+    control(concat("ROLLBACK TO s", level));
+    control(concat("RELEASE s", level));
+  }
+}
+
+bool Connection::relaxSync() {
+  if (!engine_ || level_ > 0) return false;
+  engine_->relaxSync();
+  return true;
+}
+
+void Connection::restoreSync() { engine().restoreSync(); }
+
+void Connection::requireLevel() const {
+  if (level_ == 0) throw RuntimeError(ErrorNumber::noTransaction);
+}
+
+// What runs behind a transaction that the engine has given up would be stored by itself.
+void Connection::requireAlive() {
+  if (level_ > 0 && !engine().inTransaction())
+    throw RuntimeError(ErrorNumber::database, refusalSentence(Refusal::rolledBack));
+}
+
+std::int64_t Connection::Execute(std::string_view statement) {
+  if (tap) tap(statement);
+  requireAlive();
+  Engine& open = engine();
+  try {
+    return open.execute(rewriteStatement(statement));
+  } catch (const RuntimeError& error) {
+    if (!hasCutText(statement)) throw;
+    throw RuntimeError(error.number(), error.text() + kApostrophe);
+  }
+}
+
+RecordSetRef Connection::Read(std::string_view statement, LockType lock) {
+  if (tap) tap(statement);
+  return RecordSetRef(std::make_shared<RecordSet>(readRows(statement), lock));
+}
+
+std::shared_ptr<RowStore> Connection::readRows(std::string_view statement) {
+  for (const LookedUpQuery& query : lookedUpQueries)
+    if (std::shared_ptr<RowStore> rows = readLookedUp(engine(), query, statement)) return rows;
+  return engine().read(rewriteStatement(statement));
+}
+
+}  // namespace bw

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "engine/Engine.h"
+#include "engine/LookedUpQuery.h"
+#include "records/RecordSet.h"
+
+namespace bw {
+
+// The one road to a database. Statements are the program's own texts; they are rewritten here.
+// A failing statement raises RuntimeError (number `database`) and leaves the transaction alive:
+// what was done before it stands, what comes after it runs.
+class Connection {
+ public:
+  Connection() = default;  // closed
+  explicit Connection(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {}
+
+  std::string ConnectionString;
+
+  // Saved queries whose rows Read puts together by itself, where a statement allows it.
+  std::span<const LookedUpQuery> lookedUpQueries;
+
+  // Opens what ConnectionString names: its data source, its workgroup file, its account.
+  // Raises error `database` when one of them is missing or refused.
+  void Open();
+  bool isOpen() const noexcept { return engine_ != nullptr; }
+
+  // Transactions nest. Commit and Rollback end the innermost level only; what an inner commit
+  // kept is undone by an outer rollback. A commit that fails rolls its level back. Without an open
+  // transaction they raise `noTransaction`. When the engine has rolled back by itself (a full
+  // disk), statements and commits fail until the last level is ended, and rollbacks succeed.
+  int BeginTrans();  // returns the new level, from 1
+  void CommitTrans();
+  void RollbackTrans();
+  int transactionLevel() const noexcept { return level_; }
+
+  // Returns the number of rows that the statement matched. The refusal of a statement with an
+  // apostrophe in a text says below its sentence how to go on.
+  std::int64_t Execute(std::string_view statement);
+  RecordSetRef Read(std::string_view statement, LockType lock = LockType::optimistic);
+
+  // See RelaxedSync. False when there is no connection that could be relaxed, or a transaction is
+  // open.
+  bool relaxSync();
+  void restoreSync();
+
+  // Hears every statement as the program wrote it, before it runs; also BEGIN, COMMIT, ROLLBACK.
+  std::function<void(std::string_view)> tap;
+
+ private:
+  Engine& engine();
+  void control(const std::string& statement);
+  std::shared_ptr<RowStore> readRows(std::string_view statement);
+  void requireLevel() const;
+  void requireAlive();
+
+  std::unique_ptr<Engine> engine_;
+  int level_ = 0;
+};
+
+}  // namespace bw

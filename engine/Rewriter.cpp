@@ -1,0 +1,263 @@
+#include "engine/Rewriter.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+
+#include "text/DateLiterals.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+enum class Fault { quote, bracket, date, missing, comment, sign, parameter, second };
+
+[[noreturn]] void refuse(Fault fault) {
+  constexpr std::array<const char*, 8> kSentences{
+      "Syntax error in string: a quote is not closed.",
+      "Syntax error in name: a bracket is not closed.",
+      "Syntax error in date in query expression.",
+      kDateMissing,
+      "Syntax error in query expression: comments are not allowed.",
+      "Syntax error in query expression: a character is not allowed.",
+      "No value given for one or more required parameters.",
+      "Syntax error: characters found after the end of the statement."};
+  throw RuntimeError(ErrorNumber::database, kSentences[static_cast<std::size_t>(fault)]);
+}
+
+bool isBlank(char c) noexcept {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+}
+bool isNameCharacter(char c) noexcept {
+  return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Characters outside quotes and brackets that are not simply copied.
+constexpr std::array<bool, 256> kSpecial = [] {
+  std::array<bool, 256> special{};
+  for (const char c : std::string_view("'[#;-/\"`?:@$=\0", 14))
+    special[static_cast<unsigned char>(c)] = true;
+  return special;
+}();
+
+std::string canonical(std::string_view literal) {
+  const std::optional<Value> moment = parseDateLiteral(literal);
+  if (!moment) refuse(Trim(literal).empty() ? Fault::missing : Fault::date);
+  if (const auto* date = std::get_if<Date>(&*moment)) return isoDate(*date);
+  if (const auto* time = std::get_if<TimeOfDay>(&*moment)) return isoTime(*time);
+  return isoDateTime(std::get<DateTime>(*moment));
+}
+
+class Scan {
+ public:
+  explicit Scan(std::string_view text) : text_(text) { out_.text.reserve(text.size() + 16); }
+
+  EngineStatement run() {
+    copyHead();
+    while (at_ < text_.size()) {
+      copyPlain();
+      if (at_ < text_.size() && !special()) break;
+    }
+    if (!limit_.empty()) {
+      put(" LIMIT ");
+      put(limit_);
+    }
+    if (!shares_ || out_.values.empty()) out_.shape.clear();
+    return std::move(out_);
+  }
+
+ private:
+  char peek(std::size_t ahead) const noexcept {
+    return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0';
+  }
+
+  void put(std::string_view piece) {
+    out_.text += piece;
+    if (shares_) out_.shape += piece;
+  }
+
+  void putValue(StatementValue value, std::string_view literal) {
+    out_.text += literal;
+    out_.shape += '?';
+    out_.values.push_back(std::move(value));
+  }
+
+  void copy(std::size_t end) {
+    put(text_.substr(at_, end - at_));
+    at_ = end;
+  }
+
+  std::size_t behindBlanks(std::size_t at) const noexcept {
+    while (at < text_.size() && isBlank(text_[at])) ++at;
+    return at;
+  }
+  std::size_t behindName(std::size_t at) const noexcept {
+    while (at < text_.size() && isNameCharacter(text_[at])) ++at;
+    return at;
+  }
+
+  // The statement's kind, and the TOP n behind SELECT, which becomes the limit.
+  void copyHead() {
+    constexpr std::array<std::string_view, 3> kSharing{"SELECT", "UPDATE", "DELETE"};
+    const std::size_t select = behindBlanks(0);
+    const std::size_t selectEnd = behindName(select);
+    const auto* kind = std::ranges::find_if(kSharing, [&](std::string_view one) {
+      return sameName(text_.substr(select, selectEnd - select), one);
+    });
+    shares_ = kind != kSharing.end();
+    if (shares_) out_.shape.reserve(text_.size());
+    if (kind != kSharing.begin()) return;
+    const std::size_t top = behindBlanks(selectEnd);
+    const std::size_t topEnd = behindName(top);
+    if (!sameName(text_.substr(top, topEnd - top), "TOP")) return;
+    const std::size_t count = behindBlanks(topEnd);
+    const std::size_t countEnd = behindName(count);
+    const std::string_view digits = text_.substr(count, countEnd - count);
+    if (digits.empty() || !std::all_of(digits.begin(), digits.end(), isDigit)) return;
+    if (countEnd < text_.size() && text_[countEnd] == '.') return;
+    copy(selectEnd);
+    at_ = countEnd;
+    limit_ = digits;
+  }
+
+  void copyPlain() {
+    std::size_t end = at_;
+    while (end < text_.size() && !kSpecial[static_cast<unsigned char>(text_[end])]) ++end;
+    copy(end);
+  }
+
+  // The closing character's place, from the opening one on.
+  std::size_t closing(char close, Fault fault) const {
+    const std::size_t end = text_.find(close, at_ + 1);
+    if (end == std::string_view::npos) refuse(fault);
+    return end;
+  }
+
+  // False at the statement's end.
+  bool special() {
+    switch (text_[at_]) {
+      case '\'':  // a doubled quote reads as two texts side by side, which copies the same
+        copy(closing('\'', Fault::quote) + 1);
+        return true;
+      case '[':
+        copy(closing(']', Fault::bracket) + 1);
+        return true;
+      case '#':
+        put(date());
+        return true;
+      case '=':
+        copy(behindBlanks(at_ + 1));
+        if (shares_) value();
+        return true;
+      case ';':
+        if (behindBlanks(at_ + 1) != text_.size()) refuse(Fault::second);
+        return false;
+      case '-':
+        if (peek(1) == '-') refuse(Fault::comment);
+        break;
+      case '/':
+        if (peek(1) == '*') refuse(Fault::comment);
+        break;
+      case '?':
+        refuse(Fault::parameter);
+      case ':':
+      case '@':
+      case '$':
+        if (isNameCharacter(peek(1))) refuse(Fault::parameter);
+        break;
+      default:
+        refuse(Fault::sign);
+    }
+    copy(at_ + 1);
+    return true;
+  }
+
+  // The literal that a date becomes.
+  std::string date() {
+    const std::size_t end = closing('#', Fault::date);
+    std::string literal = concat("'", canonical(text_.substr(at_ + 1, end - at_ - 1)), "'");
+    at_ = end + 1;
+    return literal;
+  }
+
+  // What stands behind an equals sign, unless it is more than a plain value.
+  void value() {
+    const char first = peek(0);
+    if (first == '#') {
+      const std::string literal = date();
+      putValue(literal.substr(1, literal.size() - 2), literal);
+    } else if (first == '\'') {
+      quoted();
+    } else if (isDigit(first)) {
+      number();
+    }
+  }
+
+  void quoted() {
+    const std::size_t end = closing('\'', Fault::quote) + 1;
+    if (end < text_.size() && text_[end] == '\'') {  // a quote within the text
+      shares_ = false;
+      return;
+    }
+    putValue(std::string(text_.substr(at_ + 1, end - at_ - 2)), text_.substr(at_, end - at_));
+    at_ = end;
+  }
+
+  void number() {
+    const char* end = text_.data() + text_.size();
+    std::int64_t number = 0;
+    const auto [behind, error] = std::from_chars(text_.data() + at_, end, number);
+    if (error != std::errc()) return;
+    const auto next = static_cast<std::size_t>(behind - text_.data());
+    // A fraction, an exponent, a name.
+    if (behind != end && (*behind == '.' || isNameCharacter(*behind))) return;
+    putValue(number, text_.substr(at_, next - at_));
+    at_ = next;
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  EngineStatement out_;
+  std::string_view limit_;
+  bool shares_ = false;
+};
+
+}  // namespace
+
+namespace {
+
+// The place of the quote that ends the text begun at `open`.
+std::size_t endOfText(std::string_view statement, std::size_t open) {
+  std::size_t end = statement.find('\'', open + 1);
+  while (end != std::string_view::npos && statement.substr(end + 1).starts_with('\''))
+    end = statement.find('\'', end + 2);
+  return end;
+}
+
+bool followsAValue(std::string_view rest) {
+  const std::string_view next = Trim(rest);
+  return next.empty() || next.starts_with(',') || next.starts_with(')') ||
+         next.starts_with("WHERE ");
+}
+
+}  // namespace
+
+bool hasCutText(std::string_view statement) {
+  for (std::size_t open = statement.find('\''); open != std::string_view::npos;) {
+    const std::size_t end = endOfText(statement, open);
+    if (end == std::string_view::npos || !followsAValue(statement.substr(end + 1))) return true;
+    open = statement.find('\'', end + 1);
+  }
+  return false;
+}
+
+EngineStatement rewriteStatement(std::string_view statement) {
+  // Within quotes too: the engine would take it for the end of the statement.
+  if (statement.find('\0') != std::string_view::npos) refuse(Fault::sign);
+  return Scan(statement).run();
+}
+
+}  // namespace bw

@@ -1,0 +1,372 @@
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <type_traits>
+
+#include "engine/Engine.h"
+#include "engine/Refusals.h"
+#include "records/ColumnFeed.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+struct CloseDatabase {
+  void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
+};
+struct Finalize {
+  void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
+};
+struct Reset {
+  void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_reset(statement); }
+};
+using Database = std::unique_ptr<sqlite3, CloseDatabase>;
+using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+using Run = std::unique_ptr<sqlite3_stmt, Reset>;  // of a statement that is kept
+
+// What follows the last colon of the engine's text: the name of a constraint or of a column.
+std::string detailOf(std::string_view message) {
+  const std::size_t colon = message.rfind(": ");
+  return std::string(colon == std::string_view::npos ? message : message.substr(colon + 2));
+}
+
+std::string sentenceFor(int code, const char* message) {
+  switch (code) {
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_ROWID:
+      return refusalSentence(Refusal::duplicateKey);
+    case SQLITE_CONSTRAINT_CHECK:
+      return refusalSentence(Refusal::check, detailOf(message));
+    case SQLITE_CONSTRAINT_NOTNULL:
+      return refusalSentence(Refusal::missingValue, detailOf(message));
+    case SQLITE_CONSTRAINT_TRIGGER:
+      return message;  // the schema's own sentence
+    default:
+      break;
+  }
+  switch (code & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return refusalSentence(Refusal::locked);
+    case SQLITE_FULL:
+      return refusalSentence(Refusal::full);
+    case SQLITE_READONLY:
+      return refusalSentence(Refusal::readOnly);
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      return refusalSentence(Refusal::damaged);
+    case SQLITE_IOERR:
+      return refusalSentence(Refusal::unreadable);
+    case SQLITE_NOMEM:
+      return std::string(errorText(ErrorNumber::outOfMemory));
+    default:
+      return message;
+  }
+}
+
+FieldType typeOfDeclaration(const char* declaration) noexcept {
+  if (declaration == nullptr) return FieldType::untyped;
+  const std::string_view name = declaration;
+  if (sameName(name, "SMALLINT")) return FieldType::smallint;
+  if (sameName(name, "INTEGER")) return FieldType::integer;
+  if (sameName(name, "TEXT")) return FieldType::text;
+  if (sameName(name, "DATE")) return FieldType::date;
+  if (sameName(name, "TIME")) return FieldType::time;
+  if (sameName(name, "DATETIME")) return FieldType::dateTime;
+  return FieldType::untyped;
+}
+
+std::string_view textOf(sqlite3_value* value) noexcept {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+// bw_fold(text): its Unicode case folding, for the schema's queries.
+void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
+  if (sqlite3_value_type(arguments[0]) == SQLITE_NULL) return sqlite3_result_null(context);
+  try {
+    const std::string folded = fold(textOf(arguments[0]));
+    sqlite3_result_text(context, folded.data(), static_cast<int>(folded.size()), SQLITE_TRANSIENT);
+  } catch (const std::exception&) {
+    sqlite3_result_error_nomem(context);
+  }
+}
+
+class SqliteEngine final : public Engine {
+ public:
+  explicit SqliteEngine(Database database) : database_(std::move(database)) {}
+
+  std::int64_t execute(const EngineStatement& text) override {
+    return use(text, [this](sqlite3_stmt* statement) {
+      while (step(statement)) {
+      }
+      return sqlite3_stmt_readonly(statement) != 0 ? 0 : sqlite3_changes64(database_.get());
+    });
+  }
+
+  std::shared_ptr<RowStore> read(const EngineStatement& text) override {
+    return use(text, [this](sqlite3_stmt* statement) { return readAll(statement); });
+  }
+
+  std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
+                                            const std::vector<std::string>& columns) override;
+
+  void relaxSync() override { execute("PRAGMA synchronous=NORMAL"); }
+
+  // One more commit that is synced makes those before it durable, since the log is one file. A
+  // checkpoint would not do: while another station reads it can leave the log as it is.
+  void restoreSync() override {
+    execute("PRAGMA synchronous=FULL");
+    execute("BEGIN IMMEDIATE");
+    try {
+      const std::shared_ptr<RowStore> version = read("PRAGMA user_version");
+      execute(concat("PRAGMA user_version=", version->columns.front().raw(0)));
+      execute("COMMIT");
+    } catch (const RuntimeError&) {
+      if (inTransaction()) execute("ROLLBACK");
+      throw;
+    }
+  }
+
+  std::vector<std::string> findDamage() override {
+    std::vector<std::string> damage;
+    const std::shared_ptr<RowStore> lines = read("PRAGMA integrity_check");
+    for (std::size_t row = 0; row < lines->rowCount(); ++row) {
+      std::string line = textOrEmpty(lines->columns.front().value(row));
+      if (line != "ok" && !line.starts_with("CHECK constraint")) damage.push_back(std::move(line));
+    }
+    return damage;
+  }
+
+  bool inTransaction() const override { return sqlite3_get_autocommit(database_.get()) == 0; }
+
+  // Steps an insert to its end, and leaves it ready for the next.
+  void insert(const Statement& statement) {
+    step(statement.get());
+    sqlite3_reset(statement.get());
+  }
+
+  [[noreturn]] void refuse() const {
+    throw RuntimeError(ErrorNumber::database, sentenceFor(sqlite3_extended_errcode(database_.get()),
+                                                          sqlite3_errmsg(database_.get())));
+  }
+
+ private:
+  Statement prepare(const std::string& text) const {
+    sqlite3_stmt* prepared = nullptr;
+    const int status = sqlite3_prepare_v2(database_.get(), text.data(),
+                                          static_cast<int>(text.size()), &prepared, nullptr);
+    Statement statement(prepared);
+    if (status != SQLITE_OK) refuse();
+    if (!statement) throw RuntimeError(ErrorNumber::database, "The statement is empty.");
+    return statement;
+  }
+
+  bool step(sqlite3_stmt* statement) const {
+    const int status = sqlite3_step(statement);
+    if (status == SQLITE_ROW) return true;
+    if (status != SQLITE_DONE) refuseStep(statement);
+    return false;
+  }
+
+  std::shared_ptr<RowStore> readAll(sqlite3_stmt* statement) const {
+    auto store = std::make_shared<RowStore>();
+    const int count = sqlite3_column_count(statement);
+    store->columns.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+      store->columns.emplace_back(sqlite3_column_name(statement, i),
+                                  typeOfDeclaration(sqlite3_column_decltype(statement, i)));
+    std::vector<ColumnFeed> feeds(store->columns.begin(), store->columns.end());
+    while (step(statement)) feedRow(statement, feeds);
+    for (ColumnFeed& feed : feeds) feed.flush();
+    for (Column& column : store->columns) column.finish();
+    return store;
+  }
+
+  // One record after another is often read or written by statements of one shape, sometimes two in
+  // turns. From the second one on they share a prepared statement; the first one runs as it stands,
+  // since its values may matter to its plan.
+  template <class Work>
+  std::invoke_result_t<Work, sqlite3_stmt*> use(const EngineStatement& asked, Work work) {
+    if (asked.shape.empty()) return work(prepare(asked.text).get());
+    const auto known = std::ranges::find(shared_, asked.shape, &Shared::shape);
+    if (known == shared_.end()) {
+      std::rotate(shared_.begin(), shared_.end() - 1, shared_.end());
+      shared_.front() = {asked.shape, nullptr};
+      return work(prepare(asked.text).get());
+    }
+    if (!known->statement) known->statement = prepare(known->shape);
+    const Run run(known->statement.get());
+    bindAll(run.get(), asked.values);
+    return work(run.get());
+  }
+
+  // The values' texts outlive the run.
+  static void bindAll(sqlite3_stmt* statement, const std::vector<StatementValue>& values) {
+    struct Binder {
+      sqlite3_stmt* statement;
+      int place;
+      int operator()(std::int64_t number) const {
+        return sqlite3_bind_int64(statement, place, number);
+      }
+      int operator()(const std::string& text) const {
+        return sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()),
+                                 SQLITE_STATIC);
+      }
+    };
+    int place = 0;
+    for (const StatementValue& value : values)
+      if (std::visit(Binder{statement, ++place}, value) != SQLITE_OK)
+        throw RuntimeError(ErrorNumber::outOfMemory);
+  }
+
+  // A foreign key tells neither table nor direction; the statement's kind does.
+  [[noreturn]] void refuseStep(sqlite3_stmt* statement) const {
+    const int code = sqlite3_extended_errcode(database_.get());
+    const bool byRelation =
+        code == SQLITE_CONSTRAINT_FOREIGNKEY ||
+        (code == SQLITE_CONSTRAINT_TRIGGER &&
+         std::string_view(sqlite3_errmsg(database_.get())) == "FOREIGN KEY constraint failed");
+    if (!byRelation) refuse();
+    const bool deletes = sameName(std::string_view(sqlite3_sql(statement)).substr(0, 6), "DELETE");
+    throw RuntimeError(ErrorNumber::database,
+                       refusalSentence(deletes ? Refusal::inUse : Refusal::missingParent));
+  }
+
+  static void feedRow(sqlite3_stmt* statement, std::vector<ColumnFeed>& feeds) {
+    int i = 0;
+    for (ColumnFeed& feed : feeds) {
+      sqlite3_value* value = sqlite3_column_value(statement, i++);
+      switch (sqlite3_value_type(value)) {
+        case SQLITE_INTEGER:
+          feed.integer(sqlite3_value_int64(value));
+          break;
+        case SQLITE_NULL:
+          feed.null();
+          break;
+        default:
+          feed.text(textOf(value));
+          break;
+      }
+    }
+  }
+
+  struct Shared {
+    std::string shape;
+    Statement statement;  // once the shape has come a second time
+  };
+
+  Database database_;
+  std::array<Shared, 4> shared_;  // the latest shapes
+};
+
+void bind(sqlite3_stmt* statement, int place, const Value& value) {
+  struct Binder {
+    sqlite3_stmt* statement;
+    int place;
+    int operator()(std::monostate) const { return sqlite3_bind_null(statement, place); }
+    int operator()(std::int64_t number) const {
+      return sqlite3_bind_int64(statement, place, number);
+    }
+    int operator()(const std::string& text) const {
+      return sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()),
+                               SQLITE_TRANSIENT);
+    }
+    int operator()(Date date) const { return (*this)(isoDate(date)); }
+    int operator()(TimeOfDay time) const { return (*this)(isoTime(time)); }
+    int operator()(DateTime moment) const { return (*this)(isoDateTime(moment)); }
+  };
+  if (std::visit(Binder{statement, place}, value) != SQLITE_OK)
+    throw RuntimeError(ErrorNumber::outOfMemory);
+}
+
+class SqliteBulkInsert final : public BulkInsert {
+ public:
+  SqliteBulkInsert(SqliteEngine& engine, Statement statement)
+      : engine_(engine), statement_(std::move(statement)) {}
+
+  void row(std::span<const Value> values) override {
+    // Also behind a refused row: a statement that has been stepped takes no values.
+    sqlite3_reset(statement_.get());
+    int place = 0;
+    for (const Value& value : values) bind(statement_.get(), ++place, value);
+    engine_.insert(statement_);
+  }
+
+ private:
+  SqliteEngine& engine_;
+  Statement statement_;
+};
+
+std::unique_ptr<BulkInsert> SqliteEngine::prepareInsert(const std::string& table,
+                                                        const std::vector<std::string>& columns) {
+  std::string names;
+  std::string places;
+  for (const std::string& column : columns) {
+    names += (names.empty() ? "[" : ", [") + column + "]";
+    places += places.empty() ? "?" : ", ?";
+  }
+  return std::make_unique<SqliteBulkInsert>(
+      *this, prepare("INSERT INTO [" + table + "] (" + names + ") VALUES (" + places + ")"));
+}
+
+void setUp(sqlite3* database, const SqliteOptions& options) {
+  sqlite3_extended_result_codes(database, 1);
+  sqlite3_busy_timeout(database, static_cast<int>(options.busyTimeout.count()));
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  sqlite3_create_function_v2(database, "bw_fold", 1,
+                             SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                             foldFunction, nullptr, nullptr, nullptr);
+}
+
+}  // namespace
+
+std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options) {
+  std::error_code ignored;
+  const bool inMemory = path == ":memory:";
+  if (!inMemory && !std::filesystem::is_regular_file(path, ignored))
+    throw RuntimeError(ErrorNumber::database,
+                       refusalSentence(Refusal::notOpened, "there is no file " + path));
+  sqlite3* opened = nullptr;
+  // One thread uses a connection: locks within it would only cost.
+  const int flags =
+      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (inMemory ? SQLITE_OPEN_CREATE : 0);
+  const int status = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  Database database(opened);
+  if (status != SQLITE_OK)
+    throw RuntimeError(ErrorNumber::database,
+                       refusalSentence(Refusal::notOpened, sqlite3_errmsg(opened)));
+  // Without the right to write the engine opens it for reading alone and says nothing.
+  if (sqlite3_db_readonly(database.get(), "main") != 0)
+    throw RuntimeError(ErrorNumber::database, refusalSentence(Refusal::readOnly));
+  setUp(database.get(), options);
+  auto engine = std::make_unique<SqliteEngine>(std::move(database));
+  // A file of rubbish opens too; only reading tells.
+  engine->read("SELECT count(*) FROM sqlite_schema");
+  engine->execute("PRAGMA foreign_keys=ON");
+  engine->execute("PRAGMA synchronous=FULL");
+  return engine;
+}
+
+std::unique_ptr<Engine> createSqlite(const std::string& path, const SqliteOptions& options) {
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (file < 0)
+    throw RuntimeError(
+        ErrorNumber::database,
+        refusalSentence(Refusal::notCreated, std::generic_category().message(errno)));
+  close(file);
+  std::unique_ptr<Engine> engine = openSqlite(path, options);
+  engine->execute("PRAGMA journal_mode=WAL");
+  return engine;
+}
+
+}  // namespace bw

@@ -1,0 +1,324 @@
+#include "engine/Connection.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "engine/Workgroup.h"
+#include "tests/text/Raised.h"
+#include "tests/tools/TemporaryFolder.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The text of the error that a call raises, "" when it raises none.
+template <class Call>
+std::string refusalOf(Call call) {
+  try {
+    call();
+  } catch (const RuntimeError& error) {
+    return error.text();
+  }
+  return {};
+}
+
+class ConnectionTest : public ::testing::Test {
+ protected:
+  ConnectionTest() : connection(openSqlite(":memory:")) {
+    run("CREATE TABLE Letters (Letter TEXT NOT NULL, Number SMALLINT, PRIMARY KEY (Letter))");
+  }
+
+  void run(const std::string& statement) { connection.Execute(statement); }
+  void insert(const std::string& letter) {
+    run("INSERT INTO Letters VALUES ('" + letter + "', 1)");
+  }
+  std::string letters() { return lettersOf(connection); }
+  static std::string lettersOf(Connection& from) {
+    std::string text;
+    const RecordSetRef found = from.Read("SELECT * FROM Letters ORDER BY Letter");
+    for (; !found->EOF_(); found->MoveNext()) text += found->text("Letter");
+    return text;
+  }
+  std::optional<ErrorNumber> raisedByInsert(const std::string& letter) {
+    return raisedBy([&] { insert(letter); });
+  }
+
+  Connection connection;
+};
+
+TEST_F(ConnectionTest, InnerRollbackLeavesTheOuterLevel) {
+  connection.BeginTrans();
+  insert("A");
+  connection.BeginTrans();
+  insert("B");
+  connection.RollbackTrans();
+  connection.BeginTrans();
+  insert("C");
+  connection.BeginTrans();
+  insert("D");
+  connection.RollbackTrans();
+  connection.CommitTrans();
+  connection.CommitTrans();
+  EXPECT_EQ(letters(), "AC");
+  EXPECT_EQ(connection.transactionLevel(), 0);
+}
+
+TEST_F(ConnectionTest, FailedStatementLeavesTheTransactionAlive) {
+  connection.BeginTrans();
+  insert("A");
+  EXPECT_EQ(raisedByInsert("A"), ErrorNumber::database);
+  EXPECT_EQ(raisedByInsert("O'"), ErrorNumber::database);
+  EXPECT_EQ(letters(), "A");
+  insert("C");
+  EXPECT_EQ(letters(), "AC");
+  connection.RollbackTrans();
+  EXPECT_EQ(letters(), "");
+  insert("D");
+  EXPECT_EQ(letters(), "D");
+}
+
+TEST_F(ConnectionTest, EndOfATransactionThatIsNoneIsAnError) {
+  EXPECT_EQ(raisedBy([&] { connection.CommitTrans(); }), ErrorNumber::noTransaction);
+  EXPECT_EQ(refusalOf([&] { connection.RollbackTrans(); }), "No transaction is active.");
+  Connection closed;
+  EXPECT_EQ(raisedBy([&] { closed.BeginTrans(); }), ErrorNumber::closed);
+  EXPECT_EQ(closed.transactionLevel(), 0);
+}
+
+TEST_F(ConnectionTest, CommitThatFailsRollsBackAndTheNextOneWorks) {
+  run("CREATE TABLE Notes (Letter TEXT REFERENCES Letters DEFERRABLE INITIALLY DEFERRED)");
+  connection.BeginTrans();
+  run("INSERT INTO Notes VALUES ('Z')");
+  EXPECT_EQ(raisedBy([&] { connection.CommitTrans(); }), ErrorNumber::database);
+  EXPECT_EQ(connection.transactionLevel(), 0);
+  EXPECT_EQ(connection.Read("SELECT * FROM Notes")->RecordCount(), 0);
+  connection.BeginTrans();
+  insert("A");
+  connection.CommitTrans();
+  EXPECT_EQ(letters(), "A");
+}
+
+// A full disk makes the engine roll back by itself; a bare ROLLBACK does the same to it.
+TEST_F(ConnectionTest, NothingIsStoredBehindATransactionThatTheEngineGaveUp) {
+  connection.BeginTrans();
+  insert("A");
+  connection.BeginTrans();
+  run("ROLLBACK");
+  EXPECT_EQ(raisedByInsert("B"), ErrorNumber::database);
+  EXPECT_EQ(raisedBy([&] { connection.BeginTrans(); }), ErrorNumber::database);
+  EXPECT_EQ(raisedBy([&] { connection.CommitTrans(); }), ErrorNumber::database);
+  EXPECT_EQ(connection.transactionLevel(), 1);
+  EXPECT_EQ(raisedByInsert("C"), ErrorNumber::database);
+  connection.RollbackTrans();
+  EXPECT_EQ(connection.transactionLevel(), 0);
+  EXPECT_EQ(letters(), "");
+  insert("D");
+  EXPECT_EQ(letters(), "D");
+}
+
+TEST_F(ConnectionTest, CountsTheRowsMatchedAndNoCascades) {
+  run("CREATE TABLE Notes (Letter TEXT REFERENCES Letters ON DELETE CASCADE)");
+  run("INSERT INTO Letters VALUES ('A', 1), ('B', 1)");
+  run("INSERT INTO Notes VALUES ('A'), ('A')");
+  EXPECT_EQ(connection.Execute("UPDATE Letters SET Number=1 WHERE Number=1"), 2);
+  EXPECT_EQ(connection.Execute("UPDATE Letters SET Number=1 WHERE Number=7"), 0);
+  EXPECT_EQ(connection.Execute("DELETE FROM Letters WHERE Number=1"), 2);
+  EXPECT_EQ(connection.Execute("SELECT * FROM Letters"), 0);
+}
+
+TEST_F(ConnectionTest, TapHearsStatementsAsWrittenAndInOrder) {
+  std::vector<std::string> heard;
+  connection.tap = [&](std::string_view statement) { heard.emplace_back(statement); };
+  connection.BeginTrans();
+  (void)connection.Read("SELECT TOP 1 * FROM [Letters] WHERE Letter=#06/15/2003#");
+  connection.BeginTrans();
+  EXPECT_EQ(raisedByInsert("''"), std::nullopt);
+  connection.RollbackTrans();
+  connection.CommitTrans();
+  EXPECT_EQ(heard,
+            (std::vector<std::string>{
+                "BEGIN", "SELECT TOP 1 * FROM [Letters] WHERE Letter=#06/15/2003#", "SAVEPOINT s2",
+                "INSERT INTO Letters VALUES ('''', 1)", "ROLLBACK TO s2", "RELEASE s2", "COMMIT"}));
+}
+
+// Those of the schema's own rules are told in its test.
+TEST_F(ConnectionTest, RefusalsAreSentences) {
+  run("CREATE TABLE Notes (Letter TEXT NOT NULL REFERENCES Letters)");
+  insert("A");
+  run("INSERT INTO Notes VALUES ('A')");
+  const std::string noParent =
+      "The record refers to another record that does not exist (any more).";
+  const std::pair<const char*, std::string> cases[] = {
+      {"INSERT INTO Notes VALUES ('B')", noParent},
+      {"UPDATE Notes SET Letter='B'", noParent},
+      {"DELETE FROM Letters", "This record cannot be deleted or changed: other records use it."},
+      {"UPDATE Lost SET Names=1", "no such table: Lost"},
+      {"UPDATE Notes SET Lost=1", "no such column: Lost"},
+      {"UPDATE Notes SET", "incomplete input"},
+      {"", "The statement is empty."}};
+  for (const auto& [statement, sentence] : cases)
+    EXPECT_EQ(refusalOf([&] { run(statement); }), sentence) << statement;
+}
+
+TEST_F(ConnectionTest, ResultKeepsDeclaredTypesThroughQueriesAndSeesNoLaterChange) {
+  run("CREATE TABLE Moments (Code SMALLINT, D DATE, T TIME, S DATETIME, Names TEXT)");
+  run("CREATE VIEW Shown AS SELECT Code AS Number, D, T, S, Names, 0 AS checked, Code || '' AS "
+      "Joined FROM Moments");
+  run("INSERT INTO Moments VALUES (7, #06/15/2003#, #14:05:09#, #2003/06/15 14:05:09#, 'Zoë')");
+  run("INSERT INTO Moments VALUES (NULL, NULL, NULL, NULL, NULL)");
+  const RecordSetRef shown = connection.Read("select * from [shown]");
+  run("DELETE FROM Moments");
+  ASSERT_EQ(shown->RecordCount(), 2);
+  EXPECT_EQ(shown->text("Number"), "7");
+  EXPECT_EQ(shown->text("D"), "6/15/2003");
+  EXPECT_EQ(shown->text("T"), "2:05:09 PM");
+  EXPECT_EQ(shown->text("S"), "6/15/2003 2:05:09 PM");
+  EXPECT_EQ(shown->text("Names"), "Zoë");
+  EXPECT_EQ(shown->text("Joined"), "7");
+  EXPECT_EQ(raisedBy([&] { shown->set("Number", 40000); }), ErrorNumber::multipleStep);
+  shown->set("checked", 1);
+  shown->MoveNext();
+  EXPECT_TRUE(shown->isNull("D"));
+  EXPECT_EQ(shown->code("checked"), 0);
+}
+
+TEST_F(ConnectionTest, ReadsOfOneShapeSeeWhatIsStored) {
+  run("INSERT INTO Letters VALUES ('A', 1), ('B', 2), ('C', NULL), ('D', 12)");
+  const auto read = [&](const std::string& from, const std::string& number) {
+    const RecordSetRef found = connection.Read("SELECT * FROM " + from + " WHERE Number=" + number);
+    std::string text;
+    for (; !found->EOF_(); found->MoveNext()) text += found->text("Letter");
+    return text;
+  };
+  EXPECT_EQ(read("Letters", "1"), "A");
+  EXPECT_EQ(read("Letters", "2"), "B");
+  EXPECT_EQ(read("Letters", "012"), "D");
+  EXPECT_EQ(read("Letters", "7"), "");
+  run("UPDATE Letters SET Number=7 WHERE Letter='A'");
+  EXPECT_EQ(read("Letters", "7"), "A");
+  EXPECT_EQ(read("Letters", "2"), "B");
+  EXPECT_EQ(read("letters", "2"), "B");
+  EXPECT_EQ(refusalOf([&] { read("Lost", "1"); }), "no such table: Lost");
+  EXPECT_EQ(refusalOf([&] { read("Lost", "2"); }), "no such table: Lost");
+  EXPECT_EQ(read("Letters", "99999999999999999999"), "");
+  run("DROP TABLE Letters");
+  EXPECT_EQ(refusalOf([&] { read("Letters", "2"); }), "no such table: Letters");
+}
+
+TEST_F(ConnectionTest, ChangesOfOneShapeCountAndFailEachByItself) {
+  run("INSERT INTO Letters VALUES ('A', 1), ('B', 2), ('C', 2), ('it''s', 3)");
+  const auto rename = [&](const std::string& to, const std::string& condition) {
+    return connection.Execute("UPDATE Letters SET Letter='" + to + "' WHERE " + condition);
+  };
+  EXPECT_EQ(rename("D", "Number=1"), 1);
+  EXPECT_EQ(rename("E", "Number=7"), 0);
+  // Two shapes in turns, a refusal between them, and a transaction that goes on behind it.
+  connection.BeginTrans();
+  EXPECT_EQ(rename("F", "Letter='B'"), 1);
+  EXPECT_EQ(refusalOf([&] { rename("F", "Number=3"); }),
+            "There is a record with the same key already.");
+  EXPECT_EQ(refusalOf([&] { rename("F", "Letter='C'"); }),
+            "There is a record with the same key already.");
+  EXPECT_EQ(rename("G", "Letter='it''s'"), 1);
+  EXPECT_EQ(rename("O''B", "Letter='G'"), 1);
+  connection.CommitTrans();
+  EXPECT_EQ(letters(), "CDFO'B");
+}
+
+// Files that are opened: a folder of its own for each test.
+class ConnectionOpenTest : public ::testing::Test {
+ protected:
+  ConnectionOpenTest() {
+    fs::permissions(folder.path(),
+                    fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
+    folder.write("office.dw", workgroupText("Kelps", "secret"));
+    folder.write("office.db", "");  // an empty file is an empty database
+  }
+  std::string file(const std::string& name) const { return (folder / name).string(); }
+  std::string refusalOfOpen(const std::string& name = "office.db",
+                            const std::string& account = "User Id=Kelps;Password=secret") const {
+    Connection connection;
+    connection.ConnectionString = "Provider=x;Data Source=" + file(name) +
+                                  ";Jet OLEDB:System database=" + file("office.dw") + ";" + account;
+    const std::string refusal = refusalOf([&] { connection.Open(); });
+    EXPECT_EQ(connection.isOpen(), refusal.empty());
+    return refusal;
+  }
+  // What a second station has, which does not wait for locks.
+  Connection open() const {
+    return Connection(openSqlite(file("office.db"), {.busyTimeout = std::chrono::milliseconds(0)}));
+  }
+
+  TemporaryFolder folder;
+};
+
+TEST_F(ConnectionOpenTest, TellsWhatIsWrongWithTheDatabase) {
+  EXPECT_EQ(refusalOfOpen(), "");
+  const std::string notOpened = "The database file cannot be opened: ";
+  EXPECT_EQ(refusalOfOpen("missing.db"), notOpened + "there is no file " + file("missing.db"));
+  EXPECT_FALSE(fs::exists(folder / "missing.db"));
+  fs::create_directory(folder / "folder.db");
+  EXPECT_EQ(refusalOfOpen("folder.db"), notOpened + "there is no file " + file("folder.db"));
+  folder.write("rubbish.db", std::string(4096, 'x'));
+  EXPECT_EQ(refusalOfOpen("rubbish.db"), "The database file is damaged or is no database.");
+}
+
+TEST_F(ConnectionOpenTest, TellsWhatIsWrongWithTheWorkgroup) {
+  EXPECT_EQ(workgroupPathOf(file("office.db")), file("office.dw"));
+  EXPECT_EQ(refusalOfOpen("office.db", "user id=Kelps;PASSWORD=secret"), "");
+  const std::string invalid = "The account or its password is not valid.";
+  for (const char* account : {"User Id=Kelps;Password=Secret", "User Id=kelps;Password=secret",
+                              "User Id=Kelps", "Password=secret", ""})
+    EXPECT_EQ(refusalOfOpen("office.db", account), invalid) << account;
+  for (const char* damaged : {"", "rubbish", "workgroup 1\nKelps\n", "workgroup 2\nKelps\nx\n"}) {
+    folder.write("office.dw", damaged);
+    EXPECT_EQ(refusalOfOpen(), "The workgroup file is damaged: " + file("office.dw")) << damaged;
+  }
+  folder.write("office.dw", "workgroup 1\nKelps\nno verifier\n");
+  EXPECT_EQ(refusalOfOpen(), invalid);
+  fs::remove(folder / "office.dw");
+  EXPECT_EQ(refusalOfOpen(), "The workgroup file cannot be read: " + file("office.dw"));
+}
+
+TEST_F(ConnectionOpenTest, FileThatCannotBeWrittenIsRefused) {
+  const auto readers = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
+  fs::permissions(folder / "office.db", readers);
+  // Root may write whatever the file says: go on as somebody else.
+  const uid_t self = geteuid();
+  constexpr uid_t kNobody = 65534;
+  if (self == 0) {
+    ASSERT_EQ(seteuid(kNobody), 0);
+  }
+  const std::string refusal = refusalOfOpen();
+  ASSERT_EQ(seteuid(self), 0);
+  EXPECT_EQ(refusal, "The database cannot be written: its file or folder is read-only.");
+}
+
+TEST_F(ConnectionOpenTest, LockOfAnotherStationFailsTheStatementUntilItIsReleased) {
+  Connection first = open();
+  first.Execute("PRAGMA journal_mode=WAL");
+  first.Execute("CREATE TABLE Letters (Letter TEXT PRIMARY KEY)");
+  Connection second = open();
+  const auto insert = [](Connection& by, const char* letter) {
+    by.Execute(std::string("INSERT INTO Letters VALUES ('") + letter + "')");
+  };
+  first.BeginTrans();
+  insert(first, "A");
+  EXPECT_EQ(second.BeginTrans(), 1) << "the lock must show at the statement";
+  EXPECT_EQ(refusalOf([&] { insert(second, "B"); }),
+            "The database is locked by another station. Please try again in a moment.");
+  EXPECT_EQ(second.transactionLevel(), 1);
+  EXPECT_EQ(second.Read("SELECT * FROM Letters")->RecordCount(), 0);
+  second.RollbackTrans();
+  first.CommitTrans();
+  second.BeginTrans();
+  insert(second, "B");
+  second.CommitTrans();
+  EXPECT_EQ(first.Read("SELECT * FROM Letters")->RecordCount(), 2);
+}
+
+}  // namespace
+}  // namespace bw

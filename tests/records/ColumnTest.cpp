@@ -1,0 +1,147 @@
+#include "records/Column.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/records/Rows.h"
+
+namespace bw {
+namespace {
+
+constexpr std::size_t kBlock = 16384;
+
+// More rows than two blocks hold, so that some are packed and some are not.
+constexpr std::size_t kRows = 2 * kBlock + 1000;
+
+struct Kind {
+  const char* name;
+  FieldType type;
+  Value (*of)(std::uint32_t random);
+  Value further;  // lies outside the range of all others
+};
+void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
+
+const Kind kKinds[] = {
+    {"OneByte", FieldType::smallint,
+     [](std::uint32_t random) { return Value(std::int64_t{random % 254}); }, std::int64_t{-1}},
+    {"TwoBytes", FieldType::smallint,
+     [](std::uint32_t random) { return Value(std::int64_t{random % 65535} - 32768); },
+     std::int64_t{32767}},
+    {"Negative", FieldType::integer,
+     [](std::uint32_t random) { return Value(-std::int64_t{random % 100} - 2147483548); },
+     std::int64_t{2147483647}},
+    {"All32Bits", FieldType::integer,
+     [](std::uint32_t random) {
+       constexpr std::int64_t ends[] = {-2147483648, 2147483647, 0, -1};
+       return Value(random % 8 < 4 ? ends[random % 4] : std::int64_t{random} - 2147483648);
+     },
+     std::int64_t{2147483646}},
+    {"Dates", FieldType::date,
+     [](std::uint32_t random) {
+       return Value(Date{static_cast<std::int32_t>(random % 80000) - 20000});
+     },
+     *makeDate(9999, 12, 31)},
+    {"Moments", FieldType::dateTime,
+     [](std::uint32_t random) {
+       return Value(DateTime{Date{static_cast<std::int32_t>(random % 3) - 1},
+                             TimeOfDay{static_cast<std::int32_t>(random % 86400)}});
+     },
+     DateTime{*makeDate(100, 1, 1), TimeOfDay{86399}}},
+    {"Texts", FieldType::text,
+     [](std::uint32_t random) { return Value("text " + std::to_string(random % 300)); },
+     std::string("a new one")},
+};
+
+class ColumnTest : public ::testing::TestWithParam<Kind> {
+ protected:
+  ColumnTest() : column("c", GetParam().type) {
+    std::mt19937 random(20030615);
+    for (std::size_t i = 0; i < kRows; ++i) {
+      const Value value =
+          random() % 10 == 0 ? Value() : GetParam().of(static_cast<std::uint32_t>(random()));
+      values.push_back(value);
+      appendTo(column, value);
+    }
+    column.finish();
+  }
+
+  void set(std::size_t index, const Value& value) {
+    column.set(index, value);
+    values[index] = value;
+  }
+
+  void expectAll() {
+    ASSERT_EQ(column.size(), values.size());
+    for (std::size_t i = 0; i < values.size(); ++i)
+      ASSERT_EQ(column.value(i), values[i]) << "row " << i;
+  }
+
+  Column column;
+  std::vector<Value> values;
+};
+
+TEST_P(ColumnTest, PackedRowsComeBackAsTheyWentIn) {
+  expectAll();
+  EXPECT_EQ(column.size(), kRows);
+}
+
+TEST_P(ColumnTest, WriteIntoAPackedBlockChangesThatRowAlone) {
+  for (const std::size_t index :
+       {std::size_t{0}, kBlock - 1, kBlock, 2 * kBlock - 1, 2 * kBlock, kRows - 1}) {
+    SCOPED_TRACE(index);
+    set(index, GetParam().of(4711));  // what the block can hold as it is
+    expectAll();
+    set(index, Value());
+    expectAll();
+    set(index, GetParam().further);  // what makes the block wider
+    expectAll();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, ColumnTest, ::testing::ValuesIn(kKinds),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST(ColumnTypesTest, WidthsAreChosenByTheRangeOfABlock) {
+  const struct {
+    std::int64_t highest;
+    std::size_t bytesAtMost;
+  } cases[] = {{254, 1}, {255, 2}, {65534, 2}, {65535, 4}, {4294967294, 4}, {4294967295, 8}};
+  for (const auto& [highest, bytesAtMost] : cases) {
+    Column column("c", FieldType::integer);
+    for (std::size_t i = 0; i < kBlock; ++i)
+      column.appendInteger(i % 2 == 0 ? std::int64_t{-2147483648} : highest - 2147483648);
+    column.finish();
+    EXPECT_LE(column.bytes(), kBlock * bytesAtMost + 200) << highest;
+    EXPECT_EQ(column.value(kBlock - 1), Value(highest - 2147483648));
+    column.set(1, Value());
+    EXPECT_TRUE(column.isNull(1));
+    EXPECT_EQ(column.value(3), Value(highest - 2147483648));
+  }
+}
+
+TEST(ColumnTypesTest, WhatADateColumnCannotHoldIsNoValue) {
+  Column column("c", FieldType::date);
+  for (const char* text : {"2003-06-15", "06/15/2003", "2003-02-30", "20030615", ""})
+    column.appendText(text);
+  column.appendInteger(20030615);
+  EXPECT_EQ(column.value(0), Value(*makeDate(2003, 6, 15)));
+  for (std::size_t i = 1; i < column.size(); ++i) EXPECT_TRUE(column.isNull(i)) << i;
+}
+
+TEST(ColumnTypesTest, NumbersOfAnExpressionBecomeTextsWhenATextComes) {
+  Column column("c", FieldType::untyped);
+  column.appendNull();
+  for (std::size_t i = 0; i < kBlock + 1; ++i) column.appendInteger(-7);
+  EXPECT_EQ(column.type(), FieldType::integer);
+  column.appendText("x");
+  EXPECT_EQ(column.type(), FieldType::text);
+  EXPECT_TRUE(column.isNull(0));
+  EXPECT_EQ(column.value(kBlock), Value("-7"));
+  EXPECT_EQ(column.value(column.size() - 1), Value("x"));
+  column.appendInteger(8);
+  EXPECT_EQ(column.value(column.size() - 1), Value("8"));
+}
+
+}  // namespace
+}  // namespace bw

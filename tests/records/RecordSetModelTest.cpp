@@ -1,0 +1,262 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+#include <random>
+
+#include "records/KeyIndex.h"
+#include "records/RecordSet.h"
+#include "tests/records/Rows.h"
+
+namespace bw {
+namespace {
+
+// The record set's rules in their plainest form: rows of values, and a view that is made anew from
+// all of them whenever something changes. Texts are ASCII here.
+class Model {
+ public:
+  explicit Model(std::vector<Row> rows) : rows_(std::move(rows)), gone_(rows_.size()) { refresh(); }
+
+  struct Key {
+    std::size_t column;
+    bool descending;
+  };
+  std::vector<Key> sort;
+  std::function<bool(const Row&)> filter;
+
+  const std::vector<std::uint32_t>& view() const { return view_; }
+  Row& at(std::uint32_t index) { return rows_[index]; }
+
+  std::uint32_t add(Row values) {
+    rows_.push_back(std::move(values));
+    gone_.push_back(false);
+    return static_cast<std::uint32_t>(rows_.size() - 1);
+  }
+  void remove(std::uint32_t index) { gone_[index] = true; }
+
+  void refresh() {
+    view_.clear();
+    for (std::uint32_t i = 0; i < rows_.size(); ++i)
+      if (!gone_[i] && (!filter || filter(rows_[i]))) view_.push_back(i);
+    std::stable_sort(view_.begin(), view_.end(), [&](std::uint32_t a, std::uint32_t b) {
+      for (const auto& [column, descending] : sort) {
+        const int order = compare(rows_[a][column], rows_[b][column]);
+        if (order != 0) return descending ? order > 0 : order < 0;
+      }
+      return false;
+    });
+  }
+
+  // The position from 1, 0 when the row is not in the view.
+  std::ptrdiff_t positionOf(std::uint32_t index) const {
+    const auto found = std::find(view_.begin(), view_.end(), index);
+    return found == view_.end() ? 0 : found - view_.begin() + 1;
+  }
+
+  static int compare(const Value& a, const Value& b) {
+    const Value x = lower(a);
+    const Value y = lower(b);
+    return x < y ? -1 : static_cast<int>(y < x);
+  }
+
+ private:
+  static Value lower(Value value) {
+    if (auto* text = std::get_if<std::string>(&value))
+      for (char& c : *text) c = static_cast<char>(std::tolower(c));
+    return value;
+  }
+
+  std::vector<Row> rows_;
+  std::vector<bool> gone_;
+  std::vector<std::uint32_t> view_;
+};
+
+const std::vector<Field> kFields{{"Code", FieldType::smallint}, {"Lot", FieldType::integer},
+                                 {"Names", FieldType::text},    {"Born", FieldType::date},
+                                 {"Time", FieldType::time},     {"Stamp", FieldType::dateTime}};
+
+struct Rows {
+  std::size_t count;
+  bool lookedUp;  // names, births and stamps in another store, by the code
+};
+
+class RecordSetModelTest : public ::testing::TestWithParam<Rows> {
+ protected:
+  RecordSetModelTest()
+      : random_(20030615), model_(makeRows(GetParam().count)),
+        set_(makeStore(), LockType::optimistic) {}
+
+  std::uint32_t upTo(std::uint32_t count) { return static_cast<std::uint32_t>(random_()) % count; }
+
+  Value randomValue(std::size_t column) {
+    if (upTo(8) == 0) return {};
+    switch (column) {
+      case 0:
+        return std::int64_t{upTo(40)} - 20;
+      case 1:
+        return std::int64_t{static_cast<std::uint32_t>(random_())} - 2147483648;
+      case 2:
+        return std::string(1 + upTo(2), static_cast<char>((upTo(2) == 0 ? 'a' : 'A') + upTo(5)));
+      case 3:
+        return Date{static_cast<std::int32_t>(upTo(60)) + 37000};
+      case 4:
+        return TimeOfDay{static_cast<std::int32_t>(upTo(24)) * 3600};
+      default:  // two centuries: more seconds than 32 bits count
+        return DateTime{Date{static_cast<std::int32_t>(upTo(73000))}, TimeOfDay{7}};
+    }
+  }
+  Row randomRow() {
+    Row values;
+    for (std::size_t i = 0; i < kFields.size(); ++i) values.push_back(randomValue(i));
+    return values;
+  }
+  std::vector<Row> makeRows(std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) rows_.push_back(randomRow());
+    if (GetParam().lookedUp) makeParents();
+    return rows_;
+  }
+
+  static constexpr std::size_t kLookedUp[] = {2, 3, 5};
+  void makeParents() {
+    for (std::int64_t code = -18; code < 20; code += 1 + upTo(2)) {
+      parents_.push_back(randomRow());
+      parents_.back().front() = code;
+    }
+    for (Row& row : rows_) {
+      const auto parent = std::find_if(parents_.begin(), parents_.end(),
+                                       [&](const Row& one) { return one[0] == row[0]; });
+      for (const std::size_t i : kLookedUp)
+        row[i] = parent == parents_.end() ? Value() : (*parent)[i];
+    }
+  }
+
+  std::shared_ptr<RowStore> makeStore() {
+    std::shared_ptr<RowStore> store = bw::makeStore(kFields, rows_);
+    if (!GetParam().lookedUp) return store;
+    const std::shared_ptr<RowStore> parents = bw::makeStore(kFields, parents_);
+    const auto lookUp =
+        std::make_shared<RowLookUp>(store->columns[0], KeyIndex(parents->columns[0]));
+    for (const std::size_t i : kLookedUp) {
+      store->columns[i] = std::move(parents->columns[i]);
+      store->columns[i].lookUp(std::string(kFields[i].name), lookUp);
+    }
+    return store;
+  }
+
+  void sortAtRandom() {
+    std::string text;
+    model_.sort.clear();
+    for (std::uint32_t i = upTo(4); i > 0; --i) {
+      const Model::Key key{upTo(6), upTo(2) == 0};
+      model_.sort.push_back(key);
+      text += (text.empty() ? " " : " , ") + std::string(kFields[key.column].name) +
+              (key.descending ? " DESC" : "");
+    }
+    set_.setSort(text);
+  }
+
+  // A clause as text and as what it means.
+  std::pair<std::string, std::function<bool(const Row&)>> randomClause() {
+    static constexpr const char* kSigns[] = {"=", "<>", "<", "<=", ">", ">="};
+    const std::size_t column = upTo(5);
+    const std::uint32_t sign = upTo(6);
+    Value operand = randomValue(column);
+    while (isNull(operand)) operand = randomValue(column);
+    std::string text = textOf(operand);
+    if (column == 2) text = "'" + text + "'";
+    if (column > 2) text = "#" + text + "#";
+    const auto passes = [column, sign, operand](const Row& values) {
+      if (isNull(values[column])) return false;
+      const int order = Model::compare(values[column], operand);
+      const bool results[] = {order == 0, order != 0, order<0, order <= 0, order> 0, order >= 0};
+      return results[sign];
+    };
+    return {std::string(kFields[column].name) + kSigns[sign] + text, passes};
+  }
+
+  void filterAtRandom() {
+    std::string text;
+    model_.filter = nullptr;
+    for (std::uint32_t i = upTo(4); i > 0; --i) {
+      const auto [clause, passes] = randomClause();
+      if (text.empty()) {
+        text = clause;
+        model_.filter = passes;
+        continue;
+      }
+      const bool either = upTo(2) == 0;
+      text += (either ? " OR " : " and ") + clause;
+      model_.filter = [before = model_.filter, passes = passes, either](const Row& values) {
+        return either ? before(values) || passes(values) : before(values) && passes(values);
+      };
+    }
+    set_.setFilter(text);
+  }
+
+  std::mt19937 random_;
+  std::vector<Row> rows_;
+  std::vector<Row> parents_;
+  Model model_;
+  RecordSet set_;
+};
+
+TEST_P(RecordSetModelTest, RowsAndPositionsAgreeAfterEveryChange) {
+  const int rounds = GetParam().count > 1000 ? 30 : 2000;
+  for (int round = 0; round < rounds; ++round) {
+    SCOPED_TRACE(round);
+    const std::uint32_t action = upTo(10);
+    if (action == 0) filterAtRandom();
+    if (action == 1) sortAtRandom();
+    if (action < 2) {
+      model_.refresh();
+      ASSERT_EQ(set_.view(), model_.view());
+      continue;
+    }
+    if (action == 2) {
+      const Row values = randomRow();
+      set_.AddNew();
+      for (std::size_t i = 0; i < values.size(); ++i) set_.set(i, values[i]);
+      set_.Update();
+      const std::uint32_t added = model_.add(values);
+      model_.refresh();
+      ASSERT_EQ(std::max<std::ptrdiff_t>(set_.AbsolutePosition(), 0), model_.positionOf(added));
+      continue;
+    }
+    if (set_.RecordCount() == 0) continue;
+    const std::uint32_t position = upTo(static_cast<std::uint32_t>(set_.RecordCount()));
+    const std::uint32_t index = model_.view()[position];
+    set_.setAbsolutePosition(position + 1);
+    const std::optional<std::uint32_t> following = position + 1 < model_.view().size()
+                                                       ? std::optional(model_.view()[position + 1])
+                                                       : std::nullopt;
+    if (action == 3) {
+      set_.Delete();
+      model_.remove(index);
+      model_.refresh();
+    } else {
+      const std::size_t column = upTo(5);
+      model_.at(index)[column] = randomValue(column);
+      set_.set(column, model_.at(index)[column]);
+      ASSERT_EQ(set_.AbsolutePosition(), position + 1) << "before the update";
+      set_.Update();
+      model_.refresh();
+      for (std::size_t i = 0; i < kFields.size(); ++i)
+        ASSERT_EQ(set_.value(i), model_.at(index)[i]);
+      ASSERT_EQ(std::max<std::ptrdiff_t>(set_.AbsolutePosition(), 0), model_.positionOf(index));
+    }
+    ASSERT_EQ(set_.view(), model_.view());
+    if (set_.AbsolutePosition() > 0) continue;
+    // Deleted or no longer passing: the next row is the one that followed.
+    set_.MoveNext();
+    ASSERT_EQ(std::max<std::ptrdiff_t>(set_.AbsolutePosition(), 0),
+              following ? model_.positionOf(*following) : 0);
+  }
+}
+
+// The second size crosses two packed blocks.
+INSTANTIATE_TEST_SUITE_P(Sizes, RecordSetModelTest,
+                         ::testing::Values(Rows{40, false}, Rows{33500, false}, Rows{40, true},
+                                           Rows{33500, true}));
+
+}  // namespace
+}  // namespace bw

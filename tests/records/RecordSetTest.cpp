@@ -1,0 +1,291 @@
+#include "records/RecordSet.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/records/Rows.h"
+#include "tests/text/Raised.h"
+
+namespace bw {
+namespace {
+
+std::string numberOf(ErrorNumber number) { return "!" + std::to_string(static_cast<int>(number)); }
+
+// A record set under a script of steps. Each step is a word and, behind a blank, its argument;
+// afterwards the set tells where it stands: "2/3 Beta" is position, count and current name, an
+// error raised by the step in front ("!3001 1/3 Alpha"). "order" tells the names of the view.
+class Stage {
+ public:
+  explicit Stage(std::shared_ptr<RowStore> store, LockType lock = LockType::optimistic)
+      : set(std::move(store), lock) {}
+
+  std::string tell(const std::string& step) {
+    const std::size_t blank = step.find(' ');
+    const std::string word = step.substr(0, blank);
+    const std::string argument = blank == std::string::npos ? "" : step.substr(blank + 1);
+    if (word == "order") return names();
+    const auto error = raisedBy([&] { perform(word, argument); });
+    return (error ? numberOf(*error) + " " : "") + place();
+  }
+
+  RecordSet set;
+
+ private:
+  void perform(const std::string& word, const std::string& argument) {
+    if (word == "at") return set.setAbsolutePosition(std::stol(argument));
+    if (word == "first") return set.MoveFirst();
+    if (word == "next") return set.MoveNext();
+    if (word == "find") return set.Find(argument);
+    if (word == "filter") return set.setFilter(argument);
+    if (word == "sort") return set.setSort(argument);
+    if (word == "add") return set.AddNew();
+    if (word == "update") return set.Update();
+    if (word == "delete") return set.Delete();
+    if (word == "set") {
+      const std::size_t equals = argument.find('=');
+      return set.set(argument.substr(0, equals), argument.substr(equals + 1));
+    }
+    if (word != "look") throw std::logic_error("no such step: " + word);
+  }
+
+  std::string place() const {
+    std::string name;
+    const auto error = raisedBy([&] { name = set.isNull("Names") ? "null" : set.text("Names"); });
+    return std::to_string(set.AbsolutePosition()) + "/" + std::to_string(set.RecordCount()) + " " +
+           (error ? numberOf(*error) : name);
+  }
+
+  std::string names() const {
+    std::string text;
+    const Column& column = set.rows()->columns[set.rows()->indexOf("Names")];
+    for (const std::uint32_t index : set.view()) {
+      const Value name = column.value(index);
+      if (!text.empty()) text += ' ';
+      text += isNull(name) ? "null" : textOf(name).empty() ? "''" : textOf(name);
+    }
+    return text;
+  }
+};
+
+struct Step {
+  const char* step;
+  const char* told;
+};
+
+struct Script {
+  const char* name;
+  std::vector<Field> fields;
+  std::vector<Row> rows;
+  std::vector<Step> steps;
+  LockType lock = LockType::optimistic;
+};
+void PrintTo(const Script& script, std::ostream* out) { *out << script.name; }
+
+const std::vector<Field> kNames{{"Code", FieldType::smallint}, {"Names", FieldType::text}};
+const std::vector<Row> kGreek{row(1, "Beta"), row(2, "Alpha"), row(3, "Delta")};
+const std::vector<Row> kLetters{row(1, "a"), row(2, "b"), row(3, "c"), row(4, "d"), row(5, "e")};
+
+const std::vector<Field> kTyped{
+    {"Names", FieldType::text}, {"Type", FieldType::smallint}, {"checked", FieldType::smallint}};
+
+const std::vector<Field> kCharges{{"Names", FieldType::text},
+                                  {"PatientId", FieldType::smallint},
+                                  {"ChargeDate", FieldType::date},
+                                  {"ChargeTime", FieldType::time}};
+
+Row charge(const char* name, int patient, int dayOfMonth, int hour) {
+  return {std::string(name), static_cast<std::int64_t>(patient), *makeDate(2003, 6, dayOfMonth),
+          *makeTime(hour, 0, 0)};
+}
+const std::vector<Row> kFourCharges{charge("5/1/10", 5, 1, 10), charge("7/2/11", 7, 2, 11),
+                                    charge("5/2/12", 5, 2, 12), charge("8/2/11", 8, 2, 11)};
+
+// clang-format off
+const Script kScripts[] = {
+    {"EditUnderASortMovesAtUpdateOnly", kNames, kGreek,
+     {{"look", "1/3 Beta"}, {"sort Names", "2/3 Beta"}, {"find Code=1", "2/3 Beta"},
+      {"set Names=Zeta", "2/3 Zeta"}, {"update", "3/3 Zeta"}, {"order", "Alpha Delta Zeta"},
+      {"add", "-1/3 null"}, {"set Code=9", "-1/3 null"}, {"set Names=carl", "-1/3 carl"},
+      {"update", "2/4 carl"}, {"order", "Alpha carl Delta Zeta"}, {"add", "-1/4 null"},
+      {"set Names=CARL", "-1/4 CARL"}, {"update", "3/5 CARL"}, {"next", "4/5 Delta"},
+      {"order", "Alpha carl CARL Delta Zeta"}}},
+    {"EveryMoveCompletesTheEdit", kNames, kGreek,
+     {{"sort Names", "2/3 Beta"}, {"at 1", "1/3 Alpha"}, {"set Names=Omega", "1/3 Omega"},
+      {"next", "-3/3 !3021"}, {"order", "Beta Delta Omega"}, {"first", "1/3 Beta"},
+      {"set Names=Pi", "1/3 Pi"}, {"at 3", "3/3 Pi"}, {"set Names=Aa", "3/3 Aa"},
+      {"find Names='aa'", "1/3 Aa"}, {"set Names=Psi", "1/3 Psi"}, {"sort ", "1/3 Psi"},
+      {"add", "-1/3 null"}, {"set Names=One", "-1/3 One"}, {"add", "-1/4 null"},
+      {"set Names=Two", "-1/4 Two"}, {"filter Code>0", "1/3 Psi"}, {"filter ", "1/5 Psi"},
+      {"order", "Psi Omega Delta One Two"}}},
+    {"DeletedRowIsFollowedByItsNext", kNames, kLetters,
+     {{"at 2", "2/5 b"}, {"delete", "-1/4 !3021"}, {"update", "-1/4 !3021"},
+      {"delete", "!3021 -1/4 !3021"}, {"set Names=x", "!3021 -1/4 !3021"}, {"next", "2/4 c"},
+      {"at 4", "4/4 e"}, {"delete", "-1/3 !3021"}, {"next", "-3/3 !3021"},
+      {"next", "!3021 -3/3 !3021"}, {"at 2", "2/3 c"}, {"delete", "-1/2 !3021"},
+      {"sort Names DESC", "-1/2 !3021"}, {"next", "1/2 d"}, {"delete", "-1/1 !3021"},
+      {"find Code=1", "1/1 a"}, {"delete", "-1/0 !3021"}, {"next", "-1/0 !3021"},
+      {"first", "!3021 -1/0 !3021"}}},
+    {"PositionOutsideTheCount", kNames, kGreek,
+     {{"at 0", "!3001 1/3 Beta"}, {"at -1", "!3001 1/3 Beta"}, {"at 4", "-3/3 !3021"},
+      {"set Names=x", "!3021 -3/3 !3021"}, {"delete", "!3021 -3/3 !3021"},
+      {"next", "!3021 -3/3 !3021"}, {"at 3", "3/3 Delta"}}},
+    // Three finds in a row are no search for a key: each starts where the one before has stopped.
+    {"FindsStartOnTheCurrentRow", kCharges, kFourCharges,
+     {{"find PatientId=5", "1/4 5/1/10"}, {"find ChargeDate=#06/02/2003#", "2/4 7/2/11"},
+      {"find ChargeTime = #12:00:00#", "3/4 5/2/12"}, {"first", "1/4 5/1/10"},
+      {"find PatientId=5", "1/4 5/1/10"}, {"find ChargeDate=#2003/6/2#", "2/4 7/2/11"},
+      {"find ChargeTime=#13:00:00#", "-3/4 !3021"}, {"first", "1/4 5/1/10"},
+      {"find ChargeDate=#6/3/2003#", "-3/4 !3021"}, {"find ChargeTime=#14:00:00#", "-3/4 !3021"},
+      {"first", "1/4 5/1/10"}, {"find chargedate=#06/02/2003#", "2/4 7/2/11"},
+      {"find [ChargeTime] =#11:00:00 AM#", "2/4 7/2/11"}}},
+    {"FindRefusesWhatIsNoSingleClause", kNames, kGreek,
+     {{"find Code=3 and Names='Delta'", "!3001 1/3 Beta"}, {"find Code", "!3001 1/3 Beta"},
+      {"find Lost=1", "!3265 1/3 Beta"}, {"find Code='x'", "!3001 1/3 Beta"},
+      {"find Names<>'BETA'", "2/3 Alpha"}}},
+    {"FilterCountsAndStandsOnItsFirstRow", kTyped,
+     {row("a", 1, 0), row("b", 1, 0), row("c", 2, 0), row("d", 2, 0)},
+     {{"at 3", "3/4 c"}, {"filter Type=2", "1/2 c"}, {"at 2", "2/2 d"},
+      {"filter type = 9", "-1/0 !3021"}, {"find Type=1", "-1/0 !3021"},
+      {"filter Lost=1", "!3265 -1/0 !3021"}, {"filter ", "1/4 a"},
+      {"filter Type=2 or Type=1 and Names='c'", "1/1 c"},
+      {"filter Names='A' OR Names='D'", "1/2 a"},
+      {"filter (Type=1 or Type=2) and Names='a'", "!3001 1/2 a"},
+      {"filter [Type]>=1 and [Type]<2 and Names<>'a'", "1/1 b"}}},
+    {"RowThatStopsPassingLeavesTheView", kTyped,
+     {row("a", 1, 0), row("b", 1, 0), row("c", 2, 0), row("d", 1, 0)},
+     {{"filter Type=1", "1/3 a"}, {"next", "2/3 b"}, {"set Type=2", "2/3 b"}, {"update", "-1/2 b"},
+      {"set Names=bb", "-1/2 bb"}, {"update", "-1/2 bb"}, {"sort Names DESC", "-1/2 bb"},
+      {"next", "1/2 d"}, {"filter Type=2", "1/2 c"}, {"order", "c bb"}}},
+    {"ReadOnlySetRefusesEachStep", kNames, kGreek,
+     {{"set Names=x", "!3251 1/3 Beta"}, {"add", "!3251 1/3 Beta"},
+      {"set Names=x", "!3251 1/3 Beta"}, {"update", "1/3 Beta"}, {"delete", "!3251 1/3 Beta"},
+      {"sort Names", "2/3 Beta"}, {"filter Code<3", "1/2 Alpha"}, {"order", "Alpha Beta"}}, LockType::readOnly},
+    {"EmptySet", kNames, {},
+     {{"look", "-1/0 !3021"}, {"first", "!3021 -1/0 !3021"}, {"next", "!3021 -1/0 !3021"},
+      {"find Code=1", "-1/0 !3021"}, {"sort Names", "-1/0 !3021"}, {"at 1", "-1/0 !3021"},
+      {"add", "-1/0 null"}, {"update", "1/1 null"}, {"set Names=x", "1/1 x"}, {"next", "-3/1 !3021"}}},
+    {"UnstoredNewRowIsDroppedByDelete", kNames, kGreek,
+     {{"at 2", "2/3 Alpha"}, {"add", "-1/3 null"}, {"set Names=x", "-1/3 x"},
+      {"delete", "2/3 Alpha"}, {"order", "Beta Alpha Delta"}}},
+    {"SortIsStableWithoutCaseAndNoValueFirst", kTyped,
+     {row("b", 2, 0), row(nullptr, 1, 0), row("B", 1, 0), row("a", nullptr, 0), row("A", 2, 0),
+      row("", 2, 0)},
+     {{"sort Names", "5/6 b"}, {"order", "null '' a A b B"}, {"sort names desc", "1/6 b"},
+      {"order", "b B a A '' null"}, {"sort Names, [Type] DESC", "5/6 b"},
+      {"order", "null '' A a b B"}, {"sort Type,Names", "6/6 b"}, {"order", "a null B '' A b"},
+      {"sort Lost", "!3265 6/6 b"}, {"order", "a null B '' A b"}, {"sort ", "1/6 b"},
+      {"order", "b null B a A ''"}}},
+    {"PutOrMovedInFrontTheOldKeysOrderTheEqualRows", kTyped,
+     {row("c", 1, 0), row("a", 2, 1), row("b", 1, 1), row("a", 1, 0), row("c", 2, 0)},
+     {{"sort Names DESC", "1/5 c"}, {"sort Type, Names DESC", "1/5 c"}, {"order", "c b a c a"},
+      {"sort checked DESC, Type, Names DESC", "3/5 c"}, {"order", "b a c a c"},
+      {"sort Type, checked DESC, Names DESC", "2/5 c"}, {"order", "b c a a c"},
+      {"sort Type DESC, checked DESC, Names DESC", "4/5 c"}, {"order", "a c b c a"}}}};
+// clang-format on
+
+class RecordSetTest : public ::testing::TestWithParam<Script> {};
+
+TEST_P(RecordSetTest, StandsWhereTheRulesSay) {
+  const Script& script = GetParam();
+  Stage stage(makeStore(script.fields, script.rows), script.lock);
+  int number = 0;
+  for (const auto& [step, told] : script.steps)
+    EXPECT_EQ(stage.tell(step), told) << "step " << ++number << ": " << step;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scripts, RecordSetTest, ::testing::ValuesIn(kScripts),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST(RecordSetFieldsTest, AreFoundByNameOrIndexAndConverted) {
+  const std::vector<Field> fields{{"PatientId", FieldType::smallint}, {"Lot", FieldType::integer},
+                                  {"Names", FieldType::text},         {"Born", FieldType::date},
+                                  {"Time", FieldType::time},          {"ZITS", FieldType::dateTime},
+                                  {"checked", FieldType::untyped}};
+  RecordSet set(makeStore(fields, {row(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0)}),
+                LockType::optimistic);
+  const struct {
+    const char* field;
+    Value value;
+    const char* text;
+  } written[] = {
+      {"patientid", "00012", "12"},
+      {"PATIENTID", std::int64_t{-32768}, "-32768"},
+      {"Lot", "2147483647", "2147483647"},
+      {"Names", std::int64_t{7}, "7"},
+      {"names", std::string(300, 'x'), nullptr},  // sizes are the database's matter
+      {"Born", "6/15/2003", "6/15/2003"},
+      {"Time", "14:05:09", "2:05:09 PM"},
+      {"ZITS", DateTime{*makeDate(1899, 12, 29), *makeTime(23, 59, 59)}, "12/29/1899 11:59:59 PM"},
+      {"checked", std::int64_t{1}, "1"},
+  };
+  for (const auto& [field, value, text] : written) {
+    set.set(field, value);
+    const std::string expected = text != nullptr ? text : std::get<std::string>(value);
+    EXPECT_EQ(set.text(field), expected) << "before the update";
+    set.Update();
+    EXPECT_EQ(set.text(field), expected);
+    set.set(field, Value());
+    set.Update();
+    EXPECT_TRUE(set.isNull(field));
+  }
+  EXPECT_EQ(set.fieldName(2), "Names");
+  set.set(std::size_t{2}, "by index");
+  EXPECT_EQ(set.text("NAMES"), "by index");
+
+  const auto raised = [&](auto call) { return raisedBy(call); };
+  EXPECT_EQ(raised([&] { set.set("PatientId", 32768); }), ErrorNumber::multipleStep);
+  EXPECT_EQ(raised([&] { set.set("PatientId", "x"); }), ErrorNumber::wrongType);
+  EXPECT_EQ(raised([&] { set.set("Born", "2/30/2003"); }), ErrorNumber::wrongType);
+  EXPECT_EQ(raised([&] { set.set("Lost", 1); }), ErrorNumber::noSuchItem);
+  EXPECT_EQ(raised([&] { (void)set.value(std::size_t{7}); }), ErrorNumber::noSuchItem);
+  EXPECT_EQ(raised([&] { (void)set.text("PatientId"); }), ErrorNumber::invalidNull);
+  EXPECT_EQ(raised([&] { (void)set.code("PatientId"); }), ErrorNumber::invalidNull);
+  EXPECT_EQ(set.textOrEmpty("PatientId"), "");
+  set.set("Lot", 70001);
+  EXPECT_EQ(raised([&] { (void)set.code("Lot"); }), ErrorNumber::overflow);
+}
+
+TEST(RecordSetFieldsTest, ColumnWithoutATypeTakesItFromItsFirstValue) {
+  RecordSet set(makeStore({{"checked", FieldType::untyped}, {"Born", FieldType::untyped}}, {}),
+                LockType::optimistic);
+  set.AddNew();
+  set.set("checked", 1);
+  set.set("Born", Value(*makeDate(2003, 6, 15)));
+  set.Update();
+  EXPECT_EQ(raisedBy([&] { set.set("checked", "x"); }), ErrorNumber::wrongType);
+  EXPECT_EQ(set.text("Born"), "6/15/2003");
+  set.setFilter("checked=1");
+  EXPECT_EQ(set.RecordCount(), 1);
+}
+
+TEST(RecordSetFieldsTest, SortIsReadBackAsItWasSet) {
+  RecordSet set(makeStore(kNames, kGreek), LockType::readOnly);
+  set.setSort(" Names , Code DESC");
+  EXPECT_EQ(set.Sort(), " Names , Code DESC");
+  EXPECT_THROW(set.setSort("Lost"), RuntimeError);
+  EXPECT_EQ(set.Sort(), " Names , Code DESC");
+  EXPECT_THROW(set.setFilter("Lost=1"), RuntimeError);
+  EXPECT_EQ(set.Filter(), "");
+}
+
+TEST(RecordSetFieldsTest, ClosedOrUnsetSetRaisesOnEveryUse) {
+  RecordSet set(makeStore(kNames, kGreek), LockType::optimistic);
+  set.set("Names", "pending");
+  set.Close();
+  set.Close();
+  // clang-format off
+  const std::vector<std::function<void()>> uses{
+      [&] { (void)set.RecordCount(); }, [&] { (void)set.EOF_(); },
+      [&] { (void)set.AbsolutePosition(); }, [&] { set.setAbsolutePosition(1); },
+      [&] { set.MoveFirst(); }, [&] { set.MoveNext(); }, [&] { set.AddNew(); },
+      [&] { set.Update(); }, [&] { set.Delete(); }, [&] { set.Find("Code=1"); },
+      [&] { set.setFilter(""); }, [&] { set.setSort(""); }, [&] { (void)set.value("Code"); },
+      [&] { set.set("Code", 1); }, [&] { (void)set.view(); }};
+  // clang-format on
+  for (std::size_t i = 0; i < uses.size(); ++i)
+    EXPECT_EQ(raisedBy(uses[i]), ErrorNumber::closed) << i;
+  const RecordSetRef unset;
+  EXPECT_EQ(raisedBy([&] { (void)unset->RecordCount(); }), ErrorNumber::objectNotSet);
+}
+
+}  // namespace
+}  // namespace bw

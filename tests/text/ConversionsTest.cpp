@@ -1,0 +1,138 @@
+#include "text/Conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "tests/text/Raised.h"
+#include "text/Value.h"
+
+namespace bw {
+namespace {
+
+TEST(TextToInteger, ReadsTheWholeGrammarAndRoundsHalvesToEven) {
+  // clang-format off
+  const std::vector<std::pair<const char*, std::int16_t>> cases{
+      {"7", 7}, {" 7 ", 7}, {"00012", 12}, {"12.5", 12}, {"13.5", 14}, {"-0.5", 0}, {"-13.5", -14},
+      {"+5.", 5}, {".6", 1}, {"1,234", 1234}, {"1,2,3", 123}, {"1.5E+2", 150}, {"3d1", 30},
+      {"32767.4", 32767}, {"-32768", -32768}, {"&H1f", 31}, {"&o17", 15}, {"&HFFFF", -1},
+      {"0000000000000000000000000000000000000000000000000000000000000000000000000000000042", 42},
+      {"2.00000000000000000000000000000000000000000000000000000000000000000000000000000001", 2}};
+  // clang-format on
+  for (const auto& [text, number] : cases) EXPECT_EQ(toInt16(text), number) << text;
+}
+
+TEST(TextToInteger, RefusesWhatIsNoNumber) {
+  for (const char* text : {"",    " ",    "x",     "7x",    "x7",   "-",   "--7", "- 7", ".",
+                           "1 2", "1,",   ",1",    "1,,2",  "1e",   "1e+", "&",   "&H",  "&HG",
+                           "&O8", "-&H1", "1.2.3", "1.2,3", "0x10", "nan", "inf", "7\n"})
+    EXPECT_EQ(raisedBy([&] { return toInt32(text); }), ErrorNumber::typeMismatch) << text;
+}
+
+TEST(TextToInteger, RefusesWhatIsOutOfRange) {
+  for (const char* text : {"32767.5", "32768", "40000", "-32769", "1e400", "-1e400", "&H10000"})
+    EXPECT_EQ(raisedBy([&] { return toInt16(text); }), ErrorNumber::overflow) << text;
+  for (const char* text : {"2147483648", "-2147483649", "99999999999999999999", "&H100000000"})
+    EXPECT_EQ(raisedBy([&] { return toInt32(text); }), ErrorNumber::overflow) << text;
+  EXPECT_EQ(toInt32("2147483647"), std::numeric_limits<std::int32_t>::max());
+  EXPECT_EQ(toInt32("-2147483648"), std::numeric_limits<std::int32_t>::min());
+  EXPECT_EQ(raisedBy([] { return toSingle("1e39"); }), ErrorNumber::overflow);
+  EXPECT_EQ(toSingle("1e-400"), 0.0F);
+  EXPECT_EQ(toSingle("0.1"), 0.1F);
+}
+
+TEST(NumberToInteger, RoundsHalvesToEvenAndOverflowsAtTheBounds) {
+  EXPECT_EQ(toInt16(8.5), 8);
+  EXPECT_EQ(toInt16(9.5), 10);
+  EXPECT_EQ(raisedBy([] { return toInt16(32767.5); }), ErrorNumber::overflow);
+  EXPECT_EQ(raisedBy([] { return toInt32(std::nan("")); }), ErrorNumber::overflow);
+  EXPECT_EQ(raisedBy([] { return toInt32(std::int64_t{1} << 31); }), ErrorNumber::overflow);
+  EXPECT_EQ(add16(32766, 1), 32767);
+  EXPECT_EQ(raisedBy([] { return add16(32767, 1); }), ErrorNumber::overflow);
+}
+
+TEST(Val, ReadsAsMuchAsThereIsAndNeverFails) {
+  // clang-format off
+  const std::vector<std::pair<const char*, double>> cases{
+      {"", 0}, {"x", 0}, {"20 03x", 2003}, {"1,5", 1}, {" 7 ", 7}, {"-\t1\n2", -12}, {"1.5.5", 1.5},
+      {"1e", 1}, {"1e+x", 1}, {"2D2", 200}, {".5", 0.5}, {"-", 0}, {"&H1F", 31}, {"&HFFFF", -1},
+      {"&O17", 15}, {"&HG", 0}, {"12;305;", 12}, {"0.1", 0.1}, {"1e-999999999999", 0},
+      {"1e999999999999", std::numeric_limits<double>::max()}};
+  // clang-format on
+  for (const auto& [text, number] : cases) EXPECT_EQ(Val(text), number) << text;
+}
+
+TEST(NumberToText, HasNeitherSurplusDigitsNorALocale) {
+  EXPECT_EQ(textOf(0.5), "0.5");
+  EXPECT_EQ(textOf(-72.0), "-72");
+  EXPECT_EQ(textOf(-0.0), "0");
+  EXPECT_EQ(textOf(0.1 + 0.2), "0.3");
+  EXPECT_EQ(textOf(1e15), "1E+15");
+  EXPECT_EQ(textOf(123456789012345.0), "123456789012345");
+  EXPECT_EQ(textOf(2.5e-7), "2.5E-07");
+  EXPECT_EQ(textOf(0.65 * 1440.0), "936");
+  EXPECT_EQ(textOf(0.65F * 1440.0F), "935.9999");
+  EXPECT_EQ(textOf(1.0F / 3.0F), "0.3333333");
+  EXPECT_EQ(Str(25000), " 25000");
+  EXPECT_EQ(Str(0), " 0");
+  EXPECT_EQ(Str(-5), "-5");
+}
+
+TEST(Round, SendsHalvesToTheEvenDigit) {
+  EXPECT_EQ(Round(0.125, 2), 0.12);
+  EXPECT_EQ(Round(0.375, 2), 0.38);
+  EXPECT_EQ(Round(2.5, 0), 2);
+  EXPECT_EQ(Round(-3.5, 0), -4);
+  EXPECT_EQ(Round(1e300, 9), 1e300);
+  EXPECT_EQ(raisedBy([] { return Round(1, -1); }), ErrorNumber::invalidCall);
+}
+
+TEST(DefaultTextOfValue, IsRefusedForNullOnlyWhereATextIsNeeded) {
+  EXPECT_EQ(textOf(Value(std::int64_t{200306151})), "200306151");
+  EXPECT_EQ(textOf(Value(*makeDate(2003, 6, 15))), "6/15/2003");
+  EXPECT_EQ(textOf(Value("  kept  ")), "  kept  ");
+  EXPECT_EQ(textOrEmpty(Value()), "");
+  EXPECT_EQ(raisedBy([] { return textOf(Value()); }), ErrorNumber::invalidNull);
+}
+
+TEST(WriteToField, ConvertsToTheFieldsType) {
+  const Date day = *makeDate(2003, 6, 15);
+  const TimeOfDay time = *makeTime(14, 5, 9);
+  const DateTime both{day, time};
+  struct Case {
+    FieldType type;
+    Value from;
+    Value to;
+  };
+  // clang-format off
+  const std::vector<Case> cases{
+      {FieldType::smallint, "00012", std::int64_t{12}},
+      {FieldType::integer, " 12.5 ", std::int64_t{12}}, {FieldType::text, std::int64_t{7}, "7"},
+      {FieldType::text, both, "6/15/2003 2:05:09 PM"}, {FieldType::untyped, time, time},
+      {FieldType::date, both, day}, {FieldType::date, "6/15/2003", day},
+      {FieldType::time, both, time}, {FieldType::time, "2:05:09 PM", time},
+      {FieldType::dateTime, day, DateTime{day, {}}},
+      {FieldType::dateTime, time, DateTime{{}, time}},
+      {FieldType::dateTime, "2003/06/15 14:05:09", both}, {FieldType::smallint, {}, {}},
+      {FieldType::date, {}, {}}};
+  // clang-format on
+  for (const Case& c : cases) EXPECT_EQ(convertedTo(c.type, c.from), c.to) << textOrEmpty(c.from);
+}
+
+TEST(WriteToField, RefusesWhatTheFieldCannotHold) {
+  const auto raised = [](FieldType type, const Value& value) {
+    return raisedBy([&] { return convertedTo(type, value); });
+  };
+  EXPECT_EQ(raised(FieldType::integer, ""), ErrorNumber::wrongType);
+  EXPECT_EQ(raised(FieldType::integer, Date{5}), ErrorNumber::wrongType);
+  EXPECT_EQ(raised(FieldType::date, "2/30/2003"), ErrorNumber::wrongType);
+  EXPECT_EQ(raised(FieldType::date, TimeOfDay{5}), ErrorNumber::wrongType);
+  EXPECT_EQ(raised(FieldType::time, std::int64_t{5}), ErrorNumber::wrongType);
+  EXPECT_EQ(raised(FieldType::smallint, "40000"), ErrorNumber::multipleStep);
+  EXPECT_EQ(raised(FieldType::smallint, std::int64_t{-32769}), ErrorNumber::multipleStep);
+  EXPECT_EQ(raised(FieldType::integer, "1e400"), ErrorNumber::multipleStep);
+}
+
+}  // namespace
+}  // namespace bw

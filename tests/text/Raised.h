@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+
+#include "text/RuntimeError.h"
+
+namespace bw {
+
+// The number of the error that a call raises, nothing when it raises none.
+template <class Call>
+std::optional<ErrorNumber> raisedBy(Call call) {
+  try {
+    (void)call();
+  } catch (const RuntimeError& error) {
+    return error.number();
+  }
+  return std::nullopt;
+}
+
+}  // namespace bw
