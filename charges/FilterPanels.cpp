@@ -24,7 +24,7 @@ struct FilterPanels::PanelRow {
 };
 
 FilterPanels::FilterPanels(QWidget* parent, Events events) : events_(std::move(events)) {
-  // Three panels bear the caption of the insurances' one; that is wanted.
+  // The last three panels bear one caption; their labels tell them apart.
   // clang-format off
   const std::array<PanelRow, 5> rows{{
       {"frmFiltroFechas", "Date filter", "Label1", "&Dates", "optAllDates", "optSelectedDates", "Between", "", "btnGo", ""},

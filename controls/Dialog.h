@@ -111,7 +111,7 @@ Widget* named(Widget* widget, const char* name, const QString& accessibleName) {
 // Tab goes from one control to the next as they stand here.
 void setTabs(std::initializer_list<QWidget*> controls);
 
-// A text box that the user can read and copy from, and that looks it.
+// A text box that the user can read and copy from; its ground says that nothing can be typed.
 void makeReadOnly(QLineEdit* box);
 
 // A text without its mnemonic signs: "E&&M:" is "E&M:".

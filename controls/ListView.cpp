@@ -13,13 +13,10 @@
 #include "controls/QtText.h"
 #include "controls/RowDelegate.h"
 #include "controls/Twips.h"
-#include "text/Formats.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
 
 namespace bw {
-
-std::string rowKey(std::ptrdiff_t position) { return concat("K", zeroFilled(position, 10)); }
 
 ListView::ListView(std::vector<ListColumn> columns, Options options, QWidget* parent)
     : QTableView(parent), model_(std::move(columns), options.checkBoxes),
@@ -124,8 +121,6 @@ void ListView::removeItem(int row) {
   if (wasSelected) clearSelected();
   tellWhenEmpty();
 }
-
-std::string ListView::key(int row) const { return rowKey(position(row)); }
 
 int ListView::rowAt(std::ptrdiff_t position) const {
   const int row = model_.rowAt(position);

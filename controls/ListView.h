@@ -57,7 +57,6 @@ class ListView : public QTableView {
   void removeItem(int row);  // a selected one leaves none selected
   int count() const { return model_.count(); }
   std::ptrdiff_t position(int row) const { return model_.position(row); }
-  std::string key(int row) const;
   int rowAt(std::ptrdiff_t position) const;  // raises 35601
   std::string text(int row) const;           // of the first column
   void setText(int row, const std::string& text);
@@ -115,8 +114,5 @@ class ListView : public QTableView {
   double scale_ = 1;  // of the font
   QString emptyText_;
 };
-
-// "K" and ten digits.
-std::string rowKey(std::ptrdiff_t position);
 
 }  // namespace bw

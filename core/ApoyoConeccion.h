@@ -8,7 +8,7 @@ namespace bw {
 
 // Opens the one session, on DatabasePath and the workgroup file beside it. False when it was open
 // already (`message` is left as it is), and false with `message` filled when it failed. The
-// message shows the whole connection string; that is wanted.
+// message shows the whole connection string, so that whoever helps the office sees both paths.
 bool ConnectDatabase(std::string& message);
 
 // A new connection in `connection`, with that connection string.

@@ -22,13 +22,14 @@ int ChargeInsert(std::int16_t PatientId, Date& ChargeDate, TimeOfDay& ChargeTime
                  std::string& message);
 
 // 0, 1, 2 when the charge has gone, or 3 when a detail row failed. Details that are stored and
-// wanted are not touched.
+// named again are not touched.
 int ChargeUpdate(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime, Date ChargeRealDate,
                  std::int32_t EMCode, std::int16_t DoctorCode, std::int16_t ReferDoctorCode,
                  std::int16_t FacilityCode, const std::string& diagnoses,
                  const std::string& procedures, std::int16_t Status, std::string& message);
 
-// 0 or 2: also a database error is told as "U:IMPELIENT", which is wanted. No transaction.
+// 0 or 2: goes by the number of records alone, so that a database error is told as "U:IMPELIENT"
+// too. No transaction.
 int ChargeDelete(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
                  std::string& message);
 

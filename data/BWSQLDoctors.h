@@ -26,8 +26,7 @@ int DoctorUpdate(std::int16_t DoctorCode, const std::string& Description,
                  std::string& message);
 int DoctorDelete(std::int16_t DoctorCode, std::string& message);
 
-// The insert works inside the caller's transaction, the delete in one of its own; that they differ
-// is wanted.
+// The insert works inside the caller's transaction, the delete in one of its own.
 int CoveringDoctorInsert(std::int16_t DoctorCode, std::int16_t CoveringDoctorCode,
                          std::string& message);
 int CoveringDoctorDelete(std::int16_t DoctorCode, std::int16_t CoveringDoctorCode,

@@ -140,7 +140,7 @@ void PatientsView::Eliminar() {
 
 // Goes by what is selected at the moment the walk comes to a row. Insertado leaves one row
 // selected, so that in effect the lowest of several selected rows gets its dialog and the walk
-// ends, unless the refreshed row has moved up, past the walk. That is wanted.
+// ends, unless the refreshed row has moved up, past the walk.
 void PatientsView::showForSelected(const Form& dialog) {
   int walk = ListView1->count();
   while (true) {

@@ -211,7 +211,7 @@ void writeBillingHeads(Sheet& sheet) {
 }
 
 // The height of a charge's line, by its codes, four to a row. The procedures' share is rounded to
-// whole inches, so that they count from the ninth on, and then for an inch: that is wanted.
+// whole inches, so that they count from the ninth on, and then for an inch.
 double billingHeight(std::ptrdiff_t diagnoses, std::ptrdiff_t procedures) {
   const auto rows = [](std::ptrdiff_t codes) {
     return std::floor(static_cast<double>(codes - 1) / 4) + 1;
@@ -269,7 +269,7 @@ void ListReportWrite(const RecordSetRef& recordset, const std::filesystem::path&
                      const std::string& title, const std::string& subtitles,
                      const std::string& heads, const std::string& fields) {
   constexpr double kX = 0.6;
-  constexpr double kBox = 0.25;  // higher than a row's step: the boxes overlap, which is wanted
+  constexpr double kBox = 0.25;  // higher than a row's step: the boxes overlap
   constexpr double kMargin = 0.05;
   constexpr double kStep = 0.15;
   writeReport(

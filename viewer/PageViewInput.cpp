@@ -117,7 +117,7 @@ void PageView::mouseDoubleClickEvent(QMouseEvent* event) {
   changeSelection();
 }
 
-// A drag beyond an edge goes on scrolling, the faster the farther.
+// A drag beyond an edge goes on scrolling, faster the farther the pointer is outside.
 void PageView::timerEvent(QTimerEvent* event) {
   if (event->timerId() != dragScroll_.timerId()) {
     QAbstractScrollArea::timerEvent(event);

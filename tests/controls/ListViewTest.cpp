@@ -79,11 +79,11 @@ TEST(ListViewTest, AMissingFieldOrAFirstColumnWithoutValueIsAnErrorAndKeepsTheLi
   EXPECT_TRUE(list.updatesEnabled());
 }
 
-TEST(ListViewTest, KeysOfRowsKeepTheirNumbersWhenOneIsTakenOut) {
+TEST(ListViewTest, RowsKeepTheirPositionsWhenOneIsTakenOut) {
   ListView list(kColumns, {});
   ListFill(list, rowsOf({"a", "b", "c"}));
   list.removeItem(0);
-  EXPECT_EQ(list.key(0), "K0000000002");
+  EXPECT_EQ(list.position(0), 2);
   EXPECT_EQ(list.rowAt(3), 1);
   EXPECT_THROW(list.rowAt(1), RuntimeError);
   EXPECT_EQ(list.selectedItem(), std::nullopt) << "a neighbour has the focus, not the selection";
