@@ -36,6 +36,7 @@ DoctorEditor::DoctorEditor(QWidget* owner)
   addDetails({.title = "Doctors covered",
               .addTip = "Add a doctor (Insert)",
               .delTip = "Remove the selected doctor, or keep him after all (Delete)",
+              .empty = "Nobody yet. Press Insert here to add who stands in for this doctor.",
               .delText = "de&l"},
              coverage_, [this] { add(); });
   addFoot([this] { ok(); });

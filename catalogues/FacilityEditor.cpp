@@ -48,6 +48,8 @@ FacilityEditor::FacilityEditor(QWidget* owner)
   addDetails({.title = "Wards",
               .addTip = "Add a ward (Insert)",
               .delTip = "Remove the selected ward, or keep it after all (Delete)",
+              .empty = "No ward yet. Press Insert here to add one; without a ward nobody can be "
+                       "admitted.",
               .delText = "de&l"},
              wards_, [this] { add(); });
   wards_.list().onOpen = [this] { openSelected(); };

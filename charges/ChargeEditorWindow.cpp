@@ -14,11 +14,13 @@ constexpr DetailFrame kDiagnoses{
     .title = "Diagnosis",
     .addTip = "Add diagnoses (Insert)",
     .delTip = "Remove the selected diagnosis, or keep it after all (Delete)",
+    .empty = "No diagnosis yet. Press Insert here, or Alt+A, to add some.",
     .delText = "de&l"};
 constexpr DetailFrame kProcedures{
     .title = "Procedures",
     .addTip = "Add procedures (Insert)",
     .delTip = "Remove the selected procedure, or keep it after all (Delete)",
+    .empty = "No procedure yet. Press Insert here, or Alt+D, to add some.",
     .name = "Frame2",
     .list = "ListView2",
     .addName = "Command4",

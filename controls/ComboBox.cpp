@@ -13,6 +13,7 @@
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "controls/Dialog.h"
 #include "controls/EventGuard.h"
@@ -269,14 +270,26 @@ void ComboBox::preparePopup() {
   view()->installEventFilter(this);
 }
 
+// The widest text is among those of most letters: to measure all takes as long as to paint them.
+int ComboBox::widestItem() const {
+  constexpr qsizetype kMeasured = 50;
+  QStringList texts;
+  for (int i = 0; i < count(); ++i) texts << fullText(i);
+  const qsizetype measured = std::min(kMeasured, texts.size());
+  std::partial_sort(
+      texts.begin(), texts.begin() + measured, texts.end(),
+      [](const QString& one, const QString& other) { return one.size() > other.size(); });
+  int widest = 0;
+  for (qsizetype i = 0; i < measured; ++i)
+    widest = std::max(widest, fontMetrics().horizontalAdvance(texts[i]));
+  return widest;
+}
+
 // As wide as the longest item, where the screen has room.
 void ComboBox::widenPopup() {
-  int widest = 0;
-  for (int i = 0; i < count(); ++i)
-    widest = std::max(widest, fontMetrics().horizontalAdvance(fullText(i)));
   const int edges = 2 * height();  // the scroll bar, margins
   const int most = screen()->availableSize().width() / 2;
-  view()->setMinimumWidth(std::max(width(), std::min(widest + edges, most)));
+  view()->setMinimumWidth(std::max(width(), std::min(widestItem() + edges, most)));
 }
 
 void ComboBox::showPopup() {

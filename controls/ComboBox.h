@@ -80,6 +80,7 @@ class ComboBox : public QComboBox, public TypedInput, private TypedSearch::Rows 
   bool wantsShortcut(const QKeyEvent& event) const;
   bool takePopupKey(const QKeyEvent& event);
   void preparePopup();
+  int widestItem() const;
   void widenPopup();
   void choose(int row);
   void goTo(int row);

@@ -155,6 +155,12 @@ void DatePicker::focusOutEvent(QFocusEvent* event) {
   if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) settle();
 }
 
+// Behind the calendar a date is marked as it was before it.
+bool DatePicker::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Hide && !isModified()) selectAll();
+  return QLineEdit::eventFilter(watched, event);
+}
+
 void DatePicker::changeEvent(QEvent* event) {
   QLineEdit::changeEvent(event);
   if (event->type() == QEvent::EnabledChange) sayReason();
@@ -194,6 +200,7 @@ void DatePicker::paintEvent(QPaintEvent* event) {
 
 void DatePicker::makeCalendar() {
   auto* popup = new QFrame(this, Qt::Popup);
+  popup->installEventFilter(this);
   popup->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
   auto* column = new QVBoxLayout(popup);
   column->setContentsMargins(1, 1, 1, 1);

@@ -32,7 +32,6 @@ ListView::ListView(std::vector<ListColumn> columns, Options options, QWidget* pa
   setWordWrap(false);
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setUpHeaders();
-  setEmptyText("Nothing to show");
   model_.onUserCheck = [this](int row, bool checked) {
     guarded([&] {
       if (onItemCheck) onItemCheck(row, checked);

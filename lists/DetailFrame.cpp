@@ -15,6 +15,7 @@ QGroupBox* makeDetailFrame(const DetailFrame& frame, WorkingList& details, QWidg
   ListView& list = details.list();
   list.onInsertKey = add;
   list.onDeleteKey = [&details] { details.toggleSelected(); };
+  list.setEmptyText(frame.empty);
   column->addWidget(named(&list, frame.list, frame.title));
   auto* buttons = new QHBoxLayout;
   auto* addButton = makeButton(frame.addName, frame.addText, box, std::move(add));

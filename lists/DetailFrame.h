@@ -12,6 +12,7 @@ struct DetailFrame {
   const char* title;
   const char* addTip;
   const char* delTip;
+  const char* empty;  // what the list says without rows
   // Names of the controls, and the captions, whose letters differ where a dialog has two frames.
   const char* name = "Frame1";
   const char* list = "ListView1";

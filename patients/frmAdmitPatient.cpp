@@ -105,7 +105,9 @@ QWidget* AdmitPatient::buildVisitors() {
   auto* frame =
       makeDetailFrame({.title = "Doctors visiting patient",
                        .addTip = "Add a visiting doctor (Insert)",
-                       .delTip = "Remove the selected doctor, or keep him after all (Delete)"},
+                       .delTip = "Remove the selected doctor, or keep him after all (Delete)",
+                       .empty = "No visiting doctor yet. Ok adds the attending one; press Insert "
+                                "here to add others."},
                       VisitingDoctors, this, [this] { addVisitor(); });
   ListView1->stretchColumn(0);
   return frame;

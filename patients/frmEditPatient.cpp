@@ -88,7 +88,8 @@ QWidget* PatientEditor::buildHistory() {
   auto* frame =
       makeDetailFrame({.title = "Medical History",
                        .addTip = "Add history entries (Insert)",
-                       .delTip = "Remove the selected entry, or keep it after all (Delete)"},
+                       .delTip = "Remove the selected entry, or keep it after all (Delete)",
+                       .empty = "Nothing of this kind yet. Press Insert here to add some."},
                       history_, this, [this] { addHistory(); });
   ListView1->stretchLastColumn();
   CBSicknessType->onSelected = [this] { sicknessTypeSelected(); };

@@ -22,6 +22,7 @@ struct SingleRow {
   const char* key;
   std::int16_t& picked;
   const char* nothingSelected;
+  const char* (*empty)();          // what an empty list says
   std::vector<std::string> marks;  // fields that tell rows of one look apart
   std::string* pickedNames = nullptr;
 };
@@ -36,6 +37,15 @@ std::string patientsOffered() {
   return "SELECT * FROM Patient where InFacilityCode=0  ORDER BY [Names]";
 }
 
+const char* noPatients() {
+  return EditChargeTypeCode == kInpatient
+             ? "No patient is admitted to the facility of the charge. Choose another facility or "
+               "patient status there, or admit the patient first."
+             : "No patient who is not admitted. Choose Inpatient in the charge, or make the "
+               "patient "
+               "under Patients first.";
+}
+
 const SingleRow kPatient{"frmPickPatient",
                          "Patient selection",
                          patientsOffered,
@@ -43,6 +53,7 @@ const SingleRow kPatient{"frmPickPatient",
                          "PatientId",
                          PickedPatientId,
                          "Select a Patiente first",
+                         noPatients,
                          {"AccountNumber", "PatientId"}};
 const SingleRow kDoctor{"frmPickDoctor",
                         "Doctor selection",
@@ -51,6 +62,7 @@ const SingleRow kDoctor{"frmPickDoctor",
                         "DoctorCode",
                         PickedDoctorCode,
                         "Select an Doctor first",
+                        [] { return "No doctors yet. Make them under Doctors first."; },
                         {"BillingDoctorCode", "DoctorCode"},
                         &PickedDoctorNames};
 const SingleRow kInsurance{"frmPickInsurance",
@@ -60,6 +72,7 @@ const SingleRow kInsurance{"frmPickInsurance",
                            "InsuranceCode",
                            PickedInsuranceCode,
                            "Select an Insurance first",
+                           [] { return "No insurances yet. Make them under Insurances first."; },
                            {"BillingInsuranceCode", "InsuranceCode"}};
 
 class SingleDialog : public Dialog {
@@ -87,6 +100,7 @@ SingleDialog::SingleDialog(const SingleRow& row, QWidget* owner)
   ListView1->stretchLastColumn();
   ListView1->onOpen = [this] { ok(); };
   ListView1->setMarks(row_.marks);
+  ListView1->setEmptyText(row_.empty());
   onEvent(ListView1->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this] { tellSelected(); });
   column->addWidget(ListView1);

@@ -34,6 +34,7 @@ struct TickRow {
   const char* statement;
   std::vector<const char*> codes;  // five digits each in a record
   std::string& (*answer)();
+  const char* empty;               // what an empty list says
   std::vector<std::string> marks;  // fields that tell rows of one description apart
   const GroupRow* groups = nullptr;
 };
@@ -47,17 +48,27 @@ std::string& chargeAnswer() { return chargeOpener().PickResult; }
 std::string& patientAnswer() { return patientOpener().PickResult; }
 
 const TickRow kDiagnosis{
-    "frmPickDiagnosis", "Diagnosis selection", "SELECT * FROM Diagnosis ORDER BY Description",
-    {"DiagnosisCode"},  chargeAnswer,          {"RealDiagnosisCode", "BillingDiagnosisCode"},
+    "frmPickDiagnosis",
+    "Diagnosis selection",
+    "SELECT * FROM Diagnosis ORDER BY Description",
+    {"DiagnosisCode"},
+    chargeAnswer,
+    "No diagnosis in this group. Choose another one, or type: all groups are searched.",
+    {"RealDiagnosisCode", "BillingDiagnosisCode"},
     &kFamilies};
-const TickRow kProcedures{
-    "frmPickProcedures", "Procedures selection", "SELECT * FROM Procedures",
-    {"ProcedureCode"},   chargeAnswer,           {"RealProcedureCode", "BillingProcedureCode"}};
+const TickRow kProcedures{"frmPickProcedures",
+                          "Procedures selection",
+                          "SELECT * FROM Procedures",
+                          {"ProcedureCode"},
+                          chargeAnswer,
+                          "No procedures yet. Make them under Procedures first.",
+                          {"RealProcedureCode", "BillingProcedureCode"}};
 const TickRow kHistory{"frmPickHistory",
                        "History selection",
                        "SELECT * FROM Sickness",
                        {"SicknessCode", "SicknessTypeCode"},
                        patientAnswer,
+                       "Nothing of this type. Choose another one, or type: all types are searched.",
                        {"SicknessCode"},
                        &kSicknessTypes};
 
@@ -109,6 +120,7 @@ TickDialog::TickDialog(const TickRow& row, QWidget* owner)
   ListView1->onItemCheck = [this](int item, bool checked) { itemChecked(item, checked); };
   ListView1->onOpen = [this] { ok(); };
   ListView1->setMarks(row_.marks);
+  ListView1->setEmptyText(row_.empty);
   column->addWidget(ListView1);
   ticked_->setObjectName("LblTicked");
   column->addWidget(ticked_);

@@ -1,13 +1,14 @@
 #include "printing/PageSize.h"
 
-#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPageLayout>
 #include <QPrinterInfo>
 #include <optional>
 #include <utility>
+#include <vector>
 
+#include "controls/ComboBox.h"
 #include "controls/Dialog.h"
 #include "core/Principal.h"
 #include "text/Conversions.h"
@@ -61,7 +62,7 @@ Inches wholeInches(const Paper& paper) {
 class PageSetup : public Dialog {
  public:
   explicit PageSetup(QWidget* owner)
-      : Dialog("frmPageSetup", "Page Setup", owner), paper_(new QComboBox), way_(new QComboBox),
+      : Dialog("frmPageSetup", "Page Setup", owner), paper_(new ComboBox), way_(new ComboBox),
         note_(new QLabel) {
     auto* grid = new QGridLayout(this);
     addField(grid, 0, 0, "&Paper:", paper_, "cmbPaper");
@@ -71,37 +72,36 @@ class PageSetup : public Dialog {
     grid->addWidget(makeFoot(
                         {}, [this] { ok(); }, [this] { unload(); }),
                     3, 0, 1, 2);
-    way_->addItems({"Portrait", "Landscape"});
+    way_->setItems({"Portrait", "Landscape"});
     for (const KnownPaper& paper : kPapers) addPaper(paper.name, QPageSize(paper.size));
-    for (QComboBox* box : {paper_, way_})
-      onEvent(box, &QComboBox::currentIndexChanged, this, [this] { showSize(); });
+    paper_->onSelected = way_->onSelected = [this] { showSize(); };
   }
 
   void load() {
     const Paper inForce = paperInForce().value_or(Paper{QPageSize(QPageSize::Letter)});
     before_ = {indexOf(inForce.size), inForce.across ? 1 : 0};
     paper_->setCurrentIndex(before_.first);
-    way_->setCurrentIndex(before_.second);
-    showSize();
+    way_->setListIndex(before_.second);
   }
 
  private:
   void addPaper(const QString& name, const QPageSize& size) {
-    paper_->addItem(name, QVariant::fromValue(size));
+    paper_->addItem(name);
+    sizes_.push_back(size);
   }
 
   // A paper that is not offered is a printer's own, and is offered then.
   int indexOf(const QPageSize& size) {
-    for (int i = 0; i < paper_->count(); ++i)
-      if (paper_->itemData(i).value<QPageSize>().isEquivalentTo(size)) return i;
+    for (std::size_t i = 0; i < sizes_.size(); ++i)
+      if (sizes_[i].isEquivalentTo(size)) return static_cast<int>(i);
     addPaper(size.name(), size);
     return paper_->count() - 1;
   }
 
-  std::pair<int, int> chosen() const { return {paper_->currentIndex(), way_->currentIndex()}; }
+  std::pair<int, int> chosen() const { return {paper_->ListIndex(), way_->ListIndex()}; }
 
   Paper paper() const {
-    return {paper_->currentData().value<QPageSize>(), way_->currentIndex() == 1};
+    return {sizes_[static_cast<std::size_t>(paper_->ListIndex())], way_->ListIndex() == 1};
   }
 
   void showSize() {
@@ -119,8 +119,9 @@ class PageSetup : public Dialog {
     unload();
   }
 
-  QComboBox* paper_;
-  QComboBox* way_;
+  ComboBox* paper_;
+  ComboBox* way_;
+  std::vector<QPageSize> sizes_;  // of the papers
   QLabel* note_;
   std::pair<int, int> before_;
 };

@@ -147,6 +147,11 @@ void MainMenus::buildArrays(frmMain& window, QMenu* currentView, QMenu* goTo, QM
                            [&window, i] { window.chooseFilter(i); }));
     filters_.back()->setCheckable(true);
   }
+  treeFilter_ = new QAction(&window);
+  window.addAction(treeFilter_);
+  onEvent(treeFilter_, &QAction::triggered, &window, [this, &window] {
+    window.chooseFilter(static_cast<std::int16_t>(treeFilter_->data().toInt()));
+  });
   for (const RecordKind& kind : recordKinds()) {
     const auto i = static_cast<std::int16_t>(goTo_.size());
     goTo_.push_back(add(goTo, kind.caption, "mnuGoTo", i, [&window, i] { window.chooseView(i); }));
@@ -185,16 +190,20 @@ void MainMenus::checkView(std::int16_t view) { checkOnly(goTo_, view); }
 
 void MainMenus::checkFilter(std::int16_t filter) { checkOnly(filters_, filter); }
 
-// Alt and the number of the entry's line chooses it.
 void MainMenus::showFilters(const RecordKind& kind) {
   for (std::size_t i = 1; i < filters_.size(); ++i) filters_[i]->setVisible(false);
-  for (const ViewFilter& filter : kind.filters)
-    if (filter.in != ViewFilter::In::tree)
-      filters_[static_cast<std::size_t>(filter.number)]->setVisible(true);
-  int line = 0;
-  for (QAction* entry : filters_)
-    entry->setShortcut(entry->isVisible() ? QKeySequence(QString("Alt+%1").arg(++line))
-                                          : QKeySequence());
+  treeFilter_->setShortcut({});
+  for (const ViewFilter& filter : kind.filters) {
+    const bool inMenu = filter.in != ViewFilter::In::tree;
+    filters_[static_cast<std::size_t>(filter.number)]->setVisible(inMenu);
+    if (inMenu) continue;
+    treeFilter_->setData(filter.number);
+    treeFilter_->setShortcut(toQt(filterKeys(kind, filter.number)));
+  }
+  for (std::size_t i = 0; i < filters_.size(); ++i)
+    filters_[i]->setShortcut(filters_[i]->isVisible()
+                                 ? toQt(filterKeys(kind, static_cast<std::int16_t>(i)))
+                                 : QString());
 }
 
 void MainMenus::showActions(const RecordKind& kind) {

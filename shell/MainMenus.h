@@ -26,7 +26,7 @@ class MainMenus {
 
   void checkView(std::int16_t view);
   void checkFilter(std::int16_t filter);
-  // Shows the entries of the view, and "All" always.
+  // Shows the entries of the view, and "All" always, and gives them their keys.
   void showFilters(const RecordKind& kind);
   void showActions(const RecordKind& kind);
 
@@ -35,6 +35,7 @@ class MainMenus {
 
   std::vector<QAction*> goTo_;
   std::vector<QAction*> filters_;
+  QAction* treeFilter_ = nullptr;  // for the keys of one that stands in the tree alone
   std::array<QAction*, 3> actions_{};
   QAction* goToMenu_ = nullptr;
   QAction* currentViewMenu_ = nullptr;

@@ -1,6 +1,7 @@
 #include "shell/RecordKinds.h"
 
 #include <QPointer>
+#include <algorithm>
 
 #include "catalogues/Editors.h"
 #include "charges/frmCharges.h"
@@ -19,6 +20,7 @@
 #include "patients/frmPatients.h"
 #include "shell/frmBrowser.h"
 #include "shell/frmGeneralInfo.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {
@@ -323,6 +325,17 @@ std::span<const RecordKind> recordKinds() { return kKinds; }
 const RecordKind& recordKind(std::int16_t view) {
   const bool known = view >= 0 && view < std::ssize(kKinds);
   return kKinds[static_cast<std::size_t>(known ? view : kWelcomeView)];
+}
+
+std::string filterKeys(const RecordKind& kind, std::int16_t filter) {
+  if (!kind.filterMenu) return "";
+  std::vector<std::pair<bool, std::int16_t>> lines{{false, 0}};
+  for (const ViewFilter& each : kind.filters)
+    lines.emplace_back(each.in == ViewFilter::In::tree, each.number);
+  std::sort(lines.begin(), lines.end());
+  const auto line = std::find_if(lines.begin(), lines.end(),
+                                 [&](const auto& each) { return each.second == filter; });
+  return line == lines.end() ? "" : concat("Alt+", line - lines.begin() + 1);
 }
 
 RecordView& recordView(const RecordKind& kind) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "lists/Filters.h"
@@ -43,6 +44,10 @@ std::span<const RecordKind> recordKinds();
 
 // Any number outside the table is treated like the welcome page.
 const RecordKind& recordKind(std::int16_t view);
+
+// The keys that choose a filter of the kind: Alt and the number of its entry in Current View; what
+// stands in the tree alone counts behind those. Without any "".
+std::string filterKeys(const RecordKind& kind, std::int16_t filter);
 
 View& viewOf(const RecordKind& kind);
 

@@ -42,13 +42,18 @@ void fillNode(QTreeWidgetItem* node, const QString& text, const QString& toolTip
   node->setIcon(0, icon);
 }
 
+QString withKeys(const QString& text, const std::string& keys) {
+  return keys.empty() ? text : QString("%1 (%2)").arg(text, toQt(keys));
+}
+
 void addFilter(QTreeWidgetItem* parent, std::int16_t view, const ViewFilter& filter,
                const QIcon& icon) {
   if (filter.in == ViewFilter::In::menu) return;
   auto* node = new QTreeWidgetItem(parent);
   const std::string_view caption = filterCaptions()[static_cast<std::size_t>(filter.number)];
   const QString text = filter.node != nullptr ? QString(filter.node) : toQt(caption);
-  fillNode(node, text, text, keyOf(view, filter.number), icon);
+  fillNode(node, text, withKeys(text, filterKeys(recordKind(view), filter.number)),
+           keyOf(view, filter.number), icon);
 }
 
 // Draws a text that is too long for the narrow pane in narrower letters.
@@ -127,7 +132,7 @@ void ShorcutsTree::build() {
     if (view != kWelcomeView)
       node = kind.isPage ? new QTreeWidgetItem(TreeView1) : new QTreeWidgetItem(welcome);
     const QString text = kind.node != nullptr ? kind.node : kind.caption;
-    fillNode(node, text, QString("%1 (%2)").arg(text, kind.shortcut), keyOf(view, 0),
+    fillNode(node, text, withKeys(text, kind.shortcut), keyOf(view, 0),
              kind.isPage ? earth : paper);
     node->setExpanded(kind.isPage);
     for (const ViewFilter& filter : kind.filters) addFilter(node, view, filter, paper);

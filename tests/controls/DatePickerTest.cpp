@@ -179,6 +179,12 @@ TEST_F(DatePickerTest, TheCalendarIsUsedByKeysAndEscClosesNothingElse) {
   EXPECT_FALSE(isOpen());
   EXPECT_EQ(form->date->value(), day(2026, 2, 8));
   EXPECT_TRUE(form->date->hasFocus());
+  press(Qt::Key_Up);
+  EXPECT_EQ(shown(), "02/09/2026") << "all is marked behind the calendar";
+  press(Qt::Key_F4);
+  press(Qt::Key_Escape);
+  press(Qt::Key_Down);
+  EXPECT_EQ(shown(), "02/08/2026");
   QTest::mouseClick(form->date->findChild<QWidget*>("calendarButton"), Qt::LeftButton);
   EXPECT_TRUE(isOpen());
   press(Qt::Key_Escape);

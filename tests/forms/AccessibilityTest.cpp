@@ -1,5 +1,6 @@
 #include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -7,6 +8,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <algorithm>
 #include <map>
 
@@ -22,6 +24,7 @@
 #include "patients/frmEditPatient.h"
 #include "patients/frmMergePatients.h"
 #include "picks/PickDialogs.h"
+#include "printing/PageSize.h"
 #include "printing/frmPrintGeneral.h"
 #include "shell/frmAbout.h"
 #include "tests/forms/FormsFixture.h"
@@ -167,6 +170,26 @@ void checkTabOrder(QWidget& window, Faults& faults) {
   if (back != stops) faults.push_back("Shift+Tab goes another way");
 }
 
+void checkEmptyLists(const QWidget& window, Faults& faults) {
+  for (const auto* list : window.findChildren<ListView*>())
+    if (list->count() == 0 && list->accessibleDescription().isEmpty())
+      faults.push_back(nameOf(list) + ": does not say why it is empty");
+}
+
+// The wheel over a box that has not the focus.
+void checkWheel(const QWidget& window, Faults& faults) {
+  for (auto* box : window.findChildren<QComboBox*>()) {
+    if (box->hasFocus() || box->count() < 2) continue;
+    const int before = box->currentIndex();
+    for (const int notch : {-120, 120}) {
+      QWheelEvent event(QPointF(5, 5), box->mapToGlobal(QPointF(5, 5)), {}, {0, notch},
+                        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+      QApplication::sendEvent(box, &event);
+      if (box->currentIndex() != before) faults.push_back(nameOf(box) + ": turned by the wheel");
+    }
+  }
+}
+
 Faults faultsOf(QWidget& window) {
   Faults faults;
   QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&window);
@@ -174,6 +197,8 @@ Faults faultsOf(QWidget& window) {
   checkNames(root, faults);
   checkMnemonics(window, faults);
   checkTabOrder(window, faults);
+  checkEmptyLists(window, faults);
+  checkWheel(window, faults);
   return faults;
 }
 
@@ -189,7 +214,8 @@ TEST(AccessibilityCheckTest, FindsAListWithoutANameADoubledLetterAndAStepBack) {
   dialog.activateWindow();
   setTabs({lower, column->itemAt(1)->widget()});
   EXPECT_EQ(faultsOf(dialog), (Faults{"QTableView : no name", "window: Alt+O stands 2x",
-                                      "QPushButton  goes back to QPushButton "}));
+                                      "QPushButton  goes back to QPushButton ",
+                                      "QTableView : does not say why it is empty"}));
 }
 
 struct DialogRow {
@@ -246,6 +272,7 @@ const DialogRow kDialogs[] = {
        PrintDialogItems = "List;Detail;";
        frmPrintGeneral().showModal();
      }},
+    {"frmPageSetup", "btnOk", "btnCancel", [] { choosePageSize(QApplication::activeWindow()); }},
     {"frmAbout", "cmdOK", "", open<frmAbout>},
 };
 
@@ -278,6 +305,25 @@ TEST_P(DialogAccessibilityTest, IsNamedReachedInOrderAndLeftWithoutAnAct) {
 
 INSTANTIATE_TEST_SUITE_P(Forms, DialogAccessibilityTest, testing::ValuesIn(kDialogs),
                          [](const auto& each) { return std::string(each.param.name); });
+
+class EmptyOfficeTest : public FormsTest {};
+
+TEST_F(EmptyOfficeTest, AChoiceOfNothingSaysWhatToDo) {
+  openMainWindow();
+  for (const char* table : {"PatientHistory", "PatientCharges", "Sickness", "Diagnosis",
+                            "Procedures", "DoctorCoveringDoctors", "PatientDoctors", "Patient",
+                            "Insurance", "EvaluationManagement", "Doctors"})
+    run(std::string("DELETE FROM ") + table);
+  for (const DialogRow& row : kDialogs) {
+    if (!QByteArrayView(row.name).startsWith("frmPick")) continue;
+    script.in(row.name, [&](QWidget& dialog) {
+      EXPECT_EQ(control<ListView>(dialog, "ListView1").count(), 0) << row.name;
+      EXPECT_EQ(faultsOf(dialog), Faults{}) << row.name;
+      QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    row.open();
+  }
+}
 
 class ViewAccessibilityTest : public FormsTest, public testing::WithParamInterface<int> {};
 
