@@ -86,27 +86,34 @@ std::optional<std::size_t> DocumentIndex::readHead(std::string_view bytes) {
 
 void DocumentIndex::readItems(std::string_view bytes, std::size_t at) {
   std::uint32_t number = 2;
-  bool joins = false;  // nothing was left out in front of the line
   LineEnds ends(bytes, at);
   for (; at < bytes.size(); ++number) {
     const std::size_t end = ends.next();
     const std::size_t next = std::min(end + 1, bytes.size());
     const std::string_view line = withoutCarriageReturn(bytes.substr(at, end - at));
     if (line.size() > kMaxLine) return add(Fault::tooLong, number);
-    if (!line.empty()) {
-      const std::uint32_t page = pageNumber(line);
-      const bool usable = page > highest_ + 1 ? bearsOut(bytes, next, page) : page != 0;
-      if (usable) {
-        append({at, next, number, page}, joins);
-        rightEdge_.take(line.substr(line.find(',') + 1));
-      } else {
-        add(Fault::pageNumber, number);
-      }
-      joins = usable;
+    if (start_.begins(line)) {
+      runs_.back().end = next;
+      rightEdge_.take(line.substr(start_.size()));
+    } else if (!line.empty()) {
+      beginRun(bytes, line, {at, next, number});
     }
     at = next;
   }
   if (!bytes.ends_with('\n')) add(Fault::unended, number - 1);
+}
+
+void DocumentIndex::beginRun(std::string_view bytes, std::string_view line, LineRun run) {
+  run.page = pageNumber(line);
+  start_ = {};
+  if (run.page > highest_ + 1 ? !bearsOut(bytes, run.end, run.page) : run.page == 0) {
+    return add(Fault::pageNumber, run.firstLine);
+  }
+  const std::size_t items = line.find(',') + 1;
+  start_ = LineStart(line.substr(0, items));
+  highest_ = std::max(highest_, run.page);
+  runs_.push_back(run);
+  rightEdge_.take(line.substr(items));
 }
 
 // Whether a page number that leaves pages blank can be right, by the line that begins at `next`.
@@ -121,15 +128,6 @@ void DocumentIndex::add(Fault fault, std::size_t line) {
   const auto known = std::find_if(damages_.begin(), damages_.end(),
                                   [&](const Damage& damage) { return damage.fault == fault; });
   if (known == damages_.end()) damages_.push_back({fault, line});
-}
-
-void DocumentIndex::append(const LineRun& line, bool joins) {
-  highest_ = std::max(highest_, line.page);
-  if (joins && runs_.back().page == line.page) {
-    runs_.back().end = line.end;
-  } else {
-    runs_.push_back(line);
-  }
 }
 
 void DocumentIndex::sortRuns() {

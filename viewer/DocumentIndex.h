@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "viewer/PackedText.h"
 #include "viewer/RightEdge.h"
 
 namespace bw {
@@ -77,21 +78,23 @@ class DocumentIndex {
   // The highest page number found. Pages without items below it are blank.
   std::size_t pageCount() const noexcept { return starts_.empty() ? 0 : starts_.size() - 1; }
 
-  // Page from 1 to pageCount(); one run when its lines stand together, as writers leave them.
+  // Page from 1 to pageCount(); one run when its lines stand together and spell it alike, as
+  // writers leave them.
   std::span<const LineRun> runs(std::size_t page) const;
 
  private:
   std::optional<std::size_t> readHead(std::string_view bytes);
   void readItems(std::string_view bytes, std::size_t at);
+  void beginRun(std::string_view bytes, std::string_view line, LineRun run);
   bool bearsOut(std::string_view bytes, std::size_t next, std::uint32_t page) const;
   void add(Fault fault, std::size_t line);
-  void append(const LineRun& line, bool joins);
   void sortRuns();
 
   PageSize size_;
   RightEdge rightEdge_;
   std::vector<Damage> damages_;
   std::vector<LineRun> runs_;
+  LineStart start_;                    // of lines that belong to the last run
   std::uint32_t highest_ = 0;          // page number so far
   std::vector<std::uint32_t> starts_;  // of each page's runs, and one behind the last page
 };

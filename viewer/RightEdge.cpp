@@ -1,5 +1,6 @@
 #include "viewer/RightEdge.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -29,7 +30,9 @@ void RightEdge::measure(std::string_view line) noexcept {
   const bool empty = line.ends_with(',');
   if (fields[kind] == "0" && empty) return;
   const double right = x + (fields[kind] == "0" ? std::min(w, kTextRoom) : w);
-  if (right <= kFarthest) edge_ = std::max(edge_, right);
+  if (right > kFarthest || right <= edge_) return;
+  edge_ = right;
+  beyond_ = edge_ < kTextRoom ? 0 : packedDigits(static_cast<std::uint32_t>(edge_ - kTextRoom) + 1);
 }
 
 }  // namespace bw

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <algorithm>
+#include <cstdint>
 #include <string_view>
+
+#include "viewer/PackedText.h"
 
 namespace bw {
 
@@ -11,14 +13,9 @@ class RightEdge {
  public:
   // `line` begins behind the item's page number.
   void take(std::string_view line) noexcept {
-    unsigned left = 0;
-    for (const char* at = line.data(); at != line.data() + line.size(); ++at) {
-      const unsigned digit = static_cast<unsigned char>(*at) - unsigned{'0'};
-      if (digit > 9) break;
-      left = left * 10 + digit;
-    }
     // Only shapes and empty texts end in a comma.
-    if (left + kTextRoom > edge_ || line.ends_with(',')) measure(line);
+    const bool text = line.size() >= kPacked && line.back() != ',';
+    if (!text || leadingDigits(packed(line)) >= beyond_) measure(line);
   }
 
   double twips() const noexcept { return edge_; }
@@ -29,6 +26,7 @@ class RightEdge {
   void measure(std::string_view line) noexcept;
 
   double edge_ = 0;
+  std::uint64_t beyond_ = 0;  // packed digits of the least place from where a text reaches further
 };
 
 }  // namespace bw
