@@ -46,7 +46,7 @@ class LineStart {
  public:
   LineStart() = default;
   explicit LineStart(std::string_view start) noexcept {
-    if (start.size() > kPacked) return;
+    if (start.empty() || start.size() > kPacked) return;
     char bytes[kPacked] = {};
     std::copy(start.begin(), start.end(), bytes);
     size_ = start.size();
