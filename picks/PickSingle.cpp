@@ -41,7 +41,8 @@ const char* noPatients() {
   return EditChargeTypeCode == kInpatient
              ? "No patient is admitted to the facility of the charge. Choose another facility or "
                "patient status there, or admit the patient first."
-             : "No patient who is not admitted. Choose Inpatient in the charge, or make the patient "
+             : "No patient who is not admitted. Choose Inpatient in the charge, or make the "
+               "patient "
                "under Patients first.";
 }
 
