@@ -24,8 +24,8 @@ void RightEdge::measure(std::string_view line) noexcept {
     field = line.substr(0, comma);
     line.remove_prefix(comma + 1);
   }
-  const double x = parseDecimal(fields[left], kFarthest).value_or(0);
-  const double w = parseDecimal(fields[width], kFarthest).value_or(0);
+  const double x = parseDecimal(fields[left], kFarthest).value_or(-1);
+  const double w = parseDecimal(fields[width], kFarthest).value_or(-1);
   if (x < 0 || w < 0) return;
   const bool empty = line.ends_with(',');
   if (fields[kind] == "0" && empty) return;
