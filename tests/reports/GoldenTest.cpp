@@ -12,6 +12,7 @@
 
 // A folder of golden/ is a case: case.tsv tells what is reported, expected.myv is the document and
 // expected.csv the table that the viewer makes of it, byte by byte. A new case is a new folder.
+// "more" names a file beside golden/ with lines that several cases share.
 
 namespace bw {
 namespace {
@@ -59,19 +60,20 @@ class GoldenTest : public DataTest, public ::testing::WithParamInterface<std::st
  protected:
   GoldenTest() { seedOffice(); }
 
-  std::map<std::string, std::string> read(const fs::path& file) {
-    std::map<std::string, std::string> settings;
+  void read(const fs::path& file, std::map<std::string, std::string>& settings) {
     std::ifstream lines(file);
+    ASSERT_TRUE(lines) << file;
     for (std::string line; std::getline(lines, line);) {
       const std::size_t tab = line.find('\t');
       const std::string key = line.substr(0, tab);
       const std::string value = line.substr(tab + 1);
       if (key == "sql")
         run(value);
+      else if (key == "more")
+        read(fs::path(GOLDEN_FOLDER) / ".." / value, settings);
       else
         settings[key] = value;
     }
-    return settings;
   }
 
   void write(std::map<std::string, std::string>& settings, const fs::path& document) {
@@ -102,7 +104,8 @@ TEST_P(GoldenTest, IsWrittenByteByByte) {
     EXPECT_TRUE(fs::exists(file));
     viewed.push_back(file);
   };
-  auto settings = read(golden / "case.tsv");
+  std::map<std::string, std::string> settings;
+  read(golden / "case.tsv", settings);
   write(settings, document);
   const std::string expected = contents(golden / "expected.myv");
   const std::string written = contents(document);
