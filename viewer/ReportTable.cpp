@@ -27,6 +27,9 @@ std::string cellText(const PageItem& item, std::size_t pageTotal) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+// Of a column, the same on every page, whatever stands in place of the number of pages.
+std::string columnName(const PageItem& head) { return cellText(head, 1); }
+
 bool samePlace(double a, double b) { return std::abs(a - b) <= kSamePlaceTwips; }
 
 // Walks through the texts of a page below its heads: each head is written behind its grey box, and
@@ -64,7 +67,7 @@ TableShape shapeByHeads(const PageItems& page) {
   walkBelowHeads(
       page,
       [&](const PageItem& item) {
-        shape.columns.push_back({cellText(item, 1), item.x});
+        shape.columns.push_back({columnName(item), item.x});
       },
       [&](const PageItem& item) { cells.push_back(&item); });
   if (shape.columns.empty()) return shape;
@@ -82,7 +85,7 @@ TableShape shapeByHeads(const PageItems& page) {
 void addCaptions(const PageItems& page, TableShape& shape) {
   for (const PageItem& item : page.items) {
     if (item.kind != ItemKind::text || !item.caption) continue;
-    std::string name = cellText(item, 1);
+    std::string name = columnName(item);
     const auto known = std::find_if(shape.columns.begin(), shape.columns.end(),
                                     [&](const TableColumn& column) { return column.name == name; });
     if (known == shape.columns.end()) shape.columns.push_back({std::move(name)});
@@ -150,7 +153,7 @@ void TableReader::readBoxes(const PageItems& page) {
       if (column) put(*column, item);
       continue;
     }
-    const std::string name = cellText(item, pageTotal_);
+    const std::string name = columnName(item);
     const auto found = std::find_if(shape_.columns.begin(), shape_.columns.end(),
                                     [&](const TableColumn& known) { return known.name == name; });
     column = static_cast<std::size_t>(found - shape_.columns.begin());

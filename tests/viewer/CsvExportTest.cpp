@@ -61,6 +61,14 @@ TEST(CsvExport, DocumentWithoutHeadsOrCaptionsHasItsRowsOneByOne) {
             "left,right\r\nbelow\r\nnext\r\n");
 }
 
+TEST(CsvExport, CaptionWithTheNumberOfPagesIsOneColumn) {
+  const auto box = [](int page) {
+    return sampleText({.page = page, .flags = "1,0,0,1", .look = "6,0,0", .text = "#TotalPaginas"});
+  };
+  EXPECT_EQ(csvOf(sampleHead() + box(1) + at(100, 500, "a") + box(2) + at(100, 500, "b", 2)),
+            "1\r\na\r\nb\r\n");
+}
+
 TEST(CsvExport, EndsWhenToldTo) {
   const std::string boxes = sampleHead() + sampleText({.look = "6,0,0", .text = "Patient"}) +
                             at(100, 500, "a") + at(100, 500, "b", 9);
