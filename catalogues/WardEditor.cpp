@@ -1,7 +1,6 @@
 #include "catalogues/CatalogueEditor.h"
 #include "catalogues/Editors.h"
 #include "controls/QtText.h"
-#include "core/Principal.h"
 
 namespace bw {
 namespace {

@@ -3,7 +3,6 @@
 #include "charges/LastCharge.h"
 #include "charges/frmEditCharge.h"
 #include "controls/QtText.h"
-#include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"

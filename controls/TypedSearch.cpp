@@ -3,7 +3,6 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QScrollBar>
-#include <algorithm>
 
 #include "controls/Hint.h"
 #include "controls/QtText.h"

@@ -1,7 +1,6 @@
 #include "core/Advice.h"
 
 #include <array>
-#include <string_view>
 #include <utility>
 
 #include "engine/Refusals.h"

@@ -1,7 +1,5 @@
 #include "data/Schema.h"
 
-#include <algorithm>
-
 #include "data/Definition.h"
 #include "data/SavedQueries.h"
 #include "data/SqlTexts.h"

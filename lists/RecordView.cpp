@@ -1,7 +1,6 @@
 #include "lists/RecordView.h"
 
 #include "controls/QtText.h"
-#include "core/AsisRutinasRecordsets.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"

@@ -6,7 +6,6 @@
 #include <array>
 
 #include "controls/QtText.h"
-#include "core/AsisRutinasRecordsets.h"
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"

@@ -1,4 +1,3 @@
-#include <array>
 
 #include "charges/frmArchiveCharges.h"
 #include "core/PassOver.h"

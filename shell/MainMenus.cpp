@@ -9,7 +9,6 @@
 #include "controls/QtText.h"
 #include "core/PassOver.h"
 #include "shell/frmMain.h"
-#include "text/Text.h"
 
 namespace bw {
 namespace {

@@ -13,7 +13,6 @@
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "lists/MainFrame.h"
-#include "text/Text.h"
 #include "webpane/WebPane.h"
 
 namespace bw {

@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <cstring>
-#include <limits>
 
 #include "viewer/LineEnds.h"
 #include "viewer/PageItems.h"

@@ -2,9 +2,7 @@
 
 #include "core/AsisRutinasApoyo.h"
 #include "core/AsisRutinasRecordsets.h"
-#include "core/Principal.h"
 #include "tests/records/Rows.h"
-#include "tests/text/Raised.h"
 
 namespace bw {
 namespace {

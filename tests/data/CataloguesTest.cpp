@@ -5,7 +5,6 @@
 #include "data/BWSQLEMCodes.h"
 #include "data/BWSQLFacilities.h"
 #include "data/BWSQLInsurances.h"
-#include "data/BWSQLPatients.h"
 #include "data/BWSQLProcedures.h"
 #include "data/BWSQLSickness.h"
 #include "data/BWSQLWards.h"

@@ -1,6 +1,5 @@
 #include "data/BWSQLCharges.h"
 
-#include "core/Principal.h"
 #include "data/BWSQLPatients.h"
 #include "tests/data/DataFixture.h"
 

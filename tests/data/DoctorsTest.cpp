@@ -1,6 +1,5 @@
 #include "data/BWSQLDoctors.h"
 
-#include "core/Principal.h"
 #include "tests/data/DataFixture.h"
 
 namespace bw {

@@ -3,7 +3,6 @@
 #include <QTest>
 
 #include "core/Principal.h"
-#include "lists/Settings.h"
 #include "patients/frmAdmitPatient.h"
 #include "patients/frmDischargePatient.h"
 #include "tests/forms/FormsFixture.h"

@@ -10,7 +10,6 @@
 #include "controls/EventGuard.h"
 #include "controls/QtText.h"
 #include "core/Principal.h"
-#include "lists/Settings.h"
 
 namespace bw {
 

@@ -1,7 +1,6 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "charges/frmEditCharge.h"
 #include "controls/DatePicker.h"
 #include "core/Principal.h"
 #include "lists/Settings.h"

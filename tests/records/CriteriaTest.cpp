@@ -4,7 +4,6 @@
 
 #include "tests/text/Raised.h"
 #include "text/DateLiterals.h"
-#include "text/Formats.h"
 
 namespace bw {
 namespace {

@@ -3,12 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <sstream>
 
 #include "data/Tables.h"
 #include "engine/Connection.h"
-#include "engine/Workgroup.h"
 #include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"

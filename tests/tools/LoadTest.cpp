@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <sstream>
 
 #include "engine/Engine.h"

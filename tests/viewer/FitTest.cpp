@@ -5,7 +5,6 @@
 #include <QPainterPath>
 #include <algorithm>
 #include <filesystem>
-#include <map>
 
 #include "tests/viewer/SampleDocument.h"
 #include "viewer/FittedDocument.h"

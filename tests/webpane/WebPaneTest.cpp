@@ -4,7 +4,6 @@
 #include <QLabel>
 
 #include "core/MachineSettings.h"
-#include "core/Principal.h"
 #include "shell/frmBrowser.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
