@@ -41,16 +41,18 @@ struct SearchRow {
   std::int16_t& current;
   RecordSetRef (*get)(std::int16_t);
   const char* shown;
-  const char* filtered;  // in the sentence of an empty list
+  const char* filtered;  // in the sentences of an empty list
+  const char* missing;
 };
 
 const SearchRow kSearches[] = {
     {PanelKind::patient, "Names", "PatientId= ", frmPickPatient, PickedPatientId, CurrentPatientId,
-     PatientGet, "Names", " for the selected patient"},
+     PatientGet, "Names", " for the selected patient", "patient"},
     {PanelKind::insurance, "Insurance", "InsuranceCode= ", frmPickInsurance, PickedInsuranceCode,
-     CurrentInsuranceCode, InsuranceGet, "Description", " with the selected insurance"},
+     CurrentInsuranceCode, InsuranceGet, "Description", " with the selected insurance",
+     "insurance"},
     {PanelKind::doctor, "Doctor", "DoctorCode= ", frmPickDoctor, PickedDoctorCode,
-     CurrentDoctorCode, DoctorGet, "Description", " by the selected doctor"},
+     CurrentDoctorCode, DoctorGet, "Description", " by the selected doctor", "doctor"},
 };
 
 const SearchRow* searchOf(PanelKind kind) {
@@ -199,8 +201,12 @@ std::string ChargesView::whyEmpty() const {
   if (!panels_.isAll(PanelKind::dates))
     filters += concat(" from ", monthFirst(panels_.first()->value()), " to ",
                       monthFirst(panels_.last()->value()));
-  for (const SearchRow& row : kSearches)
-    if (!panels_.isAll(row.kind)) filters += row.filtered;
+  for (const SearchRow& row : kSearches) {
+    if (panels_.isAll(row.kind)) continue;
+    if (row.current == 0)
+      return concat("No ", row.missing, " is selected yet. Tab and Space choose one.");
+    filters += row.filtered;
+  }
   if (!panels_.isAll(PanelKind::lot))
     filters += " in lot " + textOf(Val(panels_.text(PanelKind::lot)));
   if (filters.empty()) return emptyList("charges", ActiveFilter);

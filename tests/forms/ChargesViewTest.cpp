@@ -235,6 +235,9 @@ TEST_F(ChargesViewTest, AnEmptyListSaysWhy) {
   EXPECT_EQ(why(),
             "No Ready charges from 06/15/2003 to 06/15/2003 for the selected patient in lot 0. "
             "Choose All to see the others.");
+  CurrentDoctorCode = 0;
+  click(frmCharges(), "optSelectedDoctors");
+  EXPECT_EQ(why(), "No doctor is selected yet. Tab and Space choose one.");
 }
 
 TEST_F(ChargesViewTest, DeletesJustTheSelectedRowsAndKeepsARefusedOne) {
