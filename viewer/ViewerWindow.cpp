@@ -290,9 +290,10 @@ void ViewerWindow::updateFitting() {
     text =
         QString::fromStdString(sentence(fitToPaper(document_->pageSize(), document_->rightEdge())));
   }
-  fitting_->setText(text.isEmpty() || !view_->isNatural()
-                        ? text
-                        : tr("Shown at full width. On paper: %1").arg(text));
+  fitting_->setText(
+      text.isEmpty() || !view_->isNatural()
+          ? text
+          : tr("Shown at full width. On paper: %1").arg(text.at(0).toLower() + text.mid(1)));
 }
 
 void ViewerWindow::copy() {

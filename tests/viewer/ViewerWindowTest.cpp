@@ -288,7 +288,7 @@ TEST_F(Viewer, WideDocumentIsFittedAndSaysSoUntilShownAtFullWidth) {
   run("fullWidth");
   EXPECT_TRUE(part<QAction>("fullWidth")->isChecked());
   EXPECT_EQ(fitting->text(),
-            "Shown at full width. On paper: Drawn at 77 %, so that all columns fit");
+            "Shown at full width. On paper: drawn at 77 %, so that all columns fit");
   EXPECT_GT(view()->fitted()->paper().width, 10.6);
   run("fullWidth");
   EXPECT_EQ(view()->fitted()->paper().width, 8.5);
