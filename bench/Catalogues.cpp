@@ -9,6 +9,7 @@
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
 #include "engine/Connection.h"
+#include "engine/SqliteEngine.h"
 #include "shell/frmMain.h"
 
 namespace {

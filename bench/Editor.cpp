@@ -15,6 +15,7 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/SavedQueries.h"
+#include "engine/SqliteEngine.h"
 #include "text/Clock.h"
 
 namespace {

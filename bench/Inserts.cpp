@@ -15,6 +15,7 @@
 #include "data/BWSQLCharges.h"
 #include "data/SavedQueries.h"
 #include "engine/Rewriter.h"
+#include "engine/SqliteEngine.h"
 
 namespace {
 

@@ -12,6 +12,7 @@
 #include "data/Literals.h"
 #include "data/SavedQueries.h"
 #include "engine/Connection.h"
+#include "engine/SqliteEngine.h"
 #include "lists/Lists.h"
 #include "text/Text.h"
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "data/Schema.h"
-#include "engine/Engine.h"
+#include "engine/SqliteEngine.h"
 #include "text/Text.h"
 #include "tools/TableRows.h"
 
@@ -30,11 +30,11 @@ class Office {
   Office(Engine& engine, OfficeSize size) : engine_(engine), size_(size) {}
 
   void fill() {
-    engine_.execute("BEGIN");
+    engine_.begin();
     fillCatalogues();
     fillPatients();
     fillCharges();
-    engine_.execute("COMMIT");
+    commit();
   }
 
  private:
@@ -114,9 +114,13 @@ class Office {
     return daysAgo <= 90 ? 1 : 3;
   }
 
+  void commit() {
+    const CommitResult result = engine_.commit();
+    if (result.why) throw DatabaseRefusal(*result.why);
+  }
   void restart() {
-    engine_.execute("COMMIT");
-    engine_.execute("BEGIN");
+    commit();
+    engine_.begin();
   }
 
   Engine& engine_;

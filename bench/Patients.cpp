@@ -14,6 +14,7 @@
 #include "core/Principal.h"
 #include "data/BWSQLPatients.h"
 #include "data/SavedQueries.h"
+#include "engine/SqliteEngine.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmPatients.h"
 #include "shell/frmMain.h"
@@ -45,7 +46,7 @@ constexpr FilterRow kDuplicates[] = {
 
 // Patient 1 with charges of two or three diagnoses and one procedure each, and a long history.
 void addPatientOfMerge() {
-  DatabaseConnection.Execute("BEGIN");
+  DatabaseConnection.BeginTrans();
   const auto run = [](const std::string& text) { DatabaseConnection.Execute(text); };
   run("INSERT INTO Procedures (ProcedureCode, Description) VALUES (1, 'Procedure')");
   const std::string numbers = concat(
@@ -68,7 +69,7 @@ void addPatientOfMerge() {
                ", 'Item ", i, "', ", i % 3, ")"));
     run(concat("INSERT INTO PatientHistory VALUES (1, ", i, ", ", i % 3, ")"));
   }
-  DatabaseConnection.Execute("COMMIT");
+  DatabaseConnection.CommitTrans();
 }
 
 double timeView(std::int16_t filter) {

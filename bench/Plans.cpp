@@ -8,6 +8,7 @@
 #include "bench/Office.h"
 #include "data/Literals.h"
 #include "engine/Connection.h"
+#include "engine/SqliteEngine.h"
 #include "text/Text.h"
 
 namespace {

@@ -10,6 +10,7 @@
 #include "bench/Office.h"
 #include "data/SavedQueries.h"
 #include "engine/Connection.h"
+#include "engine/SqliteEngine.h"
 
 namespace {
 

@@ -17,6 +17,7 @@
 #include "data/BWSQLCharges.h"
 #include "data/SavedQueries.h"
 #include "engine/RelaxedSync.h"
+#include "engine/SqliteEngine.h"
 #include "reports/ApoyoImpresion.h"
 #include "text/Formats.h"
 #include "text/Text.h"

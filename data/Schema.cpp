@@ -3,7 +3,7 @@
 #include "data/Definition.h"
 #include "data/SavedQueries.h"
 #include "data/SqlTexts.h"
-#include "text/RuntimeError.h"
+#include "engine/EngineTransaction.h"
 
 namespace bw {
 namespace {
@@ -30,14 +30,9 @@ void makeAll(Engine& engine) {
 }  // namespace
 
 void createSchema(Engine& engine) {
-  engine.execute("BEGIN");
-  try {
-    makeAll(engine);
-    engine.execute("COMMIT");
-  } catch (const RuntimeError&) {
-    if (engine.inTransaction()) engine.execute("ROLLBACK");
-    throw;
-  }
+  EngineTransaction transaction(engine);
+  makeAll(engine);
+  transaction.commit();
 }
 
 std::vector<std::string> schemaQueries() {

@@ -1,5 +1,6 @@
 #include "engine/Connection.h"
 
+#include "engine/EngineMakers.h"
 #include "engine/Refusals.h"
 #include "engine/Rewriter.h"
 #include "engine/Workgroup.h"
@@ -29,12 +30,14 @@ constexpr const char* kApostrophe =
 }  // namespace
 
 void Connection::Open() {
-  const std::string file = settingOf(ConnectionString, "Data Source");
-  const std::string workgroup = settingOf(ConnectionString, "Jet OLEDB:System database");
-  if (!workgroupAdmits(workgroup, settingOf(ConnectionString, "User Id"),
+  const std::string target = settingOf(ConnectionString, "Data Source");
+  const EngineMaker& maker = makerOf(target);
+  if (maker.guardedByWorkgroup &&
+      !workgroupAdmits(settingOf(ConnectionString, "Jet OLEDB:System database"),
+                       settingOf(ConnectionString, "User Id"),
                        settingOf(ConnectionString, "Password")))
     throw RuntimeError(ErrorNumber::database, "The account or its password is not valid.");
-  engine_ = openSqlite(file);
+  engine_ = maker.open(target);
   level_ = 0;
 }
 
@@ -43,23 +46,25 @@ Engine& Connection::engine() {
   return *engine_;
 }
 
-void Connection::control(const std::string& statement) {
+void Connection::hear(std::string_view statement) const {
   if (tap) tap(statement);
-  requireAlive();
-  engine().execute(statement);
 }
 
 int Connection::BeginTrans() {
-  // Level 1 takes no lock yet: a lock held by another station must fail at the statement that
-  // needs it, inside the transaction.
-  control(level_ == 0 ? "BEGIN" : concat("SAVEPOINT s", level_ + 1));
-  return ++level_;
+  const int level = level_ + 1;
+  hear(level == 1 ? "BEGIN" : concat("SAVEPOINT s", level));
+  requireAlive();
+  if (level == 1)
+    engine().begin();
+  else
+    engine().beginLevel(level);
+  return level_ = level;
 }
 
 void Connection::CommitTrans() {
   requireLevel();
   try {
-    control(level_ == 1 ? "COMMIT" : concat("RELEASE s", level_));
+    commitLevel();
     --level_;
   } catch (const RuntimeError&) {
     // Left open, it would swallow everything that is stored from now on.
@@ -68,17 +73,26 @@ void Connection::CommitTrans() {
   }
 }
 
+void Connection::commitLevel() {
+  hear(level_ == 1 ? "COMMIT" : concat("RELEASE s", level_));
+  requireAlive();
+  if (level_ > 1) return engine().keepLevel(level_);
+  const CommitResult result = engine().commit();
+  if (result.why) throw DatabaseRefusal(*result.why);
+}
+
 void Connection::RollbackTrans() {
   requireLevel();
   const int level = level_--;
   // After a full disk the engine may have rolled back by itself: then nothing is left to do.
   if (!engine().inTransaction()) return;
   if (level == 1) {
-    control("ROLLBACK");
-  } else {
-    control(concat("ROLLBACK TO s", level));
-    control(concat("RELEASE s", level));
+    hear("ROLLBACK");
+    return engine().rollback();
   }
+  hear(concat("ROLLBACK TO s", level));
+  hear(concat("RELEASE s", level));
+  engine().undoLevel(level);
 }
 
 bool Connection::relaxSync() {
@@ -95,12 +109,11 @@ void Connection::requireLevel() const {
 
 // What runs behind a transaction that the engine has given up would be stored by itself.
 void Connection::requireAlive() {
-  if (level_ > 0 && !engine().inTransaction())
-    throw RuntimeError(ErrorNumber::database, refusalSentence(Refusal::rolledBack));
+  if (level_ > 0 && !engine().inTransaction()) throw DatabaseRefusal(Refusal::rolledBack);
 }
 
 std::int64_t Connection::Execute(std::string_view statement) {
-  if (tap) tap(statement);
+  hear(statement);
   requireAlive();
   Engine& open = engine();
   try {
@@ -112,7 +125,7 @@ std::int64_t Connection::Execute(std::string_view statement) {
 }
 
 RecordSetRef Connection::Read(std::string_view statement, LockType lock) {
-  if (tap) tap(statement);
+  hear(statement);
   return RecordSetRef(std::make_shared<RecordSet>(readRows(statement), lock));
 }
 

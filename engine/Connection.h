@@ -25,8 +25,8 @@ class Connection {
   // Saved queries whose rows Read puts together by itself, where a statement allows it.
   std::span<const LookedUpQuery> lookedUpQueries;
 
-  // Opens what ConnectionString names: its data source, its workgroup file, its account.
-  // Raises error `database` when one of them is missing or refused.
+  // Opens what ConnectionString names: its data source, and where a workgroup file guards it that
+  // file and its account. Raises error `database` when one of them is missing or refused.
   void Open();
   bool isOpen() const noexcept { return engine_ != nullptr; }
 
@@ -54,7 +54,8 @@ class Connection {
 
  private:
   Engine& engine();
-  void control(const std::string& statement);
+  void hear(std::string_view statement) const;
+  void commitLevel();
   std::shared_ptr<RowStore> readRows(std::string_view statement);
   void requireLevel() const;
   void requireAlive();

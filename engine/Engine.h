@@ -1,13 +1,14 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "engine/EngineStatement.h"
+#include "engine/Refusals.h"
 #include "records/RowStore.h"
 
 namespace bw {
@@ -20,14 +21,32 @@ class BulkInsert {
   BulkInsert& operator=(const BulkInsert&) = delete;
   virtual ~BulkInsert() = default;
 
-  // One value a column, in the order of the columns. A refused row raises error `database`; the
+  // One value a column, in the order of the columns. A refused row raises DatabaseRefusal; the
   // rows before it stand, and rows after it may follow.
   virtual void row(std::span<const Value> values) = 0;
 };
 
+enum class TransactionKind : std::uint8_t {
+  ordinary,  // what another station has locked fails the statement that needs it
+  writing,   // fails at once when another station keeps everybody from writing
+  snapshot,  // reads as of one moment, and writes nothing
+};
+
+// What became of a commit.
+struct [[nodiscard]] CommitResult {
+  enum class Outcome : std::uint8_t {
+    done,
+    refused,  // nothing is stored; the transaction may be open still
+    unknown,  // the answer was lost, and nothing tells whether it is stored
+  };
+
+  Outcome outcome = Outcome::done;
+  std::optional<DatabaseRefusal> why{};  // unless it is done
+};
+
 // What a connection asks of a database engine. Statements arrive rewritten (see Rewriter.h).
-// A refusal raises error `database` whose text is a sentence for the user; the transaction that
-// was open before it is open still, unless inTransaction() says otherwise.
+// A refusal raises DatabaseRefusal; the transaction that was open before it is open still, unless
+// inTransaction() says otherwise.
 class Engine {
  public:
   Engine() = default;
@@ -41,26 +60,24 @@ class Engine {
   virtual std::shared_ptr<RowStore> read(const EngineStatement& statement) = 0;
   virtual std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
                                                     const std::vector<std::string>& columns) = 0;
+
+  virtual void begin(TransactionKind kind = TransactionKind::ordinary) = 0;
+  virtual CommitResult commit() = 0;
+  virtual void rollback() = 0;
+  // A level within the transaction, from 2 on. It is ended by keeping or by undoing what was done
+  // since it began.
+  virtual void beginLevel(int level) = 0;
+  virtual void keepLevel(int level) = 0;
+  virtual void undoLevel(int level) = 0;
+  // False also when the engine has rolled back by itself.
+  virtual bool inTransaction() const = 0;
+
   // Relaxed, a commit outlives the process but not a power cut. Restoring it makes durable what was
   // committed until then. Not inside a transaction.
   virtual void relaxSync() = 0;
   virtual void restoreSync() = 0;
-  // What is wrong with the file itself, a sentence each; not what its rows hold.
+  // What is wrong with the database itself, a sentence each; not what its rows hold.
   virtual std::vector<std::string> findDamage() = 0;
-  // False also when the engine has rolled back by itself.
-  virtual bool inTransaction() const = 0;
 };
-
-struct SqliteOptions {
-  std::chrono::milliseconds busyTimeout{5000};
-};
-
-// Opens an existing file, read-write; it is never created. Missing, damaged or refused: raises
-// error `database`. The path ":memory:" gives an empty database of its own.
-std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options = {});
-
-// Makes an empty database file, readable and writable by its owner alone, and opens it.
-// A file that is there already, or one that cannot be made: raises error `database`.
-std::unique_ptr<Engine> createSqlite(const std::string& path, const SqliteOptions& options = {});
 
 }  // namespace bw

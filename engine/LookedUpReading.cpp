@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/EngineTransaction.h"
 #include "engine/LookedUpConditions.h"
 #include "engine/LookedUpQuery.h"
 #include "engine/Rewriter.h"
@@ -17,28 +18,6 @@ namespace {
 
 // Up to so many keys a table is asked for their rows alone, and not for all.
 constexpr std::size_t kFewKeys = 2000;
-
-// What is read while it lives is as of one moment.
-class Snapshot {
- public:
-  explicit Snapshot(Engine& engine) : engine_(engine), own_(!engine.inTransaction()) {
-    if (own_) engine_.execute("BEGIN");
-  }
-  Snapshot(const Snapshot&) = delete;
-  Snapshot& operator=(const Snapshot&) = delete;
-  ~Snapshot() {
-    if (!own_ || !engine_.inTransaction()) return;
-    try {
-      engine_.execute("COMMIT");
-    } catch (const RuntimeError&) {
-      // Nothing was written: there is nothing to lose.
-    }
-  }
-
- private:
-  Engine& engine_;
-  bool own_;
-};
 
 // A table's rows, and where each row of the base finds its own.
 struct Parent {
@@ -60,18 +39,22 @@ class Reader {
   Reader(Engine& engine, const LookedUpQuery& query) : engine_(engine), query_(query) {}
 
   std::shared_ptr<RowStore> read(const std::string& conditions) {
-    {
-      const Snapshot snapshot(engine_);
-      base_ = engine_.read(rewriteStatement(concat("SELECT ", columnsFrom(query_.alias, {}),
-                                                   " FROM [", query_.base, "]", conditions)));
-      for (const LookUpTable& table : query_.tables) parents_.push_back(readParent(table));
-    }
+    readTables(conditions);
     parents_.push_back(words());
     orderByKey(*base_, query_);
     return putTogether();
   }
 
  private:
+  // All as of one moment.
+  void readTables(const std::string& conditions) {
+    std::optional<EngineTransaction> snapshot;
+    if (!engine_.inTransaction()) snapshot.emplace(engine_, TransactionKind::snapshot);
+    base_ = engine_.read(rewriteStatement(
+        concat("SELECT ", columnsFrom(query_.alias, {}), " FROM [", query_.base, "]", conditions)));
+    for (const LookUpTable& table : query_.tables) parents_.push_back(readParent(table));
+    if (snapshot) snapshot->end();
+  }
   std::string columnsFrom(std::string_view alias, std::string_view key) const;
   Parent readParent(const LookUpTable& table);
   std::shared_ptr<RowStore> readRows(const LookUpTable& table, const Column& foreign);

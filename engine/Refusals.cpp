@@ -1,8 +1,21 @@
 #include "engine/Refusals.h"
 
+#include <algorithm>
+#include <array>
+
 #include "records/ColumnRules.h"
+#include "text/Text.h"
 
 namespace bw {
+namespace {
+
+std::string columnOf(Refusal refusal, std::string_view detail) {
+  if (refusal == Refusal::check) return std::string(columnOfCheck(detail));
+  if (refusal == Refusal::missingValue) return std::string(detail.substr(detail.find('.') + 1));
+  return {};
+}
+
+}  // namespace
 
 std::string refusalSentence(Refusal refusal, std::string_view detail) {
   switch (refusal) {
@@ -12,10 +25,13 @@ std::string refusalSentence(Refusal refusal, std::string_view detail) {
       return "The record refers to another record that does not exist (any more).";
     case Refusal::inUse:
       return "This record cannot be deleted or changed: other records use it.";
+    case Refusal::rule:
+    case Refusal::statement:
+      return std::string(detail);
     case Refusal::check:
       return checkSentence(detail);
     case Refusal::missingValue:
-      return "A value is missing: " + std::string(detail) + ".";
+      return concat("A value is missing: ", detail, ".");
     case Refusal::locked:
       return "The database is locked by another station. Please try again in a moment.";
     case Refusal::full:
@@ -27,13 +43,23 @@ std::string refusalSentence(Refusal refusal, std::string_view detail) {
     case Refusal::unreadable:
       return "The database file cannot be read or written.";
     case Refusal::notOpened:
-      return "The database file cannot be opened: " + std::string(detail);
+      return concat("The database file cannot be opened: ", detail);
     case Refusal::rolledBack:
       return "The database has undone the changes of this step. Nothing was stored.";
     case Refusal::notCreated:
-      return "The database file cannot be made: " + std::string(detail);
+      return concat("The database file cannot be made: ", detail);
   }
   return {};
+}
+
+DatabaseRefusal::DatabaseRefusal(Refusal why, std::string_view detail)
+    : RuntimeError(ErrorNumber::database, refusalSentence(why, detail)), why_(why),
+      column_(columnOf(why, detail)) {}
+
+bool isOutage(Refusal refusal) noexcept {
+  constexpr std::array kOutages{Refusal::locked, Refusal::full, Refusal::readOnly, Refusal::damaged,
+                                Refusal::unreadable};
+  return std::ranges::find(kOutages, refusal) != kOutages.end();
 }
 
 }  // namespace bw

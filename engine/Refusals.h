@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/RuntimeError.h"
+
 namespace bw {
 
 // Why an engine refused, whichever engine it is.
@@ -10,6 +12,7 @@ enum class Refusal {
   duplicateKey,
   missingParent,
   inUse,
+  rule,          // of the description: the detail is its sentence
   check,         // the detail is the constraint's name
   missingValue,  // the detail is table and column
   locked,
@@ -20,9 +23,28 @@ enum class Refusal {
   notOpened,   // the detail is the reason
   notCreated,  // the detail is the reason
   rolledBack,
+  statement,  // it cannot be understood: the detail is the engine's text
 };
 
 // The sentence for the user. Checks are told in the words of their rule (ColumnRules.h).
 std::string refusalSentence(Refusal refusal, std::string_view detail = {});
+
+// What an engine refuses (error `database`), with its sentence. Names are spelled as in the
+// description of the tables.
+class DatabaseRefusal : public RuntimeError {
+ public:
+  explicit DatabaseRefusal(Refusal why, std::string_view detail = {});
+
+  Refusal why() const noexcept { return why_; }
+  // That a check or a missing value is about; "" for none.
+  const std::string& column() const noexcept { return column_; }
+
+ private:
+  Refusal why_;
+  std::string column_;
+};
+
+// Whether it is the fault of no statement: others would be refused as well.
+bool isOutage(Refusal refusal) noexcept;
 
 }  // namespace bw

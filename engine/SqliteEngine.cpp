@@ -1,3 +1,5 @@
+#include "engine/SqliteEngine.h"
+
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
@@ -9,7 +11,7 @@
 #include <system_error>
 #include <type_traits>
 
-#include "engine/Engine.h"
+#include "engine/EngineTransaction.h"
 #include "engine/Refusals.h"
 #include "records/ColumnFeed.h"
 #include "text/RuntimeError.h"
@@ -37,38 +39,38 @@ std::string detailOf(std::string_view message) {
   return std::string(colon == std::string_view::npos ? message : message.substr(colon + 2));
 }
 
-std::string sentenceFor(int code, const char* message) {
+[[noreturn]] void refuse(int code, const char* message) {
   switch (code) {
     case SQLITE_CONSTRAINT_PRIMARYKEY:
     case SQLITE_CONSTRAINT_UNIQUE:
     case SQLITE_CONSTRAINT_ROWID:
-      return refusalSentence(Refusal::duplicateKey);
+      throw DatabaseRefusal(Refusal::duplicateKey);
     case SQLITE_CONSTRAINT_CHECK:
-      return refusalSentence(Refusal::check, detailOf(message));
+      throw DatabaseRefusal(Refusal::check, detailOf(message));
     case SQLITE_CONSTRAINT_NOTNULL:
-      return refusalSentence(Refusal::missingValue, detailOf(message));
+      throw DatabaseRefusal(Refusal::missingValue, detailOf(message));
     case SQLITE_CONSTRAINT_TRIGGER:
-      return message;  // the schema's own sentence
+      throw DatabaseRefusal(Refusal::rule, message);  // the schema's own sentence
     default:
       break;
   }
   switch (code & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-      return refusalSentence(Refusal::locked);
+      throw DatabaseRefusal(Refusal::locked);
     case SQLITE_FULL:
-      return refusalSentence(Refusal::full);
+      throw DatabaseRefusal(Refusal::full);
     case SQLITE_READONLY:
-      return refusalSentence(Refusal::readOnly);
+      throw DatabaseRefusal(Refusal::readOnly);
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-      return refusalSentence(Refusal::damaged);
+      throw DatabaseRefusal(Refusal::damaged);
     case SQLITE_IOERR:
-      return refusalSentence(Refusal::unreadable);
+      throw DatabaseRefusal(Refusal::unreadable);
     case SQLITE_NOMEM:
-      return std::string(errorText(ErrorNumber::outOfMemory));
+      throw RuntimeError(ErrorNumber::database, std::string(errorText(ErrorNumber::outOfMemory)));
     default:
-      return message;
+      throw DatabaseRefusal(Refusal::statement, message);
   }
 }
 
@@ -119,21 +121,38 @@ class SqliteEngine final : public Engine {
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
                                             const std::vector<std::string>& columns) override;
 
+  // Takes no lock yet, unless it is for writing: a lock held by another station must fail at the
+  // statement that needs it, inside the transaction.
+  void begin(TransactionKind kind) override {
+    execute(kind == TransactionKind::writing ? "BEGIN IMMEDIATE" : "BEGIN");
+  }
+  CommitResult commit() override {
+    try {
+      execute("COMMIT");
+      return {};
+    } catch (const DatabaseRefusal& why) {
+      return {.outcome = CommitResult::Outcome::refused, .why = why};
+    }
+  }
+  void rollback() override { execute("ROLLBACK"); }
+  void beginLevel(int level) override { execute(concat("SAVEPOINT s", level)); }
+  void keepLevel(int level) override { execute(concat("RELEASE s", level)); }
+  void undoLevel(int level) override {
+    execute(concat("ROLLBACK TO s", level));
+    keepLevel(level);
+  }
+  bool inTransaction() const override { return sqlite3_get_autocommit(database_.get()) == 0; }
+
   void relaxSync() override { execute("PRAGMA synchronous=NORMAL"); }
 
   // One more commit that is synced makes those before it durable, since the log is one file. A
   // checkpoint would not do: while another station reads it can leave the log as it is.
   void restoreSync() override {
     execute("PRAGMA synchronous=FULL");
-    execute("BEGIN IMMEDIATE");
-    try {
-      const std::shared_ptr<RowStore> version = read("PRAGMA user_version");
-      execute(concat("PRAGMA user_version=", version->columns.front().raw(0)));
-      execute("COMMIT");
-    } catch (const RuntimeError&) {
-      if (inTransaction()) execute("ROLLBACK");
-      throw;
-    }
+    EngineTransaction transaction(*this, TransactionKind::writing);
+    const std::shared_ptr<RowStore> version = read("PRAGMA user_version");
+    execute(concat("PRAGMA user_version=", version->columns.front().raw(0)));
+    transaction.commit();
   }
 
   std::vector<std::string> findDamage() override {
@@ -146,27 +165,24 @@ class SqliteEngine final : public Engine {
     return damage;
   }
 
-  bool inTransaction() const override { return sqlite3_get_autocommit(database_.get()) == 0; }
-
   // Steps an insert to its end, and leaves it ready for the next.
   void insert(const Statement& statement) {
     step(statement.get());
     sqlite3_reset(statement.get());
   }
 
+ private:
   [[noreturn]] void refuse() const {
-    throw RuntimeError(ErrorNumber::database, sentenceFor(sqlite3_extended_errcode(database_.get()),
-                                                          sqlite3_errmsg(database_.get())));
+    bw::refuse(sqlite3_extended_errcode(database_.get()), sqlite3_errmsg(database_.get()));
   }
 
- private:
   Statement prepare(const std::string& text) const {
     sqlite3_stmt* prepared = nullptr;
     const int status = sqlite3_prepare_v2(database_.get(), text.data(),
                                           static_cast<int>(text.size()), &prepared, nullptr);
     Statement statement(prepared);
     if (status != SQLITE_OK) refuse();
-    if (!statement) throw RuntimeError(ErrorNumber::database, "The statement is empty.");
+    if (!statement) throw DatabaseRefusal(Refusal::statement, "The statement is empty.");
     return statement;
   }
 
@@ -237,8 +253,7 @@ class SqliteEngine final : public Engine {
          std::string_view(sqlite3_errmsg(database_.get())) == "FOREIGN KEY constraint failed");
     if (!byRelation) refuse();
     const bool deletes = sameName(std::string_view(sqlite3_sql(statement)).substr(0, 6), "DELETE");
-    throw RuntimeError(ErrorNumber::database,
-                       refusalSentence(deletes ? Refusal::inUse : Refusal::missingParent));
+    throw DatabaseRefusal(deletes ? Refusal::inUse : Refusal::missingParent);
   }
 
   static void feedRow(sqlite3_stmt* statement, std::vector<ColumnFeed>& feeds) {
@@ -334,20 +349,16 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
   std::error_code ignored;
   const bool inMemory = path == ":memory:";
   if (!inMemory && !std::filesystem::is_regular_file(path, ignored))
-    throw RuntimeError(ErrorNumber::database,
-                       refusalSentence(Refusal::notOpened, "there is no file " + path));
+    throw DatabaseRefusal(Refusal::notOpened, "there is no file " + path);
   sqlite3* opened = nullptr;
   // One thread uses a connection: locks within it would only cost.
   const int flags =
       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (inMemory ? SQLITE_OPEN_CREATE : 0);
   const int status = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
   Database database(opened);
-  if (status != SQLITE_OK)
-    throw RuntimeError(ErrorNumber::database,
-                       refusalSentence(Refusal::notOpened, sqlite3_errmsg(opened)));
+  if (status != SQLITE_OK) throw DatabaseRefusal(Refusal::notOpened, sqlite3_errmsg(opened));
   // Without the right to write the engine opens it for reading alone and says nothing.
-  if (sqlite3_db_readonly(database.get(), "main") != 0)
-    throw RuntimeError(ErrorNumber::database, refusalSentence(Refusal::readOnly));
+  if (sqlite3_db_readonly(database.get(), "main") != 0) throw DatabaseRefusal(Refusal::readOnly);
   setUp(database.get(), options);
   auto engine = std::make_unique<SqliteEngine>(std::move(database));
   // A file of rubbish opens too; only reading tells.
@@ -359,10 +370,7 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
 
 std::unique_ptr<Engine> createSqlite(const std::string& path, const SqliteOptions& options) {
   const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  if (file < 0)
-    throw RuntimeError(
-        ErrorNumber::database,
-        refusalSentence(Refusal::notCreated, std::generic_category().message(errno)));
+  if (file < 0) throw DatabaseRefusal(Refusal::notCreated, std::generic_category().message(errno));
   close(file);
   std::unique_ptr<Engine> engine = openSqlite(path, options);
   engine->execute("PRAGMA journal_mode=WAL");

@@ -45,6 +45,12 @@ constexpr std::array kRules{
 };
 // clang-format on
 
+const ColumnRule* ruleOfCheck(std::string_view check) noexcept {
+  const auto* rule = std::ranges::find_if(
+      kRules, [check](const ColumnRule& one) { return check.ends_with(one.ending); });
+  return rule == kRules.end() ? nullptr : rule;
+}
+
 }  // namespace
 
 const ColumnRule& ruleOf(FieldType type) noexcept {
@@ -52,11 +58,14 @@ const ColumnRule& ruleOf(FieldType type) noexcept {
 }
 
 std::string checkSentence(std::string_view check) {
-  const auto* rule = std::ranges::find_if(
-      kRules, [check](const ColumnRule& one) { return check.ends_with(one.ending); });
-  if (rule == kRules.end()) return concat("A value is not allowed here (", check, ").");
-  check.remove_suffix(rule->ending.size());
-  return concat(check, rule->refusal);
+  const ColumnRule* rule = ruleOfCheck(check);
+  if (rule == nullptr) return concat("A value is not allowed here (", check, ").");
+  return concat(columnOfCheck(check), rule->refusal);
+}
+
+std::string_view columnOfCheck(std::string_view check) noexcept {
+  const ColumnRule* rule = ruleOfCheck(check);
+  return rule == nullptr ? "" : check.substr(0, check.size() - rule->ending.size());
 }
 
 }  // namespace bw

@@ -21,7 +21,8 @@ struct ColumnRule {
 // The rule of a declared type; none is declared `untyped`.
 const ColumnRule& ruleOf(FieldType type) noexcept;
 
-// The refusal of a check by its name.
+// The refusal of a check by its name, and the column that it is named after ("" for none).
 std::string checkSentence(std::string_view check);
+std::string_view columnOfCheck(std::string_view check) noexcept;
 
 }  // namespace bw

@@ -2,6 +2,8 @@
 
 #include "data/Definition.h"
 #include "data/Schema.h"
+#include "engine/EngineMakers.h"
+#include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "records/ColumnRules.h"
 #include "text/RuntimeError.h"
@@ -111,7 +113,7 @@ void surroundings(Check& check, const fs::path& path) {
 }  // namespace
 
 Exit checkDatabase(const fs::path& path, std::ostream& out) {
-  const std::unique_ptr<Engine> engine = openSqlite(path.string());
+  const std::unique_ptr<Engine> engine = openEngine(path.string());
   const std::unique_ptr<Engine> model = openSqlite(":memory:");
   createSchema(*model);
   Check check(*engine, out);

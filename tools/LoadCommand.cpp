@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "data/Tables.h"
-#include "engine/Engine.h"
-#include "engine/Refusals.h"
+#include "engine/EngineMakers.h"
+#include "engine/EngineTransaction.h"
 #include "records/ColumnRules.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
@@ -24,15 +24,6 @@ constexpr std::size_t kRowsBetweenProgress = 4096;
 
 // So many rows were refused that going on would only hide the first reasons.
 struct TooManyRefusals {};
-
-// Refusals that are not the row's fault: nothing that follows would be stored either.
-bool isOutage(const RuntimeError& error) {
-  constexpr std::array outages{Refusal::locked, Refusal::full, Refusal::readOnly, Refusal::damaged,
-                               Refusal::unreadable};
-  return error.number() != ErrorNumber::database ||
-         std::ranges::any_of(
-             outages, [&error](Refusal outage) { return error.text() == refusalSentence(outage); });
-}
 
 // A number or a text as it stands in a statement.
 std::string literal(const Value& value) {
@@ -145,9 +136,9 @@ class TableLoad {
       else
         insert_->row(values_);
       return true;
-    } catch (const RuntimeError& error) {
-      if (isOutage(error)) throw;
-      refuse(reasonOf(error.text()));
+    } catch (const DatabaseRefusal& refusal) {
+      if (isOutage(refusal.why())) throw;
+      refuse(reasonOf(refusal));
       return false;
     }
   }
@@ -165,12 +156,11 @@ class TableLoad {
     return &values_[static_cast<std::size_t>(found - columns_.begin())];
   }
 
-  // The engine's sentence, with the column that it is about.
-  Reason reasonOf(const std::string& sentence) {
-    for (const std::string& column : columns_)
-      if (sentence.starts_with(column + " ") || sentence.ends_with("." + column + "."))
-        return {column, sentence};
-    if (sentence == refusalSentence(Refusal::duplicateKey)) return {listOf(table_.key()), sentence};
+  // The refusal's sentence, with the column that it is about.
+  Reason reasonOf(const DatabaseRefusal& refusal) {
+    const std::string sentence = refusal.text();
+    if (!refusal.column().empty()) return {refusal.column(), sentence};
+    if (refusal.why() == Refusal::duplicateKey) return {listOf(table_.key()), sentence};
     for (const SchemaReference& reference : referencesOf(table_))
       if (isAstray(reference))
         return {listOf(reference.columns),
@@ -245,17 +235,15 @@ int loadAll(Engine& engine, const std::map<std::size_t, fs::path>& files, std::o
 Exit loadTables(const fs::path& path, const fs::path& folder, std::ostream& out,
                 std::ostream* progress) {
   const std::map<std::size_t, fs::path> files = filesOf(folder);
-  const std::unique_ptr<Engine> engine = openSqlite(path.string());
+  const std::unique_ptr<Engine> engine = openEngine(path.string());
   std::vector<std::pair<std::string_view, std::size_t>> summary;
-  engine->execute("BEGIN");
-  // Takes the lock for writing, so that a station that holds it is found out at once.
-  engine->execute("DELETE FROM FacilityTypes WHERE 1 = 0");
+  EngineTransaction transaction(*engine, TransactionKind::writing);
   if (const int refusals = loadAll(*engine, files, out, progress, summary); refusals > 0) {
-    engine->execute("ROLLBACK");
+    transaction.end();
     out << "Nothing was loaded. Refused: " << refusals << ".\n";
     return Exit::refused;
   }
-  engine->execute("COMMIT");
+  transaction.commit();
   std::size_t total = 0;
   for (const auto& [table, rows] : summary) {
     out << table << ": " << rows << " rows\n";

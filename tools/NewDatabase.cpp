@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "data/Schema.h"
+#include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "files/Files.h"
 #include "text/RuntimeError.h"

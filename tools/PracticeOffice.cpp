@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "text/RuntimeError.h"
+#include "engine/EngineTransaction.h"
 #include "text/Text.h"
 #include "tools/PracticeCatalogue.h"
 #include "tools/TableRows.h"
@@ -296,14 +296,9 @@ class Office {
 }  // namespace
 
 void fillPractice(Engine& engine, Date today) {
-  engine.execute("BEGIN");
-  try {
-    Office(engine, today).fill();
-    engine.execute("COMMIT");
-  } catch (const RuntimeError&) {
-    if (engine.inTransaction()) engine.execute("ROLLBACK");
-    throw;
-  }
+  EngineTransaction transaction(engine);
+  Office(engine, today).fill();
+  transaction.commit();
 }
 
 }  // namespace bw

@@ -2,7 +2,7 @@
 
 #include "core/MachineSettings.h"
 #include "data/Schema.h"
-#include "engine/Engine.h"
+#include "engine/EngineMakers.h"
 #include "engine/Workgroup.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
@@ -13,7 +13,7 @@ namespace {
 
 // The saved queries need all tables between them.
 void refuseWhatIsNoOffice(const std::filesystem::path& file) {
-  const std::unique_ptr<Engine> engine = openSqlite(file.string());
+  const std::unique_ptr<Engine> engine = openEngine(file.string());
   try {
     for (const std::string& query : schemaQueries())
       engine->read(concat("SELECT * FROM [", query, "] WHERE 1 = 0"));

@@ -3,6 +3,7 @@
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
 #include "data/Schema.h"
+#include "engine/SqliteEngine.h"
 
 namespace bw {
 

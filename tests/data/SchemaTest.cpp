@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "engine/SqliteEngine.h"
 #include "text/RuntimeError.h"
 
 namespace bw {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "tests/text/Raised.h"
 #include "tests/tools/TemporaryFolder.h"

@@ -6,8 +6,8 @@
 #include "charges/Archiving.h"
 #include "core/Principal.h"
 #include "data/Schema.h"
-#include "engine/Engine.h"
 #include "engine/RelaxedSync.h"
+#include "engine/SqliteEngine.h"
 #include "tests/data/DataFixture.h"
 #include "tests/tools/TemporaryFolder.h"
 

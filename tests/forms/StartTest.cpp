@@ -7,6 +7,7 @@
 #include "core/MachineSettings.h"
 #include "core/Principal.h"
 #include "data/Schema.h"
+#include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "shell/Start.h"
 #include "tests/forms/FormsFixture.h"

@@ -7,6 +7,7 @@
 
 #include "data/Tables.h"
 #include "engine/Connection.h"
+#include "engine/SqliteEngine.h"
 #include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"

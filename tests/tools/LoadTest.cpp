@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "engine/Engine.h"
+#include "engine/SqliteEngine.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"
 #include "tools/Commands.h"

@@ -1,0 +1,28 @@
+#include "engine/EngineMakers.h"
+
+#include <algorithm>
+#include <array>
+
+#include "engine/SqliteEngine.h"
+
+namespace bw {
+namespace {
+
+constexpr std::array kMakers{
+    EngineMaker{.takes = [](std::string_view) { return true; },
+                .guardedByWorkgroup = true,
+                .open = [](const std::string& path) { return openSqlite(path); }},
+};
+
+}  // namespace
+
+const EngineMaker& makerOf(std::string_view target) noexcept {
+  return *std::ranges::find_if(kMakers,
+                               [target](const EngineMaker& maker) { return maker.takes(target); });
+}
+
+std::unique_ptr<Engine> openEngine(const std::string& target) {
+  return makerOf(target).open(target);
+}
+
+}  // namespace bw

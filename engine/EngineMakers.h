@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "engine/Engine.h"
+
+namespace bw {
+
+// Which engine a target belongs to, and how it is opened.
+struct EngineMaker {
+  bool (*takes)(std::string_view target);
+  bool guardedByWorkgroup;  // only whom a workgroup file beside it admits may open it
+  // Raises DatabaseRefusal.
+  std::unique_ptr<Engine> (*open)(const std::string& target);
+};
+
+// Of a target as it is registered: the path of a file.
+const EngineMaker& makerOf(std::string_view target) noexcept;
+
+std::unique_ptr<Engine> openEngine(const std::string& target);
+
+}  // namespace bw

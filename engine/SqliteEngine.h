@@ -1,0 +1,23 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "engine/Engine.h"
+
+namespace bw {
+
+struct SqliteOptions {
+  std::chrono::milliseconds busyTimeout{5000};
+};
+
+// Opens an existing file, read-write; it is never created. Missing, damaged or refused: raises
+// DatabaseRefusal. The path ":memory:" gives an empty database of its own.
+std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options = {});
+
+// Makes an empty database file, readable and writable by its owner alone, and opens it.
+// A file that is there already, or one that cannot be made: raises DatabaseRefusal.
+std::unique_ptr<Engine> createSqlite(const std::string& path, const SqliteOptions& options = {});
+
+}  // namespace bw
