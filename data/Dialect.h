@@ -40,6 +40,7 @@ struct Dialect {
   std::string_view inKeyOrder;  // behind a table whose rows stand in the order of their key
   std::string (*guard)(const SchemaGuard& guard);
   std::span<const std::string_view> hints;  // for the planner, behind tables and indexes
+  std::string_view changeLog;               // makes the table of engine/ChangeLog.h
 };
 
 extern const Dialect kSqliteDialect;

@@ -3,7 +3,9 @@
 #include "data/Definition.h"
 #include "data/SavedQueries.h"
 #include "data/SqlTexts.h"
+#include "engine/ChangeLog.h"
 #include "engine/EngineTransaction.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {
@@ -32,6 +34,17 @@ void makeAll(Engine& engine) {
 void createSchema(Engine& engine) {
   EngineTransaction transaction(engine);
   makeAll(engine);
+  transaction.commit();
+}
+
+void keepChangeLog(Engine& engine, bool kept) {
+  EngineTransaction transaction(engine, TransactionKind::writing);
+  const bool isStopped = engine.hasTable(kChangeLogStopped);
+  const bool isThere = engine.hasTable(kChangeLogTable);
+  if (kept && !isThere) engine.execute(std::string(kSqliteDialect.changeLog));
+  if (kept && isStopped) engine.execute(concat("DROP TABLE ", kChangeLogStopped));
+  if (!kept && isThere && !isStopped)
+    engine.execute(concat("CREATE TABLE ", kChangeLogStopped, " (Sign SMALLINT)"));
   transaction.commit();
 }
 

@@ -11,6 +11,10 @@ namespace bw {
 // Raises error `database`.
 void createSchema(Engine& engine);
 
+// Makes a database keep a log of changes (engine/ChangeLog.h), or stop. Its lines stay. A program
+// that is open goes on as it began. Raises error `database`.
+void keepChangeLog(Engine& engine, bool kept);
+
 // The names of the saved queries.
 std::vector<std::string> schemaQueries();
 

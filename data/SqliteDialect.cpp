@@ -35,6 +35,16 @@ constexpr std::array<std::string_view, 3> kHints{
     "ANALYZE sqlite_schema",
 };
 
+constexpr std::string_view kChangeLog =
+    "CREATE TABLE ChangeLog (\n"
+    "  Number INTEGER PRIMARY KEY,\n"
+    "  Moment DATETIME NOT NULL,\n"
+    "  UserName TEXT NOT NULL,\n"
+    "  Station TEXT NOT NULL,\n"
+    "  RowCount INTEGER NOT NULL,\n"
+    "  Statement TEXT NOT NULL\n"
+    ")";
+
 std::string trigger(const SchemaGuard& guard) {
   std::string text = concat("CREATE TRIGGER ", guard.name, " BEFORE ", guard.event, " ON ",
                             guard.table, guard.when.empty() ? "" : " WHEN ", guard.when, "\nBEGIN");
@@ -51,6 +61,7 @@ const Dialect kSqliteDialect{.types = kTypes,
                              .codesCollation = "RTRIM",
                              .inKeyOrder = "WITHOUT ROWID",
                              .guard = trigger,
-                             .hints = kHints};
+                             .hints = kHints,
+                             .changeLog = kChangeLog};
 
 }  // namespace bw

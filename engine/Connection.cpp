@@ -29,6 +29,9 @@ constexpr const char* kApostrophe =
 
 }  // namespace
 
+Connection::Connection(std::unique_ptr<Engine> engine)
+    : engine_(std::move(engine)), changeLog_(ChangeLog::of(*engine_)) {}
+
 void Connection::Open() {
   const std::string target = settingOf(ConnectionString, "Data Source");
   const EngineMaker& maker = makerOf(target);
@@ -37,7 +40,9 @@ void Connection::Open() {
                        settingOf(ConnectionString, "User Id"),
                        settingOf(ConnectionString, "Password")))
     throw RuntimeError(ErrorNumber::database, "The account or its password is not valid.");
-  engine_ = maker.open(target);
+  std::unique_ptr<Engine> engine = maker.open(target);
+  changeLog_ = ChangeLog::of(*engine);
+  engine_ = std::move(engine);
   level_ = 0;
 }
 
@@ -117,7 +122,8 @@ std::int64_t Connection::Execute(std::string_view statement) {
   requireAlive();
   Engine& open = engine();
   try {
-    return open.execute(rewriteStatement(statement));
+    const EngineStatement rewritten = rewriteStatement(statement);
+    return changeLog_ ? changeLog_->execute(rewritten, statement, level_) : open.execute(rewritten);
   } catch (const RuntimeError& error) {
     if (!hasCutText(statement)) throw;
     throw RuntimeError(error.number(), error.text() + kApostrophe);

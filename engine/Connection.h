@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/ChangeLog.h"
 #include "engine/Engine.h"
 #include "engine/LookedUpQuery.h"
 #include "records/RecordSet.h"
@@ -18,7 +19,7 @@ namespace bw {
 class Connection {
  public:
   Connection() = default;  // closed
-  explicit Connection(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {}
+  explicit Connection(std::unique_ptr<Engine> engine);
 
   std::string ConnectionString;
 
@@ -40,7 +41,8 @@ class Connection {
   int transactionLevel() const noexcept { return level_; }
 
   // Returns the number of rows that the statement matched. The refusal of a statement with an
-  // apostrophe in a text says below its sentence how to go on.
+  // apostrophe in a text says below its sentence how to go on. Where the database keeps a log of
+  // changes, the statement's line is stored with it or neither is.
   std::int64_t Execute(std::string_view statement);
   RecordSetRef Read(std::string_view statement, LockType lock = LockType::optimistic);
 
@@ -61,6 +63,7 @@ class Connection {
   void requireAlive();
 
   std::unique_ptr<Engine> engine_;
+  std::unique_ptr<ChangeLog> changeLog_;  // where the database keeps one
   int level_ = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/EngineStatement.h"
@@ -76,6 +77,7 @@ class Engine {
   // committed until then. Not inside a transaction.
   virtual void relaxSync() = 0;
   virtual void restoreSync() = 0;
+  virtual bool hasTable(std::string_view name) = 0;
   // What is wrong with the database itself, a sentence each; not what its rows hold.
   virtual std::vector<std::string> findDamage() = 0;
 };

@@ -155,6 +155,11 @@ class SqliteEngine final : public Engine {
     transaction.commit();
   }
 
+  bool hasTable(std::string_view name) override {
+    return read(concat("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = '", name, "'"))
+               ->rowCount() > 0;
+  }
+
   std::vector<std::string> findDamage() override {
     std::vector<std::string> damage;
     const std::shared_ptr<RowStore> lines = read("PRAGMA integrity_check");

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <iosfwd>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -44,6 +45,27 @@ Exit printTables(std::ostream& out);
 
 // Looks for damage and for whatever the program would stumble over; lists it on `out`.
 Exit checkDatabase(const std::filesystem::path& path, std::ostream& out);
+
+// Whether the database is to keep who changed what. Lines that it has stay.
+Exit switchChangeLog(const std::filesystem::path& path, bool kept, std::ostream& out);
+
+// Which lines of the log of changes are asked for: all, or those of what is said.
+struct HistoryFilter {
+  std::optional<std::int64_t> patient{};
+  std::string table{};
+  std::string user{};
+  std::optional<Date> from{};
+  std::optional<Date> to{};
+};
+
+// Tells who changed what, a statement after another, oldest first.
+Exit printHistory(const std::filesystem::path& path, const HistoryFilter& filter,
+                  std::ostream& out);
+
+// Takes the lines of the days before `until` out of the log, after they stand in `file`, which must
+// be new. Nothing is taken out when they cannot be written.
+Exit pruneHistory(const std::filesystem::path& path, Date until, const std::filesystem::path& file,
+                  std::ostream& out);
 
 // Makes the database the one that the program on this computer works with.
 Exit registerDatabase(const std::filesystem::path& path, std::ostream& out);

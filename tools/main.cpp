@@ -46,10 +46,20 @@ constexpr const char* kCheckHelp =
     "name others which do not exist. Changes nothing.";
 constexpr const char* kTablesHelp =
     "Tell what the columns of each table take, for the files of `load`.";
+constexpr const char* kChangeLogHelp =
+    "Begin or stop to write down who changes what, in the database itself.\n"
+    "A line a statement: moment, user, computer, rows, statement. Lines of before stay.";
+constexpr const char* kHistoryHelp =
+    "Tell who changed what, where the log of changes was on. DATES are spelled 2026-03-09.";
 constexpr const char* kRegisterHelp =
     "Make it the database that the program on this computer works with.\n"
     "Writes the machine setting `Database` to \"Fenmoor Systems/Brantiwell PC.ini\" in the first\n"
     "folder of $XDG_CONFIG_DIRS, by default /etc/xdg, for which you may need sudo.";
+
+bw::Date dateOf(const std::string& text) {
+  if (const auto date = bw::parseIsoDate(text)) return *date;
+  throw bw::Refused("This is no date like 2026-03-09: " + text);
+}
 
 }  // namespace
 
@@ -69,11 +79,14 @@ int main(int argc, char** argv) {
   };
   std::string owner;
   bool registered = false;
+  bool logged = false;
   CLI::App* create = command("create", kCreateHelp, [&] {
     createDatabase(path, std::cout, owner);
+    if (logged) switchChangeLog(path, true, std::cout);
     return registered ? registerDatabase(path, std::cout) : Exit::done;
   });
   create->add_flag("--register", registered, "Register it too, as the command register does");
+  create->add_flag("--change-log", logged, "Write down who changes what, as changelog on does");
   create->add_option("--owner", owner, "The user who works with it; needs sudo");
   command("load", kLoadHelp,
           [&] {
@@ -82,6 +95,29 @@ int main(int argc, char** argv) {
           })
       ->add_option("FOLDER", folder, "The folder with the text files")
       ->required();
+  std::string state;
+  command("changelog", kChangeLogHelp,
+          [&] { return switchChangeLog(path, state == "on", std::cout); })
+      ->add_option("STATE", state, "on or off")
+      ->required()
+      ->check(CLI::IsMember({"on", "off"}));
+  HistoryFilter filter;
+  std::string from;
+  std::string to;
+  std::string before;
+  CLI::App* history = command("history", kHistoryHelp, [&] {
+    if (!before.empty()) return pruneHistory(path, dateOf(before), folder, std::cout);
+    if (!from.empty()) filter.from = dateOf(from);
+    if (!to.empty()) filter.to = dateOf(to);
+    return printHistory(path, filter, std::cout);
+  });
+  history->add_option("--patient", filter.patient, "Only changes that name the patient's number");
+  history->add_option("--table", filter.table, "Only changes of a table");
+  history->add_option("--user", filter.user, "Only changes by a user of a computer");
+  history->add_option("--from", from, "Only from a day on");
+  history->add_option("--to", to, "Only to the end of a day");
+  CLI::Option* into = history->add_option("--into", folder, "The new file for lines taken out");
+  history->add_option("--prune", before, "Take the lines before a day out of the log")->needs(into);
   app.add_subcommand("tables", kTablesHelp)->callback([&] { result = printTables(std::cout); });
   command("check", kCheckHelp, [&] { return checkDatabase(path, std::cout); });
   command("register", kRegisterHelp, [&] { return registerDatabase(path, std::cout); });

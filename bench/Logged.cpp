@@ -1,0 +1,106 @@
+// What a log of changes costs: the same writes with it and without.
+
+#include <cstdlib>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "bench/Measure.h"
+#include "bench/Office.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "data/BWSQLCharges.h"
+#include "data/SavedQueries.h"
+#include "data/Schema.h"
+#include "engine/RelaxedSync.h"
+#include "engine/SqliteEngine.h"
+
+namespace {
+
+using namespace bw;
+
+constexpr double kMostTimesSingle = 1.15;
+constexpr double kMostTimesLoop = 1.4;
+constexpr int kSingle = 200;
+constexpr int kLoop = 1000;
+constexpr bench::OfficeSize kSize{1000, 20000};
+
+void require(int result, const std::string& message) {
+  if (result != 0) throw std::runtime_error(message);
+}
+
+// An office at which one writes at a time.
+class Desk {
+ public:
+  Desk(const std::string& name, bool logged) {
+    const std::string path = (bench::folder() / name).string();
+    bench::makeOffice(path, kSize);
+    auto engine = openSqlite(path);
+    if (logged) keepChangeLog(*engine, true);
+    connection_ = officeConnection(std::move(engine));
+    first_ = connection_.Read("SELECT TOP 1000 * FROM PatientCharges");
+  }
+
+  template <class Work>
+  double milliseconds(Work work) {
+    std::swap(connection_, DatabaseConnection);
+    const double taken = bench::milliseconds([&] { work(*this); });
+    std::swap(connection_, DatabaseConnection);
+    return taken;
+  }
+
+  // Charges with three details, each stored for good before the next.
+  void store() {
+    services().now = [this] { return DateTime{{40000}, {++second_}}; };
+    for (int i = 0; i < kSingle; ++i) {
+      Date date;
+      TimeOfDay time;
+      std::string message;
+      require(ChargeInsert(static_cast<std::int16_t>(1 + i), date, time, {40000}, 1 + i % 90, 7, 8,
+                           static_cast<std::int16_t>(1 + i % 150), ";12;7;305;", ";", 0, message),
+              message);
+    }
+  }
+
+  // As posting and archiving do; each time the rows get another status and lot.
+  void post() {
+    ++lot_;
+    RelaxedSync relaxed(DatabaseConnection);
+    std::string message;
+    for (int i = 1; i <= kLoop; ++i) {
+      first_->setAbsolutePosition(i);
+      require(ChargeSetPrintLot(first_->code("PatientId"), first_->date("ChargeDate"),
+                                first_->time("ChargeTime"), lot_,
+                                static_cast<std::int16_t>(lot_ % 2), message),
+              message);
+    }
+    relaxed.finish();
+  }
+
+ private:
+  Connection connection_;
+  RecordSetRef first_;
+  std::int32_t second_ = 0;
+  std::int32_t lot_ = 0;
+};
+
+}  // namespace
+
+int main() {
+  try {
+    Desk logged("bench-logged.db", true);
+    Desk plain("bench-plain.db", false);
+    const auto compare = [&](const char* name, double most, auto work) {
+      bench::compare(
+          name, most, [&] { return logged.milliseconds(work); },
+          [&] { return plain.milliseconds(work); });
+    };
+    compare("log of changes: store 200 charges", kMostTimesSingle, [](Desk& at) { at.store(); });
+    compare("log of changes: post 1,000 charges", kMostTimesLoop, [](Desk& at) { at.post(); });
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return EXIT_FAILURE;
+  }
+  return bench::verdict();
+}
