@@ -45,7 +45,7 @@ class Trap {
   // Rows matched; 0 after an error.
   std::int64_t execute(const std::string& statement) {
     std::int64_t records = 0;
-    (*this)([&] { records = DatabaseConnection.Execute(statement); });
+    (*this)([&] { records = DatabaseConnection.Write(statement); });
     return records;
   }
 

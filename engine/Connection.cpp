@@ -1,6 +1,7 @@
 #include "engine/Connection.h"
 
 #include "engine/EngineMakers.h"
+#include "engine/PlainWrite.h"
 #include "engine/Refusals.h"
 #include "engine/Rewriter.h"
 #include "engine/Workgroup.h"
@@ -117,11 +118,16 @@ void Connection::requireAlive() {
   if (level_ > 0 && !engine().inTransaction()) throw DatabaseRefusal(Refusal::rolledBack);
 }
 
-std::int64_t Connection::Execute(std::string_view statement) {
+std::int64_t Connection::Execute(std::string_view statement) { return run(statement, false); }
+
+std::int64_t Connection::Write(std::string_view statement) { return run(statement, true); }
+
+std::int64_t Connection::run(std::string_view statement, bool isTyped) {
   hear(statement);
   requireAlive();
   Engine& open = engine();
   try {
+    if (isTyped) requirePlainWrite(statement);
     const EngineStatement rewritten = rewriteStatement(statement);
     return changeLog_ ? changeLog_->execute(rewritten, statement, level_) : open.execute(rewritten);
   } catch (const RuntimeError& error) {

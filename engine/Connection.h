@@ -44,6 +44,9 @@ class Connection {
   // apostrophe in a text says below its sentence how to go on. Where the database keeps a log of
   // changes, the statement's line is stored with it or neither is.
   std::int64_t Execute(std::string_view statement);
+  // The same for a statement with texts as they were typed: they reach no row but the statement's
+  // own (PlainWrite.h).
+  std::int64_t Write(std::string_view statement);
   RecordSetRef Read(std::string_view statement, LockType lock = LockType::optimistic);
 
   // See RelaxedSync. False when there is no connection that could be relaxed, or a transaction is
@@ -56,6 +59,7 @@ class Connection {
 
  private:
   Engine& engine();
+  std::int64_t run(std::string_view statement, bool isTyped);
   void hear(std::string_view statement) const;
   void commitLevel();
   std::shared_ptr<RowStore> readRows(std::string_view statement);

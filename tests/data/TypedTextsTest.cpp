@@ -1,0 +1,246 @@
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <map>
+#include <random>
+
+#include "core/Principal.h"
+#include "data/BWSQLDiagnosis.h"
+#include "data/BWSQLDiagnosisFamilies.h"
+#include "data/BWSQLDoctors.h"
+#include "data/BWSQLEMCodes.h"
+#include "data/BWSQLFacilities.h"
+#include "data/BWSQLInsurances.h"
+#include "data/BWSQLPatients.h"
+#include "data/BWSQLProcedures.h"
+#include "data/BWSQLSickness.h"
+#include "data/BWSQLWards.h"
+#include "data/Tables.h"
+#include "tests/data/DataFixture.h"
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+// A routine that writes texts: of record 1, or of a new one, whose number it returns in `code`.
+struct Routine {
+  const char* table;
+  int (*write)(std::int16_t& code, const std::string& text, std::string& message);
+};
+
+// clang-format off
+const Routine kRoutines[] = {
+    {"Insurance", [](auto& code, auto& t, auto& m) { return InsuranceInsert(code, t, t, m); }},
+    {"Insurance", [](auto&, auto& t, auto& m) { return InsuranceUpdate(1, t, t, m); }},
+    {"DiagnosisFamily", [](auto& code, auto& t, auto& m) { return DiagnosisFamilyInsert(code, t, m); }},
+    {"DiagnosisFamily", [](auto&, auto& t, auto& m) { return DiagnosisFamilyUpdate(1, t, m); }},
+    {"Diagnosis", [](auto& code, auto& t, auto& m) { return DiagnosisInsert(code, t, 1, t, t, m); }},
+    {"Diagnosis", [](auto&, auto& t, auto& m) { return DiagnosisUpdate(1, t, 1, t, t, m); }},
+    {"Procedures", [](auto& code, auto& t, auto& m) { return ProcedureInsert(code, t, t, t, m); }},
+    {"Procedures", [](auto&, auto& t, auto& m) { return ProcedureUpdate(1, t, t, t, m); }},
+    {"Sickness", [](auto& code, auto& t, auto& m) { return SicknessInsert(code, t, 1, m); }},
+    {"Sickness", [](auto&, auto& t, auto& m) { return SicknessUpdate(1, t, 1, m); }},
+    {"Facility", [](auto& code, auto& t, auto& m) { return FacilityInsert(code, t, 1, t, t, m); }},
+    {"Facility", [](auto&, auto& t, auto& m) { return FacilityUpdate(1, t, 1, t, t, m); }},
+    {"FacilityWards", [](auto& code, auto& t, auto& m) { return WardInsert(code, 1, t, m); }},
+    {"FacilityWards", [](auto&, auto& t, auto& m) { return WardUpdate(1, 1, t, m); }},
+    {"Doctors", [](auto& code, auto& t, auto& m) { return DoctorInsert(code, t, t, ";", m); }},
+    {"Doctors", [](auto&, auto& t, auto& m) { return DoctorUpdate(1, t, t, ";", m); }},
+    {"EvaluationManagement", [](auto& code, auto& t, auto& m) {
+       std::int32_t wide = 0;
+       const int result = EMCodeInsert(wide, t, 1, 1, 1, t, t, 0, 0, 0, m);
+       code = static_cast<std::int16_t>(wide);
+       return result; }},
+    {"EvaluationManagement", [](auto&, auto& t, auto& m) { return EMCodeUpdate(1, t, 1, 1, 1, t, t, 0, 0, 0, m); }},
+    {"Patient", [](auto& code, auto& t, auto& m) { return PatientInsert(code, t, kSeedDate, t, 1, m); }},
+    {"Patient", [](auto& code, auto& t, auto& m) { code = 25000; return PatientUpdate(25000, t, kSeedDate, t, 1, m); }},
+};
+// clang-format on
+
+// What people type, what closes a text, and what could stand behind it.
+const char* const kPieces[] = {"'",
+                               "''",
+                               "'",
+                               "\"",
+                               "`",
+                               "[",
+                               "]",
+                               "#",
+                               "#01/02/2003#",
+                               "--",
+                               "/*",
+                               "*/",
+                               ";",
+                               "(",
+                               ")",
+                               ",",
+                               " ",
+                               " ",
+                               "=",
+                               "||",
+                               "+",
+                               "?",
+                               ":a",
+                               "@b",
+                               "$c",
+                               "$$",
+                               "%",
+                               "_",
+                               "\\",
+                               "’",
+                               "ß",
+                               "Ω",
+                               "中",
+                               "é",
+                               "\n",
+                               "\t",
+                               "0",
+                               "1",
+                               "2",
+                               "25",
+                               "x",
+                               "Ann",
+                               "St. Mary",
+                               "E",
+                               "X",
+                               "N",
+                               "null",
+                               "NULL",
+                               "Description",
+                               "Description=",
+                               "DescriptionCode",
+                               "Names=",
+                               "InsuranceCode",
+                               "PatientId=",
+                               "DoctorCode=",
+                               "BillingDoctorCode=",
+                               " WHERE ",
+                               " OR ",
+                               " AND ",
+                               " NOT ",
+                               "1=1",
+                               " VALUES ",
+                               "'), (99, '",
+                               "', '",
+                               "') ON CONFLICT DO NOTHING",
+                               " ON CONFLICT",
+                               " RETURNING ",
+                               " SELECT ",
+                               "(SELECT Names FROM Patient)",
+                               " FROM ",
+                               " UNION ",
+                               " JOIN ",
+                               " IN ",
+                               " EXISTS ",
+                               " CASE ",
+                               " WHEN ",
+                               " THEN ",
+                               " ELSE ",
+                               " END",
+                               " COLLATE ",
+                               "lower(",
+                               "abs(",
+                               "random()",
+                               "CAST(",
+                               " AS ",
+                               "PRAGMA ",
+                               "ATTACH ",
+                               "DROP TABLE Patient",
+                               "rowid",
+                               "' || '",
+                               "'||Description||'",
+                               "', Description='",
+                               "' WHERE '1'='1",
+                               "', BillingInsuranceCode='"};
+
+using Rows = std::vector<std::string>;
+
+class TypedTextsTest : public DataTest {
+ protected:
+  void SetUp() override {
+    seedOffice();
+    run("INSERT INTO Patient (PatientId, [Names], InsuranceCode) VALUES (25100, 'Other', 1)");
+    before_ = contents();
+  }
+
+  static std::map<std::string_view, Rows> contents() {
+    std::map<std::string_view, Rows> contents;
+    for (const SchemaTable& table : schemaTables()) {
+      if (table.isLookup) continue;
+      const RecordSetRef found = DatabaseConnection.Read(concat("SELECT * FROM ", table.name));
+      for (; !found->EOF_(); found->MoveNext()) {
+        std::string row;
+        for (std::size_t i = 0; i < found->fieldCount(); ++i)
+          row += (found->isNull(i) ? "\x01" : found->text(i)) + '\x02';
+        contents[table.name].push_back(row);
+      }
+      std::ranges::sort(contents[table.name]);
+    }
+    return contents;
+  }
+
+  static Rows difference(const Rows& one, const Rows& other) {
+    Rows rows;
+    std::ranges::set_difference(one, other, std::back_inserter(rows));
+    return rows;
+  }
+
+  std::string typed() {
+    std::string text;
+    for (int pieces = pick(1, 7); pieces > 0; --pieces)
+      text += kPieces[pick(0, std::size(kPieces) - 1)];
+    return text;
+  }
+  int pick(int from, std::size_t to) {
+    return std::uniform_int_distribution<int>(from, static_cast<int>(to))(random_);
+  }
+
+  // What a text has done that it must not do; "" when it was stored as it is, refused, or had its
+  // say in its own row alone.
+  std::string harmOf(const Routine& routine, const std::string& text) {
+    std::int16_t code = 1;
+    std::string message;
+    const int result = routine.write(code, text, message);
+    takeMessages();
+    const auto after = contents();
+    const std::string_view own = routine.table;
+    for (const auto& [table, rows] : before_)
+      if (table != own && rows != after.at(table)) return concat("another table: ", table);
+    const Rows gone = difference(before_.at(own), after.at(own));
+    const Rows come = difference(after.at(own), before_.at(own));
+    if (result != 0 && (!gone.empty() || !come.empty()))
+      return "stored behind a refusal: " + message;
+    const std::string key = std::to_string(code) + '\x02';
+    if (gone.size() > 1 || come.size() > 1) return "several rows";
+    if (!gone.empty() && !gone[0].starts_with(key)) return "the row of another: " + gone[0];
+    if (result == 0 && text.find('\'') == text.npos &&
+        (come.empty() || come[0].find('\x02' + text + '\x02') == come[0].npos) &&
+        std::ranges::none_of(after.at(own), [&](const std::string& row) {
+          return row.starts_with(key) && row.find('\x02' + text + '\x02') != row.npos;
+        }))
+      return "not stored as it was typed";
+    return {};
+  }
+
+  std::map<std::string_view, Rows> before_;
+  std::mt19937 random_{20260309};
+};
+
+TEST_F(TypedTextsTest, NoTextReachesAnotherRow) {
+  const char* asked = std::getenv("BW_TYPED_TEXTS");
+  const int texts = asked != nullptr ? std::atoi(asked) : 300;
+  int stored = 0;
+  for (int i = 0; i < texts; ++i) {
+    const std::string text = typed();
+    for (const Routine& routine : kRoutines) {
+      DatabaseConnection.BeginTrans();
+      ASSERT_EQ(harmOf(routine, text), "") << routine.table << ": " << text;
+      stored += contents() != before_;
+      DatabaseConnection.RollbackTrans();
+    }
+  }
+  EXPECT_GT(stored, texts);
+}
+
+}  // namespace
+}  // namespace bw
