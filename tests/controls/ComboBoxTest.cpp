@@ -264,22 +264,5 @@ TEST_F(LongComboBoxTest, ATextWithoutItemIsStoppedOnceInTheOpenListToo) {
   EXPECT_EQ(box.ListIndex(), 7);
 }
 
-TEST_F(ComboBoxTest, TheWheelTurnsTheBoxWithTheFocusAlone) {
-  const auto turn = [&] {
-    const QPointF at = box.rect().center();
-    QWheelEvent event(at, box.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&box, &event);
-    return event.isAccepted();
-  };
-  window.behind.setFocus();
-  EXPECT_FALSE(turn()) << "what lies beneath scrolls";
-  EXPECT_EQ(box.ListIndex(), 0);
-  EXPECT_NE(box.focusPolicy() & Qt::WheelFocus, Qt::WheelFocus);
-  box.setFocus();
-  turn();
-  EXPECT_EQ(box.ListIndex(), 1);
-}
-
 }  // namespace
 }  // namespace bw

@@ -141,47 +141,5 @@ TEST(ListViewTest, AWidthMeansTheSameAtEveryFont) {
   EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 75);
 }
 
-TEST(WorkingListTest, DelTakesOutAddedRowsAndMarksStoredOnes) {
-  ListView list({{"Names", "Names", 100}}, {});
-  WorkingList working(list);
-  working.rows = rowsOf({"stored"});
-  working.add({{"Names", Value(std::string("first"))}});
-  working.add({{"Names", Value(std::string("second"))}});
-  working.fill();
-  EXPECT_EQ(list.selectedItem(), std::nullopt);
-  working.toggleSelected();  // nothing is selected
-  list.setSelected(0, true);
-  working.toggleSelected();
-  EXPECT_EQ(list.text(0), "*stored");
-  working.fill();
-  EXPECT_EQ(list.text(0), "stored") << "the star goes with a new filling, the mark stays";
-  list.setSelected(0, true);
-  working.toggleSelected();
-  EXPECT_EQ(list.text(0), "tored") << "taking the mark back cuts what stands first";
-  list.setSelected(1, true);
-  working.toggleSelected();
-  EXPECT_EQ(texts(list), (Texts{"tored", "second"}));
-  // The second row still names the place that nobody has now.
-  list.setSelected(1, true);
-  EXPECT_THROW(working.toggleSelected(), RuntimeError);
-}
-
-TEST(ListsTest, MergingARecordSelectsJustItsRowUnderTheSort) {
-  ListView list({{"Names", "Names", 100}}, {.selection = ListView::Selection::several});
-  const RecordSetRef rows = rowsOf({"beta", "delta", "alpha"});
-  rows->setSort(" Names ");
-  ListFill(list, rows);
-  list.selectAll();
-  rows->MoveFirst();
-  rows->Find("Names = 'alpha'");
-  mergeRecord(rows, rowsOf({"zeta"}), list);
-  EXPECT_EQ(texts(list), (Texts{"beta", "delta", "zeta"}));
-  EXPECT_EQ(list.selectedFromLast(), std::vector<int>{2});
-  rows->setAbsolutePosition(9);
-  mergeRecord(rows, rowsOf({"carl"}), list);
-  EXPECT_EQ(texts(list), (Texts{"beta", "carl", "delta", "zeta"}));
-  EXPECT_EQ(list.selectedFromLast(), std::vector<int>{1});
-}
-
 }  // namespace
 }  // namespace bw

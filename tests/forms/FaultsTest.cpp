@@ -1,8 +1,10 @@
 #include <QApplication>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTest>
 
 #include "charges/frmCharges.h"
+#include "controls/MessageBox.h"
 #include "controls/ProgressWindow.h"
 #include "core/Principal.h"
 #include "lists/Settings.h"
@@ -27,7 +29,7 @@ class FaultsTest : public FormsTest {
       };
       click(editor, "btnOk");
       onStatement = nullptr;
-      EXPECT_EQ(takeMessages(), std::vector<std::string>{text});
+      EXPECT_EQ(takeMessages(), Strings{text});
       EXPECT_TRUE(editor.isVisible());
       EXPECT_FALSE(inTransaction());
       EXPECT_EQ(count("PatientCharges"), "1") << "as it was before";
@@ -54,7 +56,7 @@ TEST_F(FaultsTest, ASecondChargeWithinTheSameSecondIsRefusedAndStoredLater) {
   script.in("frmEditCharge", [&](QWidget& editor) {
     click(editor, "btnOk");
     EXPECT_EQ(takeMessages(),
-              std::vector<std::string>{withAdvice(
+              Strings{withAdvice(
                   kDuplicateKey,
                   "Another charge of this patient was entered in this second. Press Ok again.")});
     now.time.second += 1;
@@ -63,6 +65,20 @@ TEST_F(FaultsTest, ASecondChargeWithinTheSameSecondIsRefusedAndStoredLater) {
   QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
   EXPECT_EQ(count("PatientCharges"), "2");
   closeMainWindow();
+}
+
+TEST_F(FaultsTest, ALongMessageShowsItsEndsAndHasTheWholeBehindAButton) {
+  openMainWindow();
+  installMessageBoxes();
+  const std::string text = "SELECT " + std::string(5000, 'x') + " is locked.";
+  script.in("MsgBox", [&](QWidget& window) {
+    const auto& box = dynamic_cast<QMessageBox&>(window);
+    EXPECT_LT(box.text().size(), 1600);
+    EXPECT_TRUE(box.text().startsWith("SELECT x") && box.text().endsWith("x is locked."));
+    EXPECT_EQ(box.detailedText().toStdString(), text);
+    QTest::keyClick(&window, Qt::Key_Return);
+  });
+  MsgBox(text);
 }
 
 class SessionEndTest : public FaultsTest {
@@ -103,10 +119,10 @@ TEST_F(SessionEndTest, PostingRunsToItsEndAndItsReportIsNotAskedFor) {
   expectEnded();
 }
 
-// Texts that reach a statement through a list or a filter.
+// Strings that reach a statement through a list or a filter.
 TEST_F(FaultsTest, DifficultNamesAreShownFoundAndSortedAsTheyStand) {
-  const std::vector<std::string> names{"O''Brien, Pat", "日本, 太郎", "שלום, דוד",
-                                       "😀, Smile",      "MUÑOZ, Ana", "muñoz, Ana"};
+  const Strings names{"O''Brien, Pat", "日本, 太郎", "שלום, דוד",
+                      "😀, Smile",      "MUÑOZ, Ana", "muñoz, Ana"};
   int id = 25010;
   for (const std::string& name : names)
     run("INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
