@@ -67,12 +67,6 @@ class ComboBoxTest : public ::testing::Test {
   int selections = 0;
 };
 
-TEST_F(ComboBoxTest, FillingSelectsNothingAndFiresNothing) {
-  box.Clear();
-  EXPECT_EQ(box.ListIndex(), -1);
-  EXPECT_EQ(selections, 0);
-}
-
 // The handlers reposition record sets; a search that failed left one at its end.
 TEST_F(ComboBoxTest, AssigningFiresAlsoTheSameIndexAndOneOutsideTheListIsAnError) {
   for (const int index : {1, 1, -1, 2}) box.setListIndex(index);

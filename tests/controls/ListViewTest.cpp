@@ -4,10 +4,8 @@
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QTest>
 
 #include "lists/Lists.h"
-#include "lists/WorkingList.h"
 #include "text/RuntimeError.h"
 
 namespace bw {
@@ -87,20 +85,6 @@ TEST(ListViewTest, RowsKeepTheirPositionsWhenOneIsTakenOut) {
   EXPECT_EQ(list.rowAt(3), 1);
   EXPECT_THROW(list.rowAt(1), RuntimeError);
   EXPECT_EQ(list.selectedItem(), std::nullopt) << "a neighbour has the focus, not the selection";
-}
-
-TEST(ListViewTest, ATickByTheUserIsToldOnceWhenItIsDone) {
-  ListView list(kColumns, {.checkBoxes = true});
-  ListFill(list, rowsOf({"a", "b"}));
-  std::vector<std::pair<int, bool>> told;
-  list.onItemCheck = [&](int row, bool checked) {
-    EXPECT_EQ(list.checked(row), checked);
-    told.emplace_back(row, checked);
-  };
-  list.setCurrentIndex(list.model()->index(1, 0));
-  QTest::keyClick(&list, Qt::Key_Space);
-  QTest::keyClick(&list, Qt::Key_Space);
-  EXPECT_EQ(told, (std::vector<std::pair<int, bool>>{{1, true}, {1, false}}));
 }
 
 // Positions are set one after another; that does not give back every order.

@@ -45,6 +45,12 @@ class PostingTest : public FormsTest {
     script.in("frmPostCharges", std::move(step));
     trigger(window(), "mnuActions(0)");
   }
+  void postUnprinted() {
+    post([](QWidget& dialog) {
+      control<QCheckBox>(dialog, "chkPrint").setChecked(false);
+      click(dialog, "OKButton");
+    });
+  }
 
   std::vector<std::filesystem::path> viewed;
 };
@@ -72,10 +78,7 @@ TEST_F(PostingTest, PostsWhatIsReadyAndNothingElse) {
 
 TEST_F(PostingTest, PostsUnderASortThatMovesTheRows) {
   clickHead(list(), 6);
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
+  postUnprinted();
   EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
 }
 
@@ -104,10 +107,7 @@ TEST_F(PostingTest, ALotThatIsNoneKeepsTheDialogAndCancelPostsNothing) {
 
 TEST_F(PostingTest, AChargeThatFailsStaysReadyAndTheOthersArePosted) {
   run("DELETE FROM PatientCharges WHERE PatientId = 25000");
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
+  postUnprinted();
   EXPECT_EQ(takeMessages(), Strings{withAdvice("Problems updating status: U:IMPACTENT")});
   EXPECT_EQ(stored(), "1|77 1|200306151 3|null");
   EXPECT_EQ(status(), (Strings{"Ready", "Posted", "Posted", ""}));
@@ -243,10 +243,7 @@ TEST_F(PostingTest, TheWindowTakesNoInputWhileWorkIsShown) {
     progress->close();
     EXPECT_TRUE(progress->isVisible());
   };
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
+  postUnprinted();
   onStatement = nullptr;
   EXPECT_EQ(shown, 1);  // of two charges: after the first
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
