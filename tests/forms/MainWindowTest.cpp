@@ -294,21 +294,22 @@ TEST_F(MainWindowTest, NewOpensTheWindowOfItsNameByEveryRoadAndCancelReadsNothin
     auto& listed = control<QAction>(window(), name.c_str());
     auto& inMenu = entry("mnuNewAction", view);
     const QString what = listed.text().mid(4).remove("...");
-    for (int road = 0; road < 4; ++road)
+    EXPECT_EQ(inMenu.text().remove("...").replace("E&&M", "EM").toLower(),
+              listed.text().remove("...").toLower());
+    frmShorcuts().FuerzaNodeClick(view, 0);
+    const std::function<void()> roads[] = {
+        [&] { listed.trigger(); }, [&] { inMenu.trigger(); },
+        [&] { QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton); },
+        [&] { QTest::keyClick(&list(), Qt::Key_Return); }};  // opens the first row
+    for (const auto& go : roads) {
       script.in(concat("frmEdit", name.substr(3)), [&](QWidget& editor) {
         EXPECT_EQ(editor.windowTitle(), called.contains(what) ? called.at(what) : what);
         takeStatements();
         click(editor, "btnCancel");
       });
-    EXPECT_EQ(inMenu.text().remove("...").replace("E&&M", "EM").toLower(),
-              listed.text().remove("...").toLower());
-    listed.trigger();
-    inMenu.trigger();
-    frmShorcuts().FuerzaNodeClick(view, 0);
-    QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
-    EXPECT_EQ(takeStatements().size(), 0U) << view;
-    QTest::keyClick(&list(), Qt::Key_Return);  // opens the first row
-    EXPECT_EQ(takeStatements().size(), 0U) << view;
+      go();
+      EXPECT_EQ(takeStatements().size(), 0U) << view;
+    }
   }
 }
 

@@ -152,8 +152,9 @@ TEST_F(PostingTest, PostingGoesOnToPrintAndTheReportsDependOnTheInsurance) {
 }
 
 TEST_F(PostingTest, EachReportHasItsCodesAndTellsTheFilters) {
-  CurrentInsuranceCode = CurrentDoctorCode = 1;
-  for (const char* filter : {"optSelectedInsurances", "optSelectedDoctors"})
+  CurrentInsuranceCode = CurrentDoctorCode = 2;
+  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "77");
+  for (const char* filter : {"optSelectedInsurances", "optSelectedDoctors", "optSelectedLot"})
     click(frmCharges(), filter);
   for (int item = 1; item <= 4; ++item) {
     script.in("frmPrintGeneral", [item](QWidget& dialog) {
@@ -167,7 +168,7 @@ TEST_F(PostingTest, EachReportHasItsCodesAndTellsTheFilters) {
     const bool billing = item % 2 == 0;
     EXPECT_EQ(has("BV"), billing) << viewed.back();
     EXPECT_NE(has("99231"), billing) << viewed.back();
-    EXPECT_TRUE(has(",Insurance: ") && has(", Doctor: ")) << viewed.back();
+    EXPECT_TRUE(has(",Insurance: ") && has(", Doctor: ") && has("Lot: 77")) << viewed.back();
   }
 }
 
