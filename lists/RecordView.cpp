@@ -42,20 +42,21 @@ RecordView::RecordView(const RecordViewRow& row, std::span<const ViewFilter> fil
 }
 
 void RecordView::load() {
-  ColumnLayoutRestore(*ListView1, row_.layoutSection);
+  ColumnLayoutRestore(*ListView1, row_.section);
   CurrentFilter = 0;
   passOver([this] {
-    CurrentFilter =
-        toInt16(GetSetting(kApplicationTitle, row_.filterReadSection, "ActiveFilter", "0"));
+    CurrentFilter = toInt16(GetSetting(kApplicationTitle, row_.section, "ActiveFilter", "0"));
   });
   passOver([this] { MainWindow->ActivaFiltro(CurrentFilter); });
 }
 
 void RecordView::close() {
-  ColumnLayoutSave(*ListView1, row_.layoutSection);
+  ColumnLayoutSave(*ListView1, row_.section);
   ViewRecords.close();
-  if (row_.filterWriteSection != nullptr)
-    SaveSetting(kApplicationTitle, row_.filterWriteSection, "ActiveFilter", concat(CurrentFilter));
+  if (row_.filterSection == nullptr) return;
+  const bool elsewhere = *row_.filterSection != '\0';
+  SaveSetting(kApplicationTitle, elsewhere ? row_.filterSection : row_.section, "ActiveFilter",
+              concat(CurrentFilter));
 }
 
 void RecordView::resizeEvent(QResizeEvent*) { ListView1->setGeometry(rect()); }

@@ -41,9 +41,8 @@ struct RecordViewRow {
   const char* deleteQuestion;
   int (*remove)(std::string& message);  // the record of `current`
   const Form& (*editor)();
-  const char* layoutSection;
-  const char* filterReadSection;
-  const char* filterWriteSection;  // null: the filter is not stored
+  const char* section;             // of the settings
+  const char* filterSection = "";  // where the filter is stored, if elsewhere; null: nowhere
   ListReport report;
   std::vector<ListColumn> columns;
 };
@@ -59,8 +58,6 @@ class RecordView : public View {
 
   // Unset when the last Refresca failed.
   const RecordSetRef& records() const { return ViewRecords; }
-  // With which the list was last read.
-  std::int16_t filter() const { return CurrentFilter; }
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

@@ -67,12 +67,6 @@ class ComboBoxTest : public ::testing::Test {
   int selections = 0;
 };
 
-TEST_F(ComboBoxTest, FillingSelectsNothingAndFiresNothing) {
-  box.Clear();
-  EXPECT_EQ(box.ListIndex(), -1);
-  EXPECT_EQ(selections, 0);
-}
-
 // The handlers reposition record sets; a search that failed left one at its end.
 TEST_F(ComboBoxTest, AssigningFiresAlsoTheSameIndexAndOneOutsideTheListIsAnError) {
   for (const int index : {1, 1, -1, 2}) box.setListIndex(index);
@@ -262,23 +256,6 @@ TEST_F(LongComboBoxTest, ATextWithoutItemIsStoppedOnceInTheOpenListToo) {
   box.hidePopup();
   EXPECT_FALSE(box.settle()) << "closed by a click elsewhere";
   EXPECT_EQ(box.ListIndex(), 7);
-}
-
-TEST_F(ComboBoxTest, TheWheelTurnsTheBoxWithTheFocusAlone) {
-  const auto turn = [&] {
-    const QPointF at = box.rect().center();
-    QWheelEvent event(at, box.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&box, &event);
-    return event.isAccepted();
-  };
-  window.behind.setFocus();
-  EXPECT_FALSE(turn()) << "what lies beneath scrolls";
-  EXPECT_EQ(box.ListIndex(), 0);
-  EXPECT_NE(box.focusPolicy() & Qt::WheelFocus, Qt::WheelFocus);
-  box.setFocus();
-  turn();
-  EXPECT_EQ(box.ListIndex(), 1);
 }
 
 }  // namespace

@@ -4,10 +4,8 @@
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QTest>
 
 #include "lists/Lists.h"
-#include "lists/WorkingList.h"
 #include "text/RuntimeError.h"
 
 namespace bw {
@@ -89,20 +87,6 @@ TEST(ListViewTest, RowsKeepTheirPositionsWhenOneIsTakenOut) {
   EXPECT_EQ(list.selectedItem(), std::nullopt) << "a neighbour has the focus, not the selection";
 }
 
-TEST(ListViewTest, ATickByTheUserIsToldOnceWhenItIsDone) {
-  ListView list(kColumns, {.checkBoxes = true});
-  ListFill(list, rowsOf({"a", "b"}));
-  std::vector<std::pair<int, bool>> told;
-  list.onItemCheck = [&](int row, bool checked) {
-    EXPECT_EQ(list.checked(row), checked);
-    told.emplace_back(row, checked);
-  };
-  list.setCurrentIndex(list.model()->index(1, 0));
-  QTest::keyClick(&list, Qt::Key_Space);
-  QTest::keyClick(&list, Qt::Key_Space);
-  EXPECT_EQ(told, (std::vector<std::pair<int, bool>>{{1, true}, {1, false}}));
-}
-
 // Positions are set one after another; that does not give back every order.
 TEST(ListViewTest, StoredPositionsMoveTheOtherColumnsAlong) {
   ListView list({{"a", "a"}, {"b", "b"}, {"c", "c"}, {"d", "d"}}, {});
@@ -139,48 +123,6 @@ TEST(ListViewTest, AWidthMeansTheSameAtEveryFont) {
   QApplication::setFont(standard);
   QApplication::processEvents();
   EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 75);
-}
-
-TEST(WorkingListTest, DelTakesOutAddedRowsAndMarksStoredOnes) {
-  ListView list({{"Names", "Names", 100}}, {});
-  WorkingList working(list);
-  working.rows = rowsOf({"stored"});
-  working.add({{"Names", Value(std::string("first"))}});
-  working.add({{"Names", Value(std::string("second"))}});
-  working.fill();
-  EXPECT_EQ(list.selectedItem(), std::nullopt);
-  working.toggleSelected();  // nothing is selected
-  list.setSelected(0, true);
-  working.toggleSelected();
-  EXPECT_EQ(list.text(0), "*stored");
-  working.fill();
-  EXPECT_EQ(list.text(0), "stored") << "the star goes with a new filling, the mark stays";
-  list.setSelected(0, true);
-  working.toggleSelected();
-  EXPECT_EQ(list.text(0), "tored") << "taking the mark back cuts what stands first";
-  list.setSelected(1, true);
-  working.toggleSelected();
-  EXPECT_EQ(texts(list), (Texts{"tored", "second"}));
-  // The second row still names the place that nobody has now.
-  list.setSelected(1, true);
-  EXPECT_THROW(working.toggleSelected(), RuntimeError);
-}
-
-TEST(ListsTest, MergingARecordSelectsJustItsRowUnderTheSort) {
-  ListView list({{"Names", "Names", 100}}, {.selection = ListView::Selection::several});
-  const RecordSetRef rows = rowsOf({"beta", "delta", "alpha"});
-  rows->setSort(" Names ");
-  ListFill(list, rows);
-  list.selectAll();
-  rows->MoveFirst();
-  rows->Find("Names = 'alpha'");
-  mergeRecord(rows, rowsOf({"zeta"}), list);
-  EXPECT_EQ(texts(list), (Texts{"beta", "delta", "zeta"}));
-  EXPECT_EQ(list.selectedFromLast(), std::vector<int>{2});
-  rows->setAbsolutePosition(9);
-  mergeRecord(rows, rowsOf({"carl"}), list);
-  EXPECT_EQ(texts(list), (Texts{"beta", "carl", "delta", "zeta"}));
-  EXPECT_EQ(list.selectedFromLast(), std::vector<int>{1});
 }
 
 }  // namespace

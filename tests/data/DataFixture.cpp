@@ -27,7 +27,7 @@ DataTest::~DataTest() {
 }
 
 void DataTest::TearDown() {
-  EXPECT_EQ(messages_, std::vector<std::string>{});
+  EXPECT_EQ(messages_, Strings{});
   EXPECT_FALSE(inTransaction());
 }
 
@@ -121,8 +121,8 @@ void DataTest::seedLife() {
     run(statement);
 }
 
-std::vector<std::string> DataTest::takeStatements() { return std::exchange(statements_, {}); }
-std::vector<std::string> DataTest::takeMessages() { return std::exchange(messages_, {}); }
+Strings DataTest::takeStatements() { return std::exchange(statements_, {}); }
+Strings DataTest::takeMessages() { return std::exchange(messages_, {}); }
 void DataTest::closeConnection() { DatabaseConnection = Connection(); }
 bool DataTest::inTransaction() { return DatabaseConnection.transactionLevel() != 0; }
 

@@ -9,6 +9,8 @@
 
 namespace bw {
 
+using Strings = std::vector<std::string>;
+
 // An empty database of its own in memory, shared state as at the start, a clock that stands, and a
 // record of statements and messages. A message that no test asked for fails the test.
 class DataTest : public ::testing::Test {

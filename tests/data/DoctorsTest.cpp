@@ -5,8 +5,6 @@
 namespace bw {
 namespace {
 
-using Strings = std::vector<std::string>;
-
 class DoctorsTest : public DataTest {
  protected:
   void SetUp() override {

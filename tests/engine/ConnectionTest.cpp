@@ -67,20 +67,6 @@ TEST_F(ConnectionTest, InnerRollbackLeavesTheOuterLevel) {
   EXPECT_EQ(connection.transactionLevel(), 0);
 }
 
-TEST_F(ConnectionTest, FailedStatementLeavesTheTransactionAlive) {
-  connection.BeginTrans();
-  insert("A");
-  EXPECT_EQ(raisedByInsert("A"), ErrorNumber::database);
-  EXPECT_EQ(raisedByInsert("O'"), ErrorNumber::database);
-  EXPECT_EQ(letters(), "A");
-  insert("C");
-  EXPECT_EQ(letters(), "AC");
-  connection.RollbackTrans();
-  EXPECT_EQ(letters(), "");
-  insert("D");
-  EXPECT_EQ(letters(), "D");
-}
-
 TEST_F(ConnectionTest, EndOfATransactionThatIsNoneIsAnError) {
   EXPECT_EQ(raisedBy([&] { connection.CommitTrans(); }), ErrorNumber::noTransaction);
   EXPECT_EQ(refusalOf([&] { connection.RollbackTrans(); }), "No transaction is active.");
@@ -128,21 +114,6 @@ TEST_F(ConnectionTest, CountsTheRowsMatchedAndNoCascades) {
   EXPECT_EQ(connection.Execute("UPDATE Letters SET Number=1 WHERE Number=7"), 0);
   EXPECT_EQ(connection.Execute("DELETE FROM Letters WHERE Number=1"), 2);
   EXPECT_EQ(connection.Execute("SELECT * FROM Letters"), 0);
-}
-
-TEST_F(ConnectionTest, TapHearsStatementsAsWrittenAndInOrder) {
-  std::vector<std::string> heard;
-  connection.tap = [&](std::string_view statement) { heard.emplace_back(statement); };
-  connection.BeginTrans();
-  (void)connection.Read("SELECT TOP 1 * FROM [Letters] WHERE Letter=#06/15/2003#");
-  connection.BeginTrans();
-  EXPECT_EQ(raisedByInsert("''"), std::nullopt);
-  connection.RollbackTrans();
-  connection.CommitTrans();
-  EXPECT_EQ(heard,
-            (std::vector<std::string>{
-                "BEGIN", "SELECT TOP 1 * FROM [Letters] WHERE Letter=#06/15/2003#", "SAVEPOINT s2",
-                "INSERT INTO Letters VALUES ('''', 1)", "ROLLBACK TO s2", "RELEASE s2", "COMMIT"}));
 }
 
 // Those of the schema's own rules are told in its test.

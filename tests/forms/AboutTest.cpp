@@ -58,8 +58,7 @@ TEST_F(AboutTest, TheVersionShowsThreeNumbersAndBothKeysCloseTheBox) {
 }
 
 TEST_F(AboutTest, TheToolOfTheMachineIsRunOrItIsSaidThatThereIsNone) {
-  const std::vector<std::string> none{
-      "La información del sistema no está disponible en este momento"};
+  const Strings none{"La información del sistema no está disponible en este momento"};
   openMainWindow();
   pressSysInfo();
   EXPECT_EQ(takeMessages(), none);

@@ -10,8 +10,6 @@
 namespace bw {
 namespace {
 
-using Strings = std::vector<std::string>;
-
 // Facility 1 with ward 1, facility 2 with wards 2 and 3, facility 3 without. Patient 25000 lies in
 // ward 1 under doctor 1, who visits him; 25001 is not admitted.
 class AdmissionTest : public FormsTest {
@@ -45,8 +43,10 @@ class AdmissionTest : public FormsTest {
     return control<ComboBox>(dialog, box).currentText().toStdString();
   }
   static std::string placement(int patient) {
-    return rows("SELECT InFacilityCode, InWardCode, InDoctorCode FROM Patient WHERE PatientId=" +
-                std::to_string(patient));
+    return rows(
+        "SELECT InFacilityCode, InWardCode, InDoctorCode, LastChargeDate FROM Patient "
+        "WHERE PatientId=" +
+        std::to_string(patient));
   }
   static std::string visitorsOf(int patient) {
     return rows(
@@ -76,7 +76,7 @@ TEST_F(AdmissionTest, TheWardIsKeptOnlyByItsOwnFacility) {
     choose(control<ComboBox>(dialog, "CBFacilityWards"), "South");
     click(dialog, "OKButton");
   });
-  EXPECT_EQ(placement(25000), "2|3|1");
+  EXPECT_EQ(placement(25000), "2|3|1|null");
   EXPECT_EQ(visitorsOf(25000), "1|1|1");
   admit(25000, [&](QWidget& dialog) {
     EXPECT_EQ(shown(dialog, "CBFacilities") + shown(dialog, "CBFacilityWards"), "OakhillSouth");
@@ -124,7 +124,7 @@ TEST_F(AdmissionTest, AMarkedAttendingDoctorGoesAndADoubledVisitorIsTold) {
     click(dialog, "OKButton");
   });
   EXPECT_EQ(visitorsOf(25000), "") << "marked, he counted as present";
-  EXPECT_EQ(placement(25000), "1|1|1");
+  EXPECT_EQ(placement(25000), "1|1|1|null");
 }
 
 TEST_F(AdmissionTest, WhatIsRefusedKeepsTheDialogAndTouchesNoVisitor) {
@@ -147,8 +147,17 @@ TEST_F(AdmissionTest, WhatIsRefusedKeepsTheDialogAndTouchesNoVisitor) {
         },
         {visitor("Cole", 0, 0)});
   EXPECT_EQ(takeMessages(), (Strings{"locked", "locked"}));
-  EXPECT_EQ(placement(25001), "2|3|1") << "the admission stands";
+  EXPECT_EQ(placement(25001), "2|3|1|null") << "the admission stands";
   EXPECT_EQ(visitorsOf(25001), "");
+}
+
+TEST_F(AdmissionTest, AVisitThatCountsAsChangedIsRewritten) {
+  run("DROP VIEW PatientDoctorsDescriptive");
+  run("CREATE VIEW PatientDoctorsDescriptive AS SELECT PatientId, DoctorCode, 'Ames' AS Names, "
+      "2 AS AttentionTypeCode, '' AS AttentionTypeDescription, 3 AS Frequency, "
+      "'' AS FrequencyDescription, 3 AS checked FROM PatientDoctors");
+  admit(25000, [](QWidget& dialog) { click(dialog, "OKButton"); });
+  EXPECT_EQ(visitorsOf(25000), "1|2|3");
 }
 
 TEST_F(AdmissionTest, DischargeShowsThePlacementAndLeavesTheVisitors) {
@@ -165,9 +174,8 @@ TEST_F(AdmissionTest, DischargeShowsThePlacementAndLeavesTheVisitors) {
   CurrentPatientId = 25000;
   script.in("frmDischargePatient", discharge("Admitted|General|East|Ames|", ok));
   frmDischargePatient().showModal();
-  EXPECT_EQ(placement(25000), "0|0|0");
+  EXPECT_EQ(placement(25000), "0|0|0|1/1/1990");
   EXPECT_EQ(visitorsOf(25000), "1|1|1");
-  EXPECT_EQ(rows("SELECT LastChargeDate FROM Patient WHERE PatientId=25000"), "1/1/1990");
   script.in("frmDischargePatient", discharge("Not admitted||||", [](QWidget& dialog) {
               EXPECT_FALSE(control<QPushButton>(dialog, "OKButton").isEnabled());
               QTest::keyClick(&dialog, Qt::Key_Escape);

@@ -2,10 +2,7 @@
 #include <QTest>
 
 #include "charges/frmCharges.h"
-#include "charges/frmEditCharge.h"
 #include "core/Principal.h"
-#include "patients/frmAdmitPatient.h"
-#include "patients/frmDischargePatient.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {
@@ -40,14 +37,13 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
     choose(control<ComboBox>(editor, "CBRefDoctors"), "Cole");
     click(editor, "Command1");
     click(editor, "Command4");
-    EXPECT_EQ(shownTexts(control<ListView>(editor, "ListView1")),
-              (std::vector<std::string>{"Asthma", "d1", "d3"}));
+    EXPECT_EQ(shownTexts(control<ListView>(editor, "ListView1")), (Strings{"Asthma", "d1", "d3"}));
     EXPECT_TRUE(selectedRows(control<ListView>(editor, "ListView1")).empty());
     click(editor, "btnOk");
   });
   script.in("frmPickPatient", [](QWidget& pick) {
     EXPECT_EQ(shownTexts(control<ListView>(pick, "ListView1")),
-              (std::vector<std::string>{"Jones, Bob", "Smith, Anna Lee", "St. Clair, Kay"}));
+              (Strings{"Jones, Bob", "Smith, Anna Lee", "St. Clair, Kay"}));
     click(pick, "btnOk");
   });
   script.in("frmPickDiagnosis", [](QWidget& pick) {
@@ -70,7 +66,7 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
   EXPECT_EQ(charge(), "25001|6/15/2003|1|1221|2|3|0|null");
   EXPECT_EQ(diagnoses(), "1 3 31");
   EXPECT_EQ(procedures(), "2 21");
-  EXPECT_EQ(shownTexts(list(), 1), std::vector<std::string>{"Jones, Bob"});
+  EXPECT_EQ(shownTexts(list(), 1), Strings{"Jones, Bob"});
   EXPECT_EQ(selectedRows(list()), std::vector<int>{0});
 
   script.in("frmEditCharge", [&](QWidget& editor) {
@@ -99,36 +95,29 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
   doubleClickRow(list(), 0);
   EXPECT_EQ(charge(), "25001|6/14/2003|2|2111|2|3|0|null");
   EXPECT_EQ(diagnoses(), "3 31");
-  EXPECT_EQ(shownTexts(list(), 4), std::vector<std::string>{"Oakhill"});
+  EXPECT_EQ(shownTexts(list(), 4), Strings{"Oakhill"});
 
   answer(true);
   clickRow(list(), 0);
   trigger(window(), "Eliminar");
-  EXPECT_EQ(takeQuestions(),
-            std::vector<std::string>{"Are you sure you want to delete the selected Charges?"});
+  EXPECT_EQ(takeQuestions(), Strings{"Are you sure you want to delete the selected Charges?"});
   EXPECT_EQ(count("PatientCharges"), "0");
   EXPECT_EQ(count("ChargeDiagnosis"), "0");
   EXPECT_EQ(list().count(), 0);
 }
 
-TEST_F(CaptureTest, TabGoesDownTheLeftAndThenTheRight) {
+TEST_F(CaptureTest, AnInpatientWhoIsPickedBringsTheDoctorOfHisAdmission) {
   openMainWindow();
   script.in("frmEditCharge", [](QWidget& editor) {
-    choose(control<ComboBox>(editor, "CBChargeTypes"), "Outpatient");
-    control<QWidget>(editor, "CBFacilities").setFocus();
-    std::vector<std::string> stops;
-    while (QApplication::focusWidget()->objectName() != "btnOk") {
-      const std::string stop = QApplication::focusWidget()->objectName().toStdString();
-      if (stops.empty() || stop != stops.back()) stops.push_back(stop);
-      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_EQ(stops, (std::vector<std::string>{"CBFacilities", "CBChargeTypes", "Command5",
-                                               "CBDoctors", "CBEMCodes", "DTDOC", "CBRefDoctors",
-                                               "CBStatus", "ListView1", "Command1", "Command2",
-                                               "ListView2", "Command4", "Command3"}));
-    QTest::keyClick(&editor, Qt::Key_Escape);
+    choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
+    choose(control<ComboBox>(editor, "CBFacilities"), "St. Joseph Hospital");
+    click(editor, "Command5");
+    EXPECT_EQ(control<QLineEdit>(editor, "TxtPatient").text(), "Smith-Jones, Al");
+    click(editor, "btnOk");
   });
-  QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
+  script.in("frmPickPatient", [](QWidget& pick) { click(pick, "btnOk"); });
+  trigger(window(), "NewCharge");
+  EXPECT_EQ(rows("SELECT FacilityCode, ReferDoctorCode FROM PatientCharges"), "3|5");
 }
 
 TEST_F(CaptureTest, WhatCannotBeStoredStaysInTheDialog) {
@@ -138,8 +127,8 @@ TEST_F(CaptureTest, WhatCannotBeStoredStaysInTheDialog) {
     choose(control<ComboBox>(editor, "CBChargeTypes"), "Outpatient");
     choose(control<ComboBox>(editor, "CBDoctors"), "Dunn");
     click(editor, "btnOk");  // no patient
-    EXPECT_EQ(takeMessages(), std::vector<std::string>{
-                                  withAdvice(kMissingParent, "Choose the patient first: Alt+P.")});
+    EXPECT_EQ(takeMessages(),
+              Strings{withAdvice(kMissingParent, "Choose the patient first: Alt+P.")});
     EXPECT_TRUE(editor.isVisible());
     EXPECT_EQ(control<ComboBox>(editor, "CBDoctors").currentText(), "Dunn");
     choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
@@ -167,7 +156,7 @@ TEST_F(CaptureTest, ADoubledDiagnosisIsNamed) {
     click(editor, "Command1");
     click(editor, "btnOk");
     EXPECT_EQ(takeMessages(),
-              std::vector<std::string>{withAdvice(
+              Strings{withAdvice(
                   kDuplicateKey,
                   "Asthma stands twice in the list. Take it out once with del, then press Ok.")});
     ASSERT_TRUE(editor.isVisible());
@@ -180,86 +169,28 @@ TEST_F(CaptureTest, ADoubledDiagnosisIsNamed) {
   EXPECT_EQ(diagnoses(), "31");
 }
 
-TEST_F(CaptureTest, AnEmptiedCatalogueShowsItsMessageAndNoDialog) {
-  openMainWindow();
-  run("DELETE FROM EvaluationManagement");
-  trigger(window(), "NewCharge");
-  EXPECT_EQ(takeMessages(),
-            std::vector<std::string>{"You have to define Evaluation & Management Codes first!"});
-  CurrentPatientId = 7;
-  run("INSERT INTO EvaluationManagement VALUES (1, 'Visit', 1, 1, 1, 'BV', '99231', 1, 1, 2)");
-  trigger(window(), "NewCharge");
-  EXPECT_EQ(takeMessages(), std::vector<std::string>{"Error recovering patient information."});
-}
-
+// Their coverage is read once while the editor is open: no more statements for a thousand doctors.
 TEST_F(CaptureTest, CoveringDoctorsStandBehindTheOthersUnderTheirOwnCode) {
-  openMainWindow();
-  script.in("frmEditCharge", [&](QWidget& editor) {
-    auto& doctors = control<ComboBox>(editor, "CBDoctors");
-    QStringList names;
-    for (int i = 10; i < doctors.count(); ++i) names << doctors.itemText(i);
-    EXPECT_EQ(names.join('|'),
-              "Bell (Covering Ames)|Ames (Covering Cole)|Garcia, Luisa M. (Covering Garcia, Luis)|"
-              "Garcia, Luis (Covering Garcia, Luisa M.)");
-    doctors.setListIndex(11);  // with Cole's attention type
-    click(editor, "btnOk");
-  });
-  CurrentPatientId = 25001;
-  trigger(window(), "NewCharge");
-  EXPECT_EQ(rows("SELECT DoctorCode FROM PatientCharges"), "1");
-}
-
-// An admission enters the attending doctor as one who consults.
-TEST_F(CaptureTest, AnAdmissionTakesNoConceptFromItsAttendingDoctor) {
-  const auto offered = [this] {
-    QStringList concepts;
-    for (const char* status : {"Inpatient", "Outpatient"}) {
-      script.in("frmEditCharge", [&, status](QWidget& editor) {
-        choose(control<ComboBox>(editor, "CBChargeTypes"), status);
-        choose(control<ComboBox>(editor, "CBDoctors"), "Garcia, Luis");
-        const auto& box = control<ComboBox>(editor, "CBEMCodes");
-        for (int i = 0; i < box.count(); ++i) concepts << box.itemText(i);
-        click(editor, "btnCancel");
-      });
-      CurrentChargeDate = kNewCharge;
-      frmEditCharge().showModal();
-    }
-    return concepts;
-  };
-  CurrentPatientId = 25005;
-  const QStringList before = offered();
-  EXPECT_EQ(before.size(), 13);
-  script.in("frmAdmitPatient", [](QWidget& dialog) {
-    choose(control<ComboBox>(dialog, "CBDoctors"), "Garcia, Luis");
-    click(dialog, "OKButton");
-  });
-  frmAdmitPatient().showModal();
-  EXPECT_EQ(offered(), before);
-  script.in("frmDischargePatient", [](QWidget& dialog) { click(dialog, "OKButton"); });
-  frmDischargePatient().showModal();
-  EXPECT_EQ(rows("SELECT DoctorCode, AttentionTypeCode FROM PatientDoctors WHERE PatientId=25005"),
-            "5|1");
-  EXPECT_EQ(offered(), before);
-}
-
-// As many statements for a thousand doctors.
-TEST_F(CaptureTest, CoverageIsReadOnceWhileTheEditorIsOpen) {
   openMainWindow();
   CurrentPatientId = 25001;
   takeStatements();
   script.in("frmEditCharge", [&](QWidget& editor) {
     EXPECT_LE(takeStatements().size(), 12U);
-    const auto& doctors = control<ComboBox>(editor, "CBDoctors");
-    EXPECT_EQ(doctors.itemText(10), "Bell (Covering Ames)");
     run("UPDATE Doctors SET Description = 'Ames-Bell' WHERE DoctorCode = 1");
     takeStatements();
     choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
-    EXPECT_EQ(takeStatements(), std::vector<std::string>{"select * from DoctorsDescriptive"});
-    EXPECT_EQ(doctors.count(), 14);
-    EXPECT_EQ(doctors.itemText(10), "Bell (Covering Ames-Bell)");
-    click(editor, "btnCancel");
+    EXPECT_EQ(takeStatements(), Strings{"select * from DoctorsDescriptive"});
+    auto& doctors = control<ComboBox>(editor, "CBDoctors");
+    QStringList names;
+    for (int i = 10; i < doctors.count(); ++i) names << doctors.itemText(i);
+    EXPECT_EQ(names.join('|').toStdString(),
+              "Bell (Covering Ames-Bell)|Ames (Covering Cole)|"
+              "Garcia, Luisa M. (Covering Garcia, Luis)|Garcia, Luis (Covering Garcia, Luisa M.)");
+    doctors.setListIndex(11);  // with Cole's attention type
+    click(editor, "btnOk");
   });
   trigger(window(), "NewCharge");
+  EXPECT_EQ(rows("SELECT DoctorCode FROM PatientCharges"), "1");
 }
 
 }  // namespace

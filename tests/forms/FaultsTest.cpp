@@ -1,8 +1,9 @@
 #include <QApplication>
-#include <QLineEdit>
+#include <QMessageBox>
 #include <QTest>
 
 #include "charges/frmCharges.h"
+#include "controls/MessageBox.h"
 #include "controls/ProgressWindow.h"
 #include "core/Principal.h"
 #include "lists/Settings.h"
@@ -27,7 +28,7 @@ class FaultsTest : public FormsTest {
       };
       click(editor, "btnOk");
       onStatement = nullptr;
-      EXPECT_EQ(takeMessages(), std::vector<std::string>{text});
+      EXPECT_EQ(takeMessages(), Strings{text});
       EXPECT_TRUE(editor.isVisible());
       EXPECT_FALSE(inTransaction());
       EXPECT_EQ(count("PatientCharges"), "1") << "as it was before";
@@ -54,7 +55,7 @@ TEST_F(FaultsTest, ASecondChargeWithinTheSameSecondIsRefusedAndStoredLater) {
   script.in("frmEditCharge", [&](QWidget& editor) {
     click(editor, "btnOk");
     EXPECT_EQ(takeMessages(),
-              std::vector<std::string>{withAdvice(
+              Strings{withAdvice(
                   kDuplicateKey,
                   "Another charge of this patient was entered in this second. Press Ok again.")});
     now.time.second += 1;
@@ -63,6 +64,20 @@ TEST_F(FaultsTest, ASecondChargeWithinTheSameSecondIsRefusedAndStoredLater) {
   QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
   EXPECT_EQ(count("PatientCharges"), "2");
   closeMainWindow();
+}
+
+TEST_F(FaultsTest, ALongMessageShowsItsEndsAndHasTheWholeBehindAButton) {
+  openMainWindow();
+  installMessageBoxes();
+  const std::string text = "SELECT " + std::string(5000, 'x') + " is locked.";
+  script.in("MsgBox", [&](QWidget& window) {
+    const auto& box = dynamic_cast<QMessageBox&>(window);
+    EXPECT_LT(box.text().size(), 1600);
+    EXPECT_TRUE(box.text().startsWith("SELECT x") && box.text().endsWith("x is locked."));
+    EXPECT_EQ(box.detailedText().toStdString(), text);
+    QTest::keyClick(&window, Qt::Key_Return);
+  });
+  MsgBox(text);
 }
 
 class SessionEndTest : public FaultsTest {
@@ -101,37 +116,6 @@ TEST_F(SessionEndTest, PostingRunsToItsEndAndItsReportIsNotAskedFor) {
   trigger(window(), "Post");
   EXPECT_EQ(rows("SELECT Status FROM PatientCharges"), "1 1");
   expectEnded();
-}
-
-// Texts that reach a statement through a list or a filter.
-TEST_F(FaultsTest, DifficultNamesAreShownFoundAndSortedAsTheyStand) {
-  const std::vector<std::string> names{"O''Brien, Pat", "日本, 太郎", "שלום, דוד",
-                                       "😀, Smile",      "MUÑOZ, Ana", "muñoz, Ana"};
-  int id = 25010;
-  for (const std::string& name : names)
-    run("INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
-        "(" +
-        std::to_string(id++) + ", '" + name + "', #01/01/1980#, 'A', 1)");
-  EXPECT_EQ(count("PatientsDescriptiveDupName"), "2");
-  openMainWindow();
-  CurrentPatientId = 25011;
-  script.in("frmEditCharge", [](QWidget& editor) {
-    EXPECT_EQ(control<QLineEdit>(editor, "TxtPatient").text(), "日本, 太郎");
-    click(editor, "Command5");
-    EXPECT_EQ(control<QLineEdit>(editor, "TxtPatient").text(), "O'Brien, Pat");
-    choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
-    click(editor, "btnOk");
-  });
-  script.in("frmPickPatient", [](QWidget& pick) {
-    auto& list = control<ListView>(pick, "ListView1");
-    EXPECT_EQ(list.text(list.selectedItem().value_or(0)), "日本, 太郎");
-    for (int row = 0; row < list.count(); ++row)
-      if (list.text(row) == "O'Brien, Pat") clickRow(list, row);
-    click(pick, "btnOk");
-  });
-  QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
-  EXPECT_EQ(rows("SELECT count(*) FROM PatientCharges WHERE PatientId = 25010"), "1");
-  closeMainWindow();
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ FormsTest::FormsTest() {
 FormsTest::~FormsTest() { delete window_.data(); }
 
 void FormsTest::TearDown() {
-  EXPECT_EQ(fatal_, std::vector<std::string>{});
+  EXPECT_EQ(fatal_, Strings{});
   EXPECT_TRUE(answers_.empty());
   DataTest::TearDown();
 }
@@ -112,8 +112,8 @@ void trigger(const QWidget& window, const char* action) {
   control<QAction>(window, action).trigger();
 }
 
-std::vector<std::string> shownTexts(const ListView& list, int column) {
-  std::vector<std::string> texts;
+Strings shownTexts(const ListView& list, int column) {
+  Strings texts;
   for (int row = 0; row < list.count(); ++row)
     texts.push_back(fromQt(list.model()->index(row, column).data().toString()));
   return texts;

@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QTest>
 #include <filesystem>
+#include <fstream>
 
 #include "charges/frmCharges.h"
 #include "controls/DatePicker.h"
@@ -15,8 +16,6 @@
 
 namespace bw {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 // Four charges: Smith's of the seed (ready), Jones's posted, ready and archived by the run.
 class PostingTest : public FormsTest {
@@ -38,13 +37,19 @@ class PostingTest : public FormsTest {
   }
 
   ListView& list() { return control<ListView>(frmCharges(), "ListView1"); }
-  Texts status() { return shownTexts(list(), 6); }
+  Strings status() { return shownTexts(list(), 6); }
   static std::string stored() {
     return rows("SELECT Status, PrintLot FROM PatientCharges ORDER BY ChargeRealDate");
   }
   void post(ModalScript::Step step) {
     script.in("frmPostCharges", std::move(step));
     trigger(window(), "mnuActions(0)");
+  }
+  void postUnprinted() {
+    post([](QWidget& dialog) {
+      control<QCheckBox>(dialog, "chkPrint").setChecked(false);
+      click(dialog, "OKButton");
+    });
   }
 
   std::vector<std::filesystem::path> viewed;
@@ -60,23 +65,20 @@ TEST_F(PostingTest, PostsWhatIsReadyAndNothingElse) {
     click(dialog, "OKButton");
   });
   EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
-  EXPECT_EQ(status(), (Texts{"Posted", "Posted", "Posted", ""}));
+  EXPECT_EQ(status(), (Strings{"Posted", "Posted", "Posted", ""}));
   EXPECT_TRUE(viewed.empty());
   trigger(window(), "mnuActions(0)");
-  EXPECT_EQ(takeMessages(), Texts{"No charges to post!"});
+  EXPECT_EQ(takeMessages(), Strings{"No charges to post!"});
   // The lot's number brings the same charges again.
   click(frmCharges(), "optSelectedLot");
   type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "200306151");
   click(frmCharges(), "btnGo2");
-  EXPECT_EQ(shownTexts(list(), 0), (Texts{"6/1/2003", "6/3/2003"}));
+  EXPECT_EQ(shownTexts(list(), 0), (Strings{"6/1/2003", "6/3/2003"}));
 }
 
 TEST_F(PostingTest, PostsUnderASortThatMovesTheRows) {
   clickHead(list(), 6);
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
+  postUnprinted();
   EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
 }
 
@@ -98,20 +100,17 @@ TEST_F(PostingTest, ALotThatIsNoneKeepsTheDialogAndCancelPostsNothing) {
   });
   const std::string told =
       "The lot number must be a whole number of at most 2147483647. Please correct it.";
-  EXPECT_EQ(takeMessages(), Texts(3, told));
+  EXPECT_EQ(takeMessages(), Strings(3, told));
   EXPECT_EQ(stored(), "0|null 1|77 0|null 3|null");
   EXPECT_EQ(frmCharges().PostChargeCount, 0);
 }
 
 TEST_F(PostingTest, AChargeThatFailsStaysReadyAndTheOthersArePosted) {
   run("DELETE FROM PatientCharges WHERE PatientId = 25000");
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
-  EXPECT_EQ(takeMessages(), Texts{withAdvice("Problems updating status: U:IMPACTENT")});
+  postUnprinted();
+  EXPECT_EQ(takeMessages(), Strings{withAdvice("Problems updating status: U:IMPACTENT")});
   EXPECT_EQ(stored(), "1|77 1|200306151 3|null");
-  EXPECT_EQ(status(), (Texts{"Ready", "Posted", "Posted", ""}));
+  EXPECT_EQ(status(), (Strings{"Ready", "Posted", "Posted", ""}));
 }
 
 TEST_F(PostingTest, MoreThanTheCountHoldsIsToldAndNothingIsPosted) {
@@ -120,7 +119,7 @@ TEST_F(PostingTest, MoreThanTheCountHoldsIsToldAndNothingIsPosted) {
       "time(i, 'unixepoch'), '2003-07-01', 1, 1, 1, 2, 0, NULL FROM n");
   frmCharges().Refresca();
   trigger(window(), "mnuActions(0)");
-  const Texts told = takeMessages();
+  const Strings told = takeMessages();
   ASSERT_EQ(told.size(), 1U);
   EXPECT_NE(told.front().find("32770 charges"), std::string::npos);
   EXPECT_EQ(rows("SELECT count(*) FROM PatientCharges WHERE PrintLot IS NOT NULL"), "1");
@@ -150,6 +149,27 @@ TEST_F(PostingTest, PostingGoesOnToPrintAndTheReportsDependOnTheInsurance) {
   frmCharges().Imprimir();
   EXPECT_EQ(PrintDialogChoice, 0);
   EXPECT_EQ(viewed.size(), 1U);
+}
+
+TEST_F(PostingTest, EachReportHasItsCodesAndTellsTheFilters) {
+  CurrentInsuranceCode = CurrentDoctorCode = 2;
+  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "77");
+  for (const char* filter : {"optSelectedInsurances", "optSelectedDoctors", "optSelectedLot"})
+    click(frmCharges(), filter);
+  for (int item = 1; item <= 4; ++item) {
+    script.in("frmPrintGeneral", [item](QWidget& dialog) {
+      control<QListWidget>(dialog, "List1").setCurrentRow(item);
+      click(dialog, "OKButton");
+    });
+    frmCharges().Imprimir();
+    std::ifstream file(viewed.back());
+    const std::string document(std::istreambuf_iterator<char>(file), {});
+    const auto has = [&](const char* text) { return document.find(text) != std::string::npos; };
+    const bool billing = item % 2 == 0;
+    EXPECT_EQ(has("BV"), billing) << viewed.back();
+    EXPECT_NE(has("99231"), billing) << viewed.back();
+    EXPECT_TRUE(has(",Insurance: ") && has(", Doctor: ") && has("Lot: 77")) << viewed.back();
+  }
 }
 
 TEST_F(PostingTest, AListPrintsAsItStands) {
@@ -192,18 +212,18 @@ TEST_F(PostingTest, ArchivesWhatIsOlderExceptEachPatientsLatest) {
     QApplication::processEvents();
   };
   archive("06/15/02");
-  EXPECT_EQ(takeMessages(), Texts{"Process ended successfully"});
+  EXPECT_EQ(takeMessages(), Strings{"Process ended successfully"});
   // The day itself is not earlier, and lots stay.
   EXPECT_EQ(stored(), "3|5 3|6 1|7 0|null 1|77 0|null 3|null");
   EXPECT_EQ(CurrentPatientId, 25001);
   ASSERT_EQ(QApplication::activeWindow(), &window());
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "ListView1");
   archive("01012010");
-  EXPECT_EQ(takeMessages(), Texts{"Process ended successfully"});
+  EXPECT_EQ(takeMessages(), Strings{"Process ended successfully"});
   EXPECT_EQ(stored(), "3|5 3|6 3|7 0|null 3|77 0|null 3|null") << "the latest stay, however old";
   closeConnection();
   archive("6/15/2002");
-  const Texts told = takeMessages();
+  const Strings told = takeMessages();
   ASSERT_EQ(told.size(), 2U) << "the run's, then the view's own";
   EXPECT_TRUE(told[0].ends_with(kClosed));
 }
@@ -224,10 +244,7 @@ TEST_F(PostingTest, TheWindowTakesNoInputWhileWorkIsShown) {
     progress->close();
     EXPECT_TRUE(progress->isVisible());
   };
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
+  postUnprinted();
   onStatement = nullptr;
   EXPECT_EQ(shown, 1);  // of two charges: after the first
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);

@@ -40,7 +40,7 @@ TEST_F(StartTest, WithoutASessionThereIsTheMessageAndNoWindow) {
   const std::string file = path("office.db");
   const auto failsWith = [&](const std::string& message) {
     EXPECT_FALSE(start());
-    EXPECT_EQ(takeMessages(), std::vector<std::string>{message});
+    EXPECT_EQ(takeMessages(), Strings{message});
     EXPECT_EQ(MainWindow, nullptr);
   };
   failsWith("Falta iniciar Informacion de Bases de datos");

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "tests/records/Rows.h"
 #include "tests/text/Raised.h"
 
@@ -101,13 +103,6 @@ const std::vector<Row> kFourCharges{charge("5/1/10", 5, 1, 10), charge("7/2/11",
 
 // clang-format off
 const Script kScripts[] = {
-    {"EditUnderASortMovesAtUpdateOnly", kNames, kGreek,
-     {{"look", "1/3 Beta"}, {"sort Names", "2/3 Beta"}, {"find Code=1", "2/3 Beta"},
-      {"set Names=Zeta", "2/3 Zeta"}, {"update", "3/3 Zeta"}, {"order", "Alpha Delta Zeta"},
-      {"add", "-1/3 null"}, {"set Code=9", "-1/3 null"}, {"set Names=carl", "-1/3 carl"},
-      {"update", "2/4 carl"}, {"order", "Alpha carl Delta Zeta"}, {"add", "-1/4 null"},
-      {"set Names=CARL", "-1/4 CARL"}, {"update", "3/5 CARL"}, {"next", "4/5 Delta"},
-      {"order", "Alpha carl CARL Delta Zeta"}}},
     {"EveryMoveCompletesTheEdit", kNames, kGreek,
      {{"sort Names", "2/3 Beta"}, {"at 1", "1/3 Alpha"}, {"set Names=Omega", "1/3 Omega"},
       {"next", "-3/3 !3021"}, {"order", "Beta Delta Omega"}, {"first", "1/3 Beta"},
@@ -150,11 +145,6 @@ const Script kScripts[] = {
       {"filter Names='A' OR Names='D'", "1/2 a"},
       {"filter (Type=1 or Type=2) and Names='a'", "!3001 1/2 a"},
       {"filter [Type]>=1 and [Type]<2 and Names<>'a'", "1/1 b"}}},
-    {"RowThatStopsPassingLeavesTheView", kTyped,
-     {row("a", 1, 0), row("b", 1, 0), row("c", 2, 0), row("d", 1, 0)},
-     {{"filter Type=1", "1/3 a"}, {"next", "2/3 b"}, {"set Type=2", "2/3 b"}, {"update", "-1/2 b"},
-      {"set Names=bb", "-1/2 bb"}, {"update", "-1/2 bb"}, {"sort Names DESC", "-1/2 bb"},
-      {"next", "1/2 d"}, {"filter Type=2", "1/2 c"}, {"order", "c bb"}}},
     {"ReadOnlySetRefusesEachStep", kNames, kGreek,
      {{"set Names=x", "!3251 1/3 Beta"}, {"add", "!3251 1/3 Beta"},
       {"set Names=x", "!3251 1/3 Beta"}, {"update", "1/3 Beta"}, {"delete", "!3251 1/3 Beta"},
@@ -165,21 +155,7 @@ const Script kScripts[] = {
       {"add", "-1/0 null"}, {"update", "1/1 null"}, {"set Names=x", "1/1 x"}, {"next", "-3/1 !3021"}}},
     {"UnstoredNewRowIsDroppedByDelete", kNames, kGreek,
      {{"at 2", "2/3 Alpha"}, {"add", "-1/3 null"}, {"set Names=x", "-1/3 x"},
-      {"delete", "2/3 Alpha"}, {"order", "Beta Alpha Delta"}}},
-    {"SortIsStableWithoutCaseAndNoValueFirst", kTyped,
-     {row("b", 2, 0), row(nullptr, 1, 0), row("B", 1, 0), row("a", nullptr, 0), row("A", 2, 0),
-      row("", 2, 0)},
-     {{"sort Names", "5/6 b"}, {"order", "null '' a A b B"}, {"sort names desc", "1/6 b"},
-      {"order", "b B a A '' null"}, {"sort Names, [Type] DESC", "5/6 b"},
-      {"order", "null '' A a b B"}, {"sort Type,Names", "6/6 b"}, {"order", "a null B '' A b"},
-      {"sort Lost", "!3265 6/6 b"}, {"order", "a null B '' A b"}, {"sort ", "1/6 b"},
-      {"order", "b null B a A ''"}}},
-    {"PutOrMovedInFrontTheOldKeysOrderTheEqualRows", kTyped,
-     {row("c", 1, 0), row("a", 2, 1), row("b", 1, 1), row("a", 1, 0), row("c", 2, 0)},
-     {{"sort Names DESC", "1/5 c"}, {"sort Type, Names DESC", "1/5 c"}, {"order", "c b a c a"},
-      {"sort checked DESC, Type, Names DESC", "3/5 c"}, {"order", "b a c a c"},
-      {"sort Type, checked DESC, Names DESC", "2/5 c"}, {"order", "b c a a c"},
-      {"sort Type DESC, checked DESC, Names DESC", "4/5 c"}, {"order", "a c b c a"}}}};
+      {"delete", "2/3 Alpha"}, {"order", "Beta Alpha Delta"}}}};
 // clang-format on
 
 class RecordSetTest : public ::testing::TestWithParam<Script> {};
@@ -196,33 +172,25 @@ INSTANTIATE_TEST_SUITE_P(Scripts, RecordSetTest, ::testing::ValuesIn(kScripts),
                          [](const auto& test) { return std::string(test.param.name); });
 
 TEST(RecordSetFieldsTest, AreFoundByNameOrIndexAndConverted) {
-  const std::vector<Field> fields{{"PatientId", FieldType::smallint}, {"Lot", FieldType::integer},
-                                  {"Names", FieldType::text},         {"Born", FieldType::date},
-                                  {"Time", FieldType::time},          {"ZITS", FieldType::dateTime},
-                                  {"checked", FieldType::untyped}};
-  RecordSet set(makeStore(fields, {row(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0)}),
+  RecordSet set(makeStore({{"PatientId", FieldType::smallint},
+                           {"Lot", FieldType::integer},
+                           {"Names", FieldType::text},
+                           {"Born", FieldType::date}},
+                          {row(nullptr, nullptr, nullptr, nullptr)}),
                 LockType::optimistic);
   const struct {
     const char* field;
     Value value;
-    const char* text;
-  } written[] = {
-      {"patientid", "00012", "12"},
-      {"PATIENTID", std::int64_t{-32768}, "-32768"},
-      {"Lot", "2147483647", "2147483647"},
-      {"Names", std::int64_t{7}, "7"},
-      {"names", std::string(300, 'x'), nullptr},  // sizes are the database's matter
-      {"Born", "6/15/2003", "6/15/2003"},
-      {"Time", "14:05:09", "2:05:09 PM"},
-      {"ZITS", DateTime{*makeDate(1899, 12, 29), *makeTime(23, 59, 59)}, "12/29/1899 11:59:59 PM"},
-      {"checked", std::int64_t{1}, "1"},
-  };
+    std::string text;
+  } written[] = {{"patientid", "00012", "12"},
+                 {"Names", std::int64_t{7}, "7"},
+                 {"NAMES", std::string(300, 'x'), std::string(300, 'x')},  // the database's matter
+                 {"Born", "6/15/2003", "6/15/2003"}};
   for (const auto& [field, value, text] : written) {
     set.set(field, value);
-    const std::string expected = text != nullptr ? text : std::get<std::string>(value);
-    EXPECT_EQ(set.text(field), expected) << "before the update";
+    EXPECT_EQ(set.text(field), text) << "before the update";
     set.Update();
-    EXPECT_EQ(set.text(field), expected);
+    EXPECT_EQ(set.text(field), text);
     set.set(field, Value());
     set.Update();
     EXPECT_TRUE(set.isNull(field));
@@ -230,18 +198,17 @@ TEST(RecordSetFieldsTest, AreFoundByNameOrIndexAndConverted) {
   EXPECT_EQ(set.fieldName(2), "Names");
   set.set(std::size_t{2}, "by index");
   EXPECT_EQ(set.text("NAMES"), "by index");
-
-  const auto raised = [&](auto call) { return raisedBy(call); };
-  EXPECT_EQ(raised([&] { set.set("PatientId", 32768); }), ErrorNumber::multipleStep);
-  EXPECT_EQ(raised([&] { set.set("PatientId", "x"); }), ErrorNumber::wrongType);
-  EXPECT_EQ(raised([&] { set.set("Born", "2/30/2003"); }), ErrorNumber::wrongType);
-  EXPECT_EQ(raised([&] { set.set("Lost", 1); }), ErrorNumber::noSuchItem);
-  EXPECT_EQ(raised([&] { (void)set.value(std::size_t{7}); }), ErrorNumber::noSuchItem);
-  EXPECT_EQ(raised([&] { (void)set.text("PatientId"); }), ErrorNumber::invalidNull);
-  EXPECT_EQ(raised([&] { (void)set.code("PatientId"); }), ErrorNumber::invalidNull);
+  for (const int lot : {1, 70001}) set.set("Lot", lot);
   EXPECT_EQ(set.textOrEmpty("PatientId"), "");
-  set.set("Lot", 70001);
-  EXPECT_EQ(raised([&] { (void)set.code("Lot"); }), ErrorNumber::overflow);
+  const std::pair<std::function<void()>, ErrorNumber> refused[] = {
+      {[&] { set.set("PatientId", 32768); }, ErrorNumber::multipleStep},
+      {[&] { set.set("PatientId", "x"); }, ErrorNumber::wrongType},
+      {[&] { set.set("Lost", 1); }, ErrorNumber::noSuchItem},
+      {[&] { (void)set.value(std::size_t{7}); }, ErrorNumber::noSuchItem},
+      {[&] { (void)set.text("PatientId"); }, ErrorNumber::invalidNull},
+      {[&] { (void)set.code("PatientId"); }, ErrorNumber::invalidNull},
+      {[&] { (void)set.code("Lot"); }, ErrorNumber::overflow}};
+  for (const auto& [use, number] : refused) EXPECT_EQ(raisedBy(use), number);
 }
 
 TEST(RecordSetFieldsTest, ColumnWithoutATypeTakesItFromItsFirstValue) {

@@ -1,4 +1,5 @@
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "core/Principal.h"
 #include "reports/ApoyoImpresion.h"
@@ -39,6 +40,8 @@ TEST_F(DocumentTest, IsTheUsersAloneAndReplacesTheOneBefore) {
   folder.write("documents/DoctorsView.myv", "before");
   fs::remove_all(document.parent_path());
   writeDoctors();
+  // What a process of this number left when it was ended.
+  folder.write("documents/DoctorsView.myv." + std::to_string(getpid()), "half");
   writeDoctors();
   EXPECT_EQ(modeOf(document), 0600);
   EXPECT_EQ(modeOf(document.parent_path()), 0700);
@@ -58,10 +61,9 @@ TEST_F(DocumentTest, ADiskThatIsFullLeavesTheOldDocument) {
     const FullDisk full(1000);
     writeDoctors();
   }
-  EXPECT_EQ(takeMessages(),
-            std::vector<std::string>{"The document cannot be written: " + document.string() +
-                                     ": File too large. The document that was there before is "
-                                     "unchanged."});
+  EXPECT_EQ(takeMessages(), Strings{"The document cannot be written: " + document.string() +
+                                    ": File too large. The document that was there before is "
+                                    "unchanged."});
   EXPECT_EQ(document_(), "before");
   EXPECT_EQ(files(), 1);
   EXPECT_EQ(viewed, 0);
@@ -95,7 +97,7 @@ TEST_F(DocumentTest, AMissingViewerRaisesBehindACompleteDocument) {
   EXPECT_TRUE(document_().ends_with(",\r\n"));
 }
 
-TEST_F(DocumentTest, ARowThatIsBeingEditedShowsItsNewValues) {
+TEST_F(DocumentTest, ARowThatIsBeingEditedShowsItsNewValuesAndNoValueIsEmpty) {
   const RecordSetRef doctors = DatabaseConnection.Read("SELECT * FROM Doctors");
   ViewerDocument open(document, 8, 11);
   const auto cells = [&] { ViewerRowCells(doctors, 0, 0, 1, kBlack, 10, 0, "Description,1;", 1); };
@@ -104,10 +106,16 @@ TEST_F(DocumentTest, ARowThatIsBeingEditedShowsItsNewValues) {
   cells();
   doctors->Update();
   cells();
+  doctors->set("Description", "again");
+  cells();
+  doctors->set("Description", Value());
+  doctors->Update();
+  cells();
   open.close();
-  const std::string row = "1,0,0,1440,1440,,0,0,1,,,0,,Times New Roman,10,0,1,,";
-  EXPECT_EQ(document_(),
-            "MYVIEWER10,8,11\r\n" + row + "Ames\r\n" + row + "changed\r\n" + row + "changed\r\n");
+  std::string expected = "MYVIEWER10,8,11\r\n";
+  for (const char* text : {"Ames", "changed", "changed", "again", ""})
+    expected += std::string("1,0,0,1440,1440,,0,0,1,,,0,,Times New Roman,10,0,1,,") + text + "\r\n";
+  EXPECT_EQ(document_(), expected);
 }
 
 TEST_F(DocumentTest, LongWorkIsShownAndEndsAlsoWhenItFails) {

@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "engine/EngineTransaction.h"
 #include "engine/SqliteEngine.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"
@@ -136,6 +137,13 @@ TEST_F(LoadTest, RefusesFoldersAndStationsThatItCannotLoadFrom) {
   EXPECT_THROW(loadTables(folder_ / "none.db", folder_ / "tables", out_, nullptr), RuntimeError);
   ASSERT_EQ(load(), Exit::done);
   EXPECT_EQ(load(), Exit::refused);  // the row stands already
+}
+
+TEST_F(LoadTest, AStationThatWritesIsToldBeforeTheFirstRow) {
+  table("Doctors", "DoctorCode\tDescription\tBillingDoctorCode\n");
+  const std::unique_ptr<Engine> other = openSqlite(database_);
+  const EngineTransaction held(*other, TransactionKind::writing);
+  EXPECT_THROW(load(), RuntimeError);
 }
 
 TEST_F(LoadTest, TheCheckFindsWhatTheEngineWouldRefuse) {

@@ -182,8 +182,7 @@ TEST_F(WebPaneTest, WithoutTheModuleASentenceNamesThePackage) {
   for (const char* button : {"Back", "Fordward", "Refresh", "Home", "Stop"}) press(button);
   EXPECT_TRUE(waitUntil([] { return !isWorking(); }));
   trigger(window(), "mnuViewRefresh");
-  EXPECT_EQ(takeFatal(),
-            std::vector<std::string>{std::string(errorText(ErrorNumber::noSuchOperation))});
+  EXPECT_EQ(takeFatal(), Strings{std::string(errorText(ErrorNumber::noSuchOperation))});
   frmShorcuts().FuerzaNodeClick(0, 0);
   EXPECT_TRUE(control<QWidget>(window(), "frmCharges").isVisible());
 
