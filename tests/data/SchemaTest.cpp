@@ -204,18 +204,6 @@ TEST_F(SchemaTest, QueriesTellWhatTheListsNeed) {
   EXPECT_EQ(keys("insurance where [billinginsurancecode]=''"), "2 ");
 }
 
-// Rows of a table come in key order, whatever the order in which they were stored: lists and combo
-// boxes lean on it.
-TEST_F(SchemaTest, TablesDeliverTheirRowsInKeyOrder) {
-  engine_->execute("INSERT INTO Facility VALUES (9,'A',1,'',''), (2,'C',1,'',''), (5,'B',1,'','')");
-  engine_->execute("INSERT INTO FacilityWards VALUES (4,9,'x',0), (3,2,'x',0), (1,9,'x',0)");
-  EXPECT_EQ(firstColumn("select * from facility"), "2 5 9 ");
-  EXPECT_EQ(firstColumn("SELECT * FROM FacilityWards WHERE FacilityCode= 9"), "1 4 ");
-  EXPECT_EQ(firstColumn("SELECT * FROM FacilitiesDescriptive where BillingFacilityCode=''"),
-            "2 5 9 ");
-  EXPECT_EQ(firstColumn("select * from ChargeTypes"), "1 2 ");
-}
-
 // A filter that goes another way than told takes a hundred times as long in a grown office. Not
 // even statistics gathered by somebody may turn them.
 TEST_F(SchemaTest, FiltersOfChargesTakeTheirIndexes) {
