@@ -55,9 +55,8 @@ constexpr Catalogue kCatalogues[] = {
 // clang-format on
 
 void grow(const Catalogue& catalogue) {
-  DatabaseConnection.Execute(
-      concat("WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ", kRows,
-             ") INSERT OR IGNORE INTO ", catalogue.table, " SELECT ", catalogue.values, " FROM n"));
+  DatabaseConnection.Execute(concat(bench::numbersTo(kRows), "INSERT OR IGNORE INTO ",
+                                    catalogue.table, " SELECT ", catalogue.values, " FROM n"));
 }
 
 // The charges stand in between: their list is empty.

@@ -1,5 +1,7 @@
 #include "bench/Measure.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -17,6 +19,11 @@ struct Pair {
 };
 
 }  // namespace
+
+double allocatedBytes() {
+  const auto info = mallinfo2();
+  return static_cast<double>(info.uordblks + info.hblkhd);
+}
 
 double median(const std::function<double()>& measure) {
   std::array<double, kRuns> runs{};

@@ -30,6 +30,9 @@ double processorMilliseconds(F f) {
   return 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
 }
 
+// Bytes that are allocated at this moment.
+double allocatedBytes();
+
 // The median of so many calls of `measure`.
 double median(const std::function<double()>& measure);
 

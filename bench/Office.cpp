@@ -102,7 +102,8 @@ class Office {
       rows(patient, entered, time, care, 1 + any(kFacilities), 1 + any(kConcepts),
            1 + any(kDoctors), 1 + any(kDoctors), statusOf(i, days - day),
            ready ? Value() : Value(Number{day + 1}));
-      for (int detail = 0, code = any(kDiagnoses); detail < 2 + i % 2; ++detail, code += 7)
+      const int details = size_.diagnoses ? 2 + i % 2 : 0;
+      for (int detail = 0, code = any(kDiagnoses); detail < details; ++detail, code += 7)
         diagnoses(patient, entered, time, 1 + code % kDiagnoses);
       if (i % 100000 == 99999) restart();
     }
@@ -142,15 +143,19 @@ void makeOffice(const fs::path& path, OfficeSize size) {
   Office(*engine, size).fill();
 }
 
-fs::path grownOffice() {
-  const fs::path path = folder() / "bench-office.db";
+fs::path keptOffice(const char* name, OfficeSize size) {
+  const fs::path path = folder() / concat(name, ".db");
   if (fs::exists(path)) return path;
-  std::cerr << "Making the office of a million charges, once.\n";
+  std::cerr << "Making the office of " << size.charges << " charges, once.\n";
   // Under another name as long as it grows: one that was broken off is not taken for whole.
-  const fs::path growing = folder() / "bench-office.part";
-  makeOffice(growing, kGrownOffice);
+  const fs::path growing = folder() / concat(name, ".part");
+  makeOffice(growing, size);
   fs::rename(growing, path);
   return path;
+}
+
+std::string numbersTo(int last) {
+  return concat("WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ", last, ") ");
 }
 
 }  // namespace bw::bench

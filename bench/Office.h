@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "text/Moment.h"
 
@@ -8,7 +9,8 @@ namespace bw::bench {
 
 struct OfficeSize {
   int patients = 0;
-  int charges = 0;  // with two or three diagnoses each
+  int charges = 0;
+  bool diagnoses = true;  // two or three a charge
 };
 
 // 32,000 patients, 1,000,000 charges, 2,500,000 diagnoses. One charge in a thousand is of status 2,
@@ -33,7 +35,11 @@ std::filesystem::path folder();
 // Makes an office at a path, in place of what is there. The same rows every time.
 void makeOffice(const std::filesystem::path& path, OfficeSize size);
 
-// The grown office, made when it is not there. Nobody writes to it.
-std::filesystem::path grownOffice();
+// The office of a size under a name, made when it is not there. Nobody writes to it.
+std::filesystem::path keptOffice(const char* name, OfficeSize size);
+inline std::filesystem::path grownOffice() { return keptOffice("bench-office", kGrownOffice); }
+
+// The beginning of a statement that has the numbers from 1 to `last` in the column i of n.
+std::string numbersTo(int last);
 
 }  // namespace bw::bench

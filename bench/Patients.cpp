@@ -49,9 +49,7 @@ void addPatientOfMerge() {
   DatabaseConnection.BeginTrans();
   const auto run = [](const std::string& text) { DatabaseConnection.Execute(text); };
   run("INSERT INTO Procedures (ProcedureCode, Description) VALUES (1, 'Procedure')");
-  const std::string numbers = concat(
-      "WITH n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < ", kMergedCharges - 1, ") ");
-  run(numbers +
+  run(bench::numbersTo(kMergedCharges) +
       "INSERT INTO PatientCharges SELECT 1, date('2003-06-15', (i / 400) || ' days'), "
       "time(i * 13 % 86400, 'unixepoch'), '2003-06-15', 1, 1, 1, 1, 1, 1 FROM n");
   run("INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 1 FROM "

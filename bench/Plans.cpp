@@ -7,7 +7,7 @@
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "data/Literals.h"
-#include "engine/Connection.h"
+#include "data/SavedQueries.h"
 #include "engine/SqliteEngine.h"
 #include "text/Text.h"
 
@@ -74,7 +74,7 @@ double timeOf(Connection& connection, const std::string& statement, std::ptrdiff
 }  // namespace
 
 int main() {
-  Connection connection(openSqlite(bench::grownOffice().string()));
+  Connection connection = officeConnection(openSqlite(bench::grownOffice().string()));
   std::ptrdiff_t rows = 0;
   const std::string day = monthFirst({bench::kFirstDay.day + 1200});
   const std::string ofDay =

@@ -176,18 +176,6 @@ TEST_F(SchemaTest, ADoctorsAttentionTypeIsThatOfMostVisitsToOthersPatients) {
   EXPECT_EQ(types(), "2 2 1 0 ");
 }
 
-// Rows of a table come in key order, whatever the order in which they were stored: lists and combo
-// boxes lean on it.
-TEST_F(SchemaTest, TablesDeliverTheirRowsInKeyOrder) {
-  engine_->execute("INSERT INTO Facility VALUES (9,'A',1,'',''), (2,'C',1,'',''), (5,'B',1,'','')");
-  engine_->execute("INSERT INTO FacilityWards VALUES (4,9,'x',0), (3,2,'x',0), (1,9,'x',0)");
-  EXPECT_EQ(firstColumn("select * from facility"), "2 5 9 ");
-  EXPECT_EQ(firstColumn("SELECT * FROM FacilityWards WHERE FacilityCode= 9"), "1 4 ");
-  EXPECT_EQ(firstColumn("SELECT * FROM FacilitiesDescriptive where BillingFacilityCode=''"),
-            "2 5 9 ");
-  EXPECT_EQ(firstColumn("select * from ChargeTypes"), "1 2 ");
-}
-
 // Offices keep the files that they have: a table, index or trigger that a new file makes otherwise
 // calls for a way to bring those files up to it.
 TEST_F(SchemaTest, MakesTablesAsTheyAreInFilesMadeBefore) {

@@ -12,21 +12,9 @@
 #include <algorithm>
 #include <map>
 
-#include "catalogues/Editors.h"
-#include "charges/frmArchiveCharges.h"
 #include "charges/frmCharges.h"
-#include "charges/frmEditCharge.h"
-#include "charges/frmPostCharges.h"
 #include "controls/QtText.h"
-#include "core/Principal.h"
-#include "patients/frmAdmitPatient.h"
-#include "patients/frmDischargePatient.h"
-#include "patients/frmEditPatient.h"
-#include "patients/frmMergePatients.h"
-#include "picks/PickDialogs.h"
-#include "printing/PageSize.h"
-#include "printing/frmPrintGeneral.h"
-#include "shell/frmAbout.h"
+#include "tests/forms/Dialogs.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {
@@ -217,72 +205,9 @@ TEST(AccessibilityCheckTest, FindsAListWithoutANameADoubledLetterAndAStepBack) {
                                        "QTableView : does not say why it is empty"}));
 }
 
-struct DialogRow {
-  const char* name;
-  const char* ok;
-  const char* cancel;
-  void (*open)();
-  bool enterCancels = false;
-};
-void PrintTo(const DialogRow& row, std::ostream* out) { *out << row.name; }
-
-template <auto form>
-void open() {
-  form().showModal();
-}
-
-// Patient 25000 is admitted, and the codes are 1: what the small office has.
-const DialogRow kDialogs[] = {
-    {"frmEditCharge", "btnOk", "btnCancel",
-     [] {
-       CurrentChargeDate = kNewCharge;
-       frmEditCharge().showModal();
-     }},
-    {"frmPickDiagnosis", "btnOk", "btnCancel", open<frmPickDiagnosis>},
-    {"frmPickProcedures", "btnOk", "btnCancel", open<frmPickProcedures>},
-    {"frmPickHistory", "btnOk", "btnCancel", open<frmPickHistory>},
-    {"frmPickPatient", "btnOk", "btnCancel", open<frmPickPatient>},
-    {"frmPickDoctor", "btnOk", "btnCancel", open<frmPickDoctor>},
-    {"frmPickInsurance", "btnOk", "btnCancel", open<frmPickInsurance>},
-    {"frmPostCharges", "OKButton", "CancelButton", open<frmPostCharges>},
-    {"frmArchiveCharges", "OKButton", "CancelButton", open<frmArchiveCharges>, true},
-    {"frmEditPatient", "btnOk", "btnCancel", open<frmEditPatient>},
-    {"frmAdmitPatient", "OKButton", "CancelButton", open<frmAdmitPatient>},
-    {"frmAdmitPatientDoctors", "OKButton", "CancelButton", open<frmAdmitPatientDoctors>},
-    {"frmDischargePatient", "OKButton", "CancelButton", open<frmDischargePatient>, true},
-    {"frmMergePatients", "btnOk", "btnCancel",
-     [] {
-       MergeSelection = "00000250000000025001";
-       frmMergePatients().showModal();
-     },
-     true},
-    {"frmEditInsurance", "btnOk", "btnCancel", open<frmEditInsurance>},
-    {"frmEditProcedure", "btnOk", "btnCancel", open<frmEditProcedure>},
-    {"frmEditDiagnosis", "btnOk", "btnCancel", open<frmEditDiagnosis>},
-    {"frmEditDiagnosisFamily", "btnOk", "btnCancel", open<frmEditDiagnosisFamily>},
-    {"frmEditSickness", "btnOk", "btnCancel", open<frmEditSickness>},
-    {"frmEditEMCode", "btnOk", "btnCancel", open<frmEditEMCode>},
-    {"frmEditDoctor", "btnOk", "btnCancel", open<frmEditDoctor>},
-    {"frmEditFacility", "btnOk", "btnCancel", open<frmEditFacility>},
-    {"frmEditWard", "btnOk", "btnCancel", open<frmEditWard>},
-    {"frmPrintGeneral", "OKButton", "CancelButton",
-     [] {
-       PrintDialogCaption = "Reports";
-       PrintDialogItems = "List;Detail;";
-       frmPrintGeneral().showModal();
-     }},
-    {"frmPageSetup", "btnOk", "btnCancel", [] { choosePageSize(QApplication::activeWindow()); }},
-    {"frmAbout", "cmdOK", "", open<frmAbout>},
-};
-
 class DialogAccessibilityTest : public FormsTest, public testing::WithParamInterface<DialogRow> {
  protected:
-  DialogAccessibilityTest() {
-    CurrentPatientId = 25000;
-    CurrentDoctorCode = CurrentFacilityCode = CurrentWardCode = CurrentInsuranceCode = 1;
-    CurrentProcedureCode = CurrentDiagnosisCode = CurrentSicknessCode = 1;
-    CurrentEMCode = CurrentDiagnosisFamilyCode = 1;
-  }
+  DialogAccessibilityTest() { takeRecordsOfSmallOffice(); }
 };
 
 // Left by Esc; by Enter as well where Ok does what has no way back.

@@ -1,0 +1,179 @@
+#include <QTest>
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "data/BWSQLDiagnosis.h"
+#include "data/BWSQLDoctors.h"
+#include "data/BWSQLFacilities.h"
+#include "data/BWSQLPatients.h"
+#include "data/BWSQLSickness.h"
+#include "data/BWSQLWards.h"
+#include "data/Schema.h"
+#include "data/Tables.h"
+#include "shell/RecordKinds.h"
+#include "tests/forms/Dialogs.h"
+#include "tests/forms/FormsFixture.h"
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+// What a saved query has a row for; a table stands for itself.
+struct QueryRow {
+  std::string_view query;
+  std::string_view table;
+};
+constexpr QueryRow kQueries[] = {
+    {"ChargesDescriptive", "PatientCharges"},
+    {"ChargeDiagnosisDescriptive", "ChargeDiagnosis"},
+    {"ChargeProceduresDescriptive", "ChargeProcedures"},
+    {"PatientsDescriptive", "Patient"},
+    {"PatientsDescriptiveAdmitted", "Patient"},
+    {"PatientsDescriptiveNotAdmitted", "Patient"},
+    {"PatientsDescriptiveInconsistent", "Patient"},
+    {"PatientsDescriptiveDupDOB", "Patient"},
+    {"PatientsDescriptiveDupName", "Patient"},
+    {"PatientsDescriptiveDupDOBName", "Patient"},
+    {"PatientsDescriptiveDupAccount", "Patient"},
+    {"PatientsHistoryDescriptive", "PatientHistory"},
+    {"PatientDoctorsDescriptive", "PatientDoctors"},
+    {"DoctorsDescriptive", "Doctors"},
+    {"Coverage", "DoctorCoveringDoctors"},
+    {"FacilitiesDescriptive", "Facility"},
+    {"DiagnosisDescriptive", "Diagnosis"},
+    {"EMCodesDescriptive", "EvaluationManagement"},
+    {"SicknessDescriptive", "Sickness"},
+};
+
+// Null when nothing is known of what has that name.
+const SchemaTable* tableOf(std::string_view name) {
+  for (const QueryRow& row : kQueries)
+    if (sameName(row.query, name)) return &schemaTable(row.table);
+  for (const SchemaTable& table : schemaTables())
+    if (sameName(table.name, name)) return &table;
+  return nullptr;
+}
+
+// The word behind the first FROM.
+std::string sourceOf(const std::string& statement) {
+  const std::string folded = fold(statement);
+  const std::size_t from = folded.find(" from ") + 6;
+  return statement.substr(from, folded.find(' ', from) - from);
+}
+
+bool inKeyOrder(const RowStore& rows, const SchemaTable& table) {
+  std::vector<std::vector<std::int64_t>> keys(rows.rowCount());
+  for (const SchemaColumn& column : table.key())
+    for (std::size_t row = 0; row < keys.size(); ++row)
+      keys[row].push_back(rows.columns[rows.indexOf(column.name)].raw(row));
+  return std::ranges::is_sorted(keys);
+}
+
+// Whatever a list, a combo box or a report is filled with by a statement that asks for no order has
+// the order of its key, however the rows came into the file and under each filter.
+class KeyOrderTest : public FormsTest {
+ protected:
+  KeyOrderTest() {
+    seedLife();
+    for (
+        const char* statement :
+        {"INSERT INTO Insurance VALUES (3, 'A', ''), (2, 'B', '')",
+         "INSERT INTO Sickness (SicknessCode, Description, SicknessTypeCode) VALUES (4, 'A', 0), "
+         "(3, 'B', 0)",
+         "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (9, 1, 'A'), "
+         "(8, 1, 'B')",
+         "INSERT INTO DoctorCoveringDoctors VALUES (1, 9), (1, 4)",
+         "INSERT INTO PatientHistory VALUES (25000, 4, 0), (25000, 3, 0)",
+         "INSERT INTO PatientDoctors VALUES (25000, 9, 1, 1), (25000, 3, 1, 1)",
+         "INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
+         "(25009, 'Smith, Ann', #1950/02/28#, 'A1', 1), (25008, '', NULL, '', 1), "
+         "(25007, 'Smith, Ann', NULL, '', 1), (25006, 'Smith, Al', NULL, '', 1)",
+         // Keys fall while dates of care and lots stay or rise.
+         "INSERT INTO PatientCharges WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM "
+         "n WHERE i < 59) SELECT 25009 - i / 12 % 5, date('2003-06-14', (-i % 3) || ' days'), "
+         "time(5000 - i, 'unixepoch'), date('2003-06-15', (i / 40) || ' days'), 1, 1, 1, 2, "
+         "i % 4, i / 30 FROM n",
+         "INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 21 - 10 * (rowid % "
+         "2) FROM PatientCharges",
+         "INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 3 FROM "
+         "PatientCharges",
+         "INSERT INTO ChargeProcedures VALUES (25000, #06/01/2003#, #08:30:00#, 21), "
+         "(25000, #06/01/2003#, #08:30:00#, 3)"})
+      run(statement);
+    takeRecordsOfSmallOffice();
+  }
+
+  void openViews() {
+    std::int16_t view = 0;
+    for (const RecordKind& kind : recordKinds()) {
+      for (const ViewFilter& filter : kind.filters) window().CambiaAVista(view, filter.number);
+      window().CambiaAVista(view++, 0);
+    }
+  }
+
+  void useFilters() {
+    window().CambiaAVista(0, 0);
+    for (const int status : {0, 4, 5, 13}) {
+      window().CambiaAVista(0, static_cast<std::int16_t>(status));
+      for (const char* name : {"Dates", "Patients", "Insurances", "Doctors"}) {
+        click(frmCharges(), (std::string("optAll") + name).c_str());
+        click(frmCharges(), (std::string("optSelected") + name).c_str());
+        click(frmCharges(), (std::string("optAll") + name).c_str());
+      }
+      click(frmCharges(), "optSelectedLot");
+      click(frmCharges(), "optAllLots");
+    }
+  }
+
+  void openDialogs() {
+    for (const DialogRow& dialog : kDialogs) {
+      script.in(dialog.name,
+                [](QWidget& window) { QTest::keyClick(window.focusWidget(), Qt::Key_Escape); });
+      dialog.open();
+    }
+    CurrentChargeDate = kSeedDate;
+    CurrentChargeTime = kSeedTime;
+    script.in("frmEditCharge",
+              [](QWidget& window) { QTest::keyClick(window.focusWidget(), Qt::Key_Escape); });
+    frmEditCharge().showModal();
+  }
+
+  static void readLists() {
+    FacilityList();
+    DoctorList();
+    CoveringDoctorList(1);
+    DiagnosisFamilyList();
+    SicknessTypeList();
+    WardListByFacility(1);
+    ChargeDiagnosisList(25000, kSeedDate, kSeedTime);
+    ChargeProceduresList(25000, kSeedDate, kSeedTime);
+  }
+};
+
+TEST_F(KeyOrderTest, EveryStatementWithoutAnOrderHasThatOfItsKey) {
+  takeStatements();
+  openMainWindow();
+  openViews();
+  useFilters();
+  openDialogs();
+  readLists();
+  std::map<std::string, std::ptrdiff_t> most;  // rows, by what was read
+  const Texts issued = takeStatements();
+  for (const std::string& statement : std::set<std::string>(issued.begin(), issued.end())) {
+    if (fold(statement).find("order by") != std::string::npos) continue;
+    const std::string source = sourceOf(statement);
+    const RecordSetRef rows = DatabaseConnection.Read(statement);
+    const SchemaTable* table = tableOf(source);
+    ASSERT_NE(table, nullptr) << statement;
+    EXPECT_TRUE(inKeyOrder(*rows->rows(), *table)) << statement;
+    std::ptrdiff_t& count = most[fold(source)];
+    count = std::max(count, rows->RecordCount());
+  }
+  for (const std::string& query : schemaQueries()) EXPECT_GT(most[fold(query)], 1) << query;
+}
+
+}  // namespace
+}  // namespace bw
