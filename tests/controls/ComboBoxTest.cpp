@@ -67,12 +67,6 @@ class ComboBoxTest : public ::testing::Test {
   int selections = 0;
 };
 
-TEST_F(ComboBoxTest, FillingSelectsNothingAndFiresNothing) {
-  box.Clear();
-  EXPECT_EQ(box.ListIndex(), -1);
-  EXPECT_EQ(selections, 0);
-}
-
 // The handlers reposition record sets; a search that failed left one at its end.
 TEST_F(ComboBoxTest, AssigningFiresAlsoTheSameIndexAndOneOutsideTheListIsAnError) {
   for (const int index : {1, 1, -1, 2}) box.setListIndex(index);
@@ -111,30 +105,6 @@ TEST_F(ComboBoxTest, WhatIsTypedIsFoundWithBlanksFromTheChosenItemOn) {
     EXPECT_TRUE(box.settle());
     EXPECT_EQ(hint(), "");
   }
-}
-
-TEST_F(ComboBoxTest, KeysOfTheSearchAndOfTheList) {
-  letters("smith");
-  for (const int next : {3, 4, 5, 2}) {
-    press(Qt::Key_F3);
-    EXPECT_EQ(box.ListIndex(), next);
-  }
-  letters(",");
-  EXPECT_EQ(box.ListIndex(), 3);
-  press(Qt::Key_Backspace);
-  EXPECT_EQ(box.ListIndex(), 2);
-  press(Qt::Key_Escape);
-  EXPECT_EQ(box.ListIndex(), 0) << "back to where the search began";
-  EXPECT_TRUE(window.isVisible());
-  letters("z");
-  press(Qt::Key_Up);
-  letters("z");
-  EXPECT_EQ(hint(), "Find: z") << "another key ends the text";
-  press(Qt::Key_Backspace);
-  EXPECT_EQ(box.ListIndex(), 8);
-  press(Qt::Key_Space);
-  EXPECT_TRUE(box.view()->isVisible()) << "a blank that begins no text opens the list";
-  box.hidePopup();
 }
 
 TEST_F(ComboBoxTest, OneOfSeveralWithItsNameIsToldByItsMark) {
@@ -186,20 +156,6 @@ TEST_F(ComboBoxTest, ATextWithoutItemKeepsTheChoiceAndIsStoppedOnce) {
     EXPECT_EQ(QApplication::focusWidget() == &box, *way.name != 'T' && *way.name != 'O')
         << way.name;
   }
-}
-
-TEST_F(ComboBoxTest, WhatIsWrongIsAskedForAlsoWhenTheFocusHasGone) {
-  letters("qq");
-  window.behind.setFocus();
-  EXPECT_EQ(hint(), "Find: qq (no such entry; chosen is Adler, Ann)");
-  QTest::mouseClick(window.ok(), Qt::LeftButton);
-  EXPECT_EQ(QApplication::focusWidget(), &box);
-  letters("q");
-  press(Qt::Key_Return);
-  EXPECT_EQ(window.oks, 0) << "another text is another mistake";
-  box.setListIndex(2);
-  press(Qt::Key_Return);
-  EXPECT_EQ(window.oks, 1) << "the choice by code has put the text away";
 }
 
 class LongComboBoxTest : public ComboBoxTest {

@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QTest>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 #include <QWindow>
 
 #include "controls/Dialog.h"
@@ -191,16 +190,6 @@ TEST_F(DatePickerTest, TheCalendarIsUsedByKeysAndEscClosesNothingElse) {
   press(Qt::Key_Escape);
   EXPECT_FALSE(form->isVisible());
   EXPECT_EQ(form->stored, 0);
-}
-
-TEST_F(DatePickerTest, TheWheelLeavesTheDateAlone) {
-  for (QWidget* focused : {form->after, static_cast<QLineEdit*>(form->date)}) {
-    focused->setFocus();
-    QWheelEvent notch(QPointF(5, 5), form->date->mapToGlobal(QPointF(5, 5)), {}, {0, -120},
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(form->date, &notch);
-    EXPECT_EQ(shown(), "11/25/2026");
-  }
 }
 
 TEST_F(DatePickerTest, ADateOfBirthCanBeMissingAndIsNotGuessedAhead) {

@@ -4,10 +4,8 @@
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QTest>
 
 #include "lists/Lists.h"
-#include "lists/WorkingList.h"
 #include "text/RuntimeError.h"
 
 namespace bw {
@@ -89,20 +87,6 @@ TEST(ListViewTest, RowsKeepTheirPositionsWhenOneIsTakenOut) {
   EXPECT_EQ(list.selectedItem(), std::nullopt) << "a neighbour has the focus, not the selection";
 }
 
-TEST(ListViewTest, ATickByTheUserIsToldOnceWhenItIsDone) {
-  ListView list(kColumns, {.checkBoxes = true});
-  ListFill(list, rowsOf({"a", "b"}));
-  std::vector<std::pair<int, bool>> told;
-  list.onItemCheck = [&](int row, bool checked) {
-    EXPECT_EQ(list.checked(row), checked);
-    told.emplace_back(row, checked);
-  };
-  list.setCurrentIndex(list.model()->index(1, 0));
-  QTest::keyClick(&list, Qt::Key_Space);
-  QTest::keyClick(&list, Qt::Key_Space);
-  EXPECT_EQ(told, (std::vector<std::pair<int, bool>>{{1, true}, {1, false}}));
-}
-
 // Positions are set one after another; that does not give back every order.
 TEST(ListViewTest, StoredPositionsMoveTheOtherColumnsAlong) {
   ListView list({{"a", "a"}, {"b", "b"}, {"c", "c"}, {"d", "d"}}, {});
@@ -112,15 +96,6 @@ TEST(ListViewTest, StoredPositionsMoveTheOtherColumnsAlong) {
       (std::vector<int>{list.Position(0), list.Position(1), list.Position(2), list.Position(3)}),
       (std::vector<int>{2, 4, 3, 1}));
   EXPECT_THROW(list.setPosition(0, 5), RuntimeError);
-}
-
-TEST(ListViewTest, ADesignedWidthIsKeptToTheTwipUntilTheUserChangesIt) {
-  ListView list({{"a", "a", 1000}}, {});
-  EXPECT_EQ(list.Width(0), 1000.0F);
-  list.horizontalHeader()->resizeSection(0, 50);
-  EXPECT_EQ(list.Width(0), 750.0F);
-  list.setWidth(0, 0);
-  EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 0) << "no least width";
 }
 
 TEST(ListViewTest, AWidthMeansTheSameAtEveryFont) {

@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QLineEdit>
 #include <QTest>
 #include <fstream>
 

@@ -106,6 +106,20 @@ TEST_F(CaptureTest, ByMouseNewChangedDeletedAndStillThereAfterARestart) {
   EXPECT_EQ(list().count(), 0);
 }
 
+TEST_F(CaptureTest, AnInpatientWhoIsPickedBringsTheDoctorOfHisAdmission) {
+  openMainWindow();
+  script.in("frmEditCharge", [](QWidget& editor) {
+    choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
+    choose(control<ComboBox>(editor, "CBFacilities"), "St. Joseph Hospital");
+    click(editor, "Command5");
+    EXPECT_EQ(control<QLineEdit>(editor, "TxtPatient").text(), "Smith-Jones, Al");
+    click(editor, "btnOk");
+  });
+  script.in("frmPickPatient", [](QWidget& pick) { click(pick, "btnOk"); });
+  trigger(window(), "NewCharge");
+  EXPECT_EQ(rows("SELECT FacilityCode, ReferDoctorCode FROM PatientCharges"), "3|5");
+}
+
 TEST_F(CaptureTest, WhatCannotBeStoredStaysInTheDialog) {
   run("INSERT INTO Facility VALUES (7, 'At home', 3, '', '')");
   openMainWindow();

@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
 
@@ -117,37 +116,6 @@ TEST_F(SessionEndTest, PostingRunsToItsEndAndItsReportIsNotAskedFor) {
   trigger(window(), "Post");
   EXPECT_EQ(rows("SELECT Status FROM PatientCharges"), "1 1");
   expectEnded();
-}
-
-// Strings that reach a statement through a list or a filter.
-TEST_F(FaultsTest, DifficultNamesAreShownFoundAndSortedAsTheyStand) {
-  const Strings names{"O''Brien, Pat", "日本, 太郎", "שלום, דוד",
-                      "😀, Smile",      "MUÑOZ, Ana", "muñoz, Ana"};
-  int id = 25010;
-  for (const std::string& name : names)
-    run("INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
-        "(" +
-        std::to_string(id++) + ", '" + name + "', #01/01/1980#, 'A', 1)");
-  EXPECT_EQ(count("PatientsDescriptiveDupName"), "2");
-  openMainWindow();
-  CurrentPatientId = 25011;
-  script.in("frmEditCharge", [](QWidget& editor) {
-    EXPECT_EQ(control<QLineEdit>(editor, "TxtPatient").text(), "日本, 太郎");
-    click(editor, "Command5");
-    EXPECT_EQ(control<QLineEdit>(editor, "TxtPatient").text(), "O'Brien, Pat");
-    choose(control<ComboBox>(editor, "CBChargeTypes"), "Inpatient");
-    click(editor, "btnOk");
-  });
-  script.in("frmPickPatient", [](QWidget& pick) {
-    auto& list = control<ListView>(pick, "ListView1");
-    EXPECT_EQ(list.text(list.selectedItem().value_or(0)), "日本, 太郎");
-    for (int row = 0; row < list.count(); ++row)
-      if (list.text(row) == "O'Brien, Pat") clickRow(list, row);
-    click(pick, "btnOk");
-  });
-  QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
-  EXPECT_EQ(rows("SELECT count(*) FROM PatientCharges WHERE PatientId = 25010"), "1");
-  closeMainWindow();
 }
 
 }  // namespace

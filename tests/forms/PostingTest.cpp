@@ -45,6 +45,12 @@ class PostingTest : public FormsTest {
     script.in("frmPostCharges", std::move(step));
     trigger(window(), "mnuActions(0)");
   }
+  void postUnprinted() {
+    post([](QWidget& dialog) {
+      control<QCheckBox>(dialog, "chkPrint").setChecked(false);
+      click(dialog, "OKButton");
+    });
+  }
 
   std::vector<std::filesystem::path> viewed;
 };
@@ -72,10 +78,7 @@ TEST_F(PostingTest, PostsWhatIsReadyAndNothingElse) {
 
 TEST_F(PostingTest, PostsUnderASortThatMovesTheRows) {
   clickHead(list(), 6);
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
+  postUnprinted();
   EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
 }
 
@@ -104,10 +107,7 @@ TEST_F(PostingTest, ALotThatIsNoneKeepsTheDialogAndCancelPostsNothing) {
 
 TEST_F(PostingTest, AChargeThatFailsStaysReadyAndTheOthersArePosted) {
   run("DELETE FROM PatientCharges WHERE PatientId = 25000");
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
+  postUnprinted();
   EXPECT_EQ(takeMessages(), Strings{withAdvice("Problems updating status: U:IMPACTENT")});
   EXPECT_EQ(stored(), "1|77 1|200306151 3|null");
   EXPECT_EQ(status(), (Strings{"Ready", "Posted", "Posted", ""}));
@@ -152,22 +152,25 @@ TEST_F(PostingTest, PostingGoesOnToPrintAndTheReportsDependOnTheInsurance) {
 }
 
 TEST_F(PostingTest, EachReportHasItsCodesAndTellsTheFilters) {
-  CurrentInsuranceCode = CurrentDoctorCode = 1;
-  for (const char* filter : {"optSelectedInsurances", "optSelectedDoctors"})
+  CurrentInsuranceCode = CurrentDoctorCode = 2;
+  for (const char* filter : {"optSelectedInsurances", "optSelectedDoctors", "optSelectedLot"})
     click(frmCharges(), filter);
+  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "77");
+  click(frmCharges(), "btnGo2");
   for (int item = 1; item <= 4; ++item) {
     script.in("frmPrintGeneral", [item](QWidget& dialog) {
       control<QListWidget>(dialog, "List1").setCurrentRow(item);
       click(dialog, "OKButton");
     });
     frmCharges().Imprimir();
+    ASSERT_EQ(std::ssize(viewed), item);
     std::ifstream file(viewed.back());
     const std::string document(std::istreambuf_iterator<char>(file), {});
     const auto has = [&](const char* text) { return document.find(text) != std::string::npos; };
     const bool billing = item % 2 == 0;
     EXPECT_EQ(has("BV"), billing) << viewed.back();
     EXPECT_NE(has("99231"), billing) << viewed.back();
-    EXPECT_TRUE(has(",Insurance: ") && has(", Doctor: ")) << viewed.back();
+    EXPECT_TRUE(has(",Insurance: ") && has(", Doctor: ") && has("Lot: 77")) << viewed.back();
   }
 }
 
@@ -243,10 +246,7 @@ TEST_F(PostingTest, TheWindowTakesNoInputWhileWorkIsShown) {
     progress->close();
     EXPECT_TRUE(progress->isVisible());
   };
-  post([](QWidget& dialog) {
-    control<QCheckBox>(dialog, "chkPrint").setChecked(false);
-    click(dialog, "OKButton");
-  });
+  postUnprinted();
   onStatement = nullptr;
   EXPECT_EQ(shown, 1);  // of two charges: after the first
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);

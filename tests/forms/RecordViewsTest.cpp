@@ -1,11 +1,11 @@
 #include <QLineEdit>
 #include <QTest>
-#include <variant>
+#include <algorithm>
+#include <map>
 
 #include "controls/QtText.h"
 #include "core/Principal.h"
 #include "lists/RecordView.h"
-#include "lists/Settings.h"
 #include "shell/RecordKinds.h"
 #include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"

@@ -198,7 +198,7 @@ TEST(RecordSetFieldsTest, AreFoundByNameOrIndexAndConverted) {
   EXPECT_EQ(set.fieldName(2), "Names");
   set.set(std::size_t{2}, "by index");
   EXPECT_EQ(set.text("NAMES"), "by index");
-  set.set("Lot", 70001);
+  for (const int lot : {1, 70001}) set.set("Lot", lot);
   EXPECT_EQ(set.textOrEmpty("PatientId"), "");
   const std::pair<std::function<void()>, ErrorNumber> refused[] = {
       {[&] { set.set("PatientId", 32768); }, ErrorNumber::multipleStep},
