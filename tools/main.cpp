@@ -34,13 +34,16 @@ constexpr const char* kPracticeHelp =
     "Make a database with a fictional office to try the program on.";
 constexpr const char* kLoadHelp =
     "Load rows from text files, all or nothing.\n"
-    "FOLDER holds a file a table, named Patient.tsv: UTF-8, a first line of column names, then a\n"
-    "line a row, the cells parted by tabs, without quotes; `tables` tells what they take. An "
-    "empty\n"
-    "cell is the empty text or no value. Lookup rows take the place of rows with the same number;\n"
-    "other rows must be new. Every refused row is named by file, line and column, and then "
-    "nothing\n"
-    "is loaded.";
+    "FOLDER holds a file a table: a first line of column names, then a line a row; `tables` tells\n"
+    "what they take. In Patient.tsv cells are parted by tabs, without quotes; in Patient.csv by\n"
+    "commas or semicolons, and may stand in quotes. An empty cell is the empty text or no value.\n"
+    "Lookup rows take the place of rows with the same number; other rows must be new. Every\n"
+    "refused row is named by file, line and column, and then nothing is loaded.";
+constexpr const char* kExportHelp =
+    "Write all rows into a new folder, a file a table, as `load` reads them.\n"
+    "They hold patients' data; only you can read them.";
+constexpr const char* kTemplateHelp =
+    "Write a file a table with nothing but its head into a new folder, to be filled for `load`.";
 constexpr const char* kCheckHelp =
     "Look for damage, missing tables, columns and queries, values that cannot be, and rows that\n"
     "name others which do not exist. Changes nothing.";
@@ -88,13 +91,28 @@ int main(int argc, char** argv) {
   create->add_flag("--register", registered, "Register it too, as the command register does");
   create->add_flag("--change-log", logged, "Write down who changes what, as changelog on does");
   create->add_option("--owner", owner, "The user who works with it; needs sudo");
-  command("load", kLoadHelp,
-          [&] {
-            return loadTables(path, folder, std::cout,
-                              isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr);
-          })
-      ->add_option("FOLDER", folder, "The folder with the text files")
-      ->required();
+  LoadOptions loading;
+  bool windows = false;
+  CLI::App* load = command("load", kLoadHelp, [&] {
+    loading.code = windows ? TextCode::windows1252 : TextCode::utf8;
+    return loadTables(path, folder, std::cout, isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr,
+                      loading);
+  });
+  load->add_option("FOLDER", folder, "The folder with the text files")->required();
+  load->add_flag("--dry-run", loading.dryRun, "Only tell what would be loaded or refused");
+  load->add_flag("--update", loading.update,
+                 "Let rows of catalogues with a known number change the ones that stand");
+  load->add_flag("--windows-1252", windows, "The files are in Windows-1252; otherwise in UTF-8");
+  TableForm form = TableForm::tabs;
+  const auto asTables = [&](CLI::App* written) {
+    written->add_option("FOLDER", folder, "The new folder")->required();
+    written->add_flag_callback(
+        "--csv", [&form] { form = TableForm::commas; }, "With commas and quotes, for spreadsheets");
+  };
+  asTables(
+      command("export", kExportHelp, [&] { return exportTables(path, folder, form, std::cout); }));
+  CLI::App* heads = app.add_subcommand("template", kTemplateHelp);
+  asTables(heads->callback([&] { result = writeTemplates(folder, form, std::cout); }));
   std::string state;
   command("changelog", kChangeLogHelp,
           [&] { return switchChangeLog(path, state == "on", std::cout); })
@@ -118,7 +136,10 @@ int main(int argc, char** argv) {
   history->add_option("--to", to, "Only to the end of a day");
   CLI::Option* into = history->add_option("--into", folder, "The new file for lines taken out");
   history->add_option("--prune", before, "Take the lines before a day out of the log")->needs(into);
-  app.add_subcommand("tables", kTablesHelp)->callback([&] { result = printTables(std::cout); });
+  bool manual = false;
+  app.add_subcommand("tables", kTablesHelp)
+      ->callback([&] { result = manual ? printTablesManual(std::cout) : printTables(std::cout); })
+      ->add_flag("--man", manual, "As a section of the manual page");
   command("check", kCheckHelp, [&] { return checkDatabase(path, std::cout); });
   command("register", kRegisterHelp, [&] { return registerDatabase(path, std::cout); });
   command("practice", kPracticeHelp,

@@ -6,13 +6,12 @@
 #include <sstream>
 
 #include "data/Schema.h"
-#include "data/Tables.h"
 #include "engine/Connection.h"
 #include "engine/SqliteEngine.h"
+#include "tests/tools/DatabaseContent.h"
 #include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"
-#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {
@@ -95,16 +94,6 @@ TEST(CreateTest, LeavesNothingHalfMadeOnAFullDisk) {
   }
 }
 
-std::string contentOf(Engine& engine) {
-  std::string content;
-  for (const SchemaTable& table : schemaTables()) {
-    const std::shared_ptr<RowStore> rows = engine.read(concat("SELECT * FROM ", table.name));
-    for (std::size_t row = 0; row < rows->rowCount(); ++row)
-      for (const Column& column : rows->columns) content += textOrEmpty(column.value(row)) + "\t";
-  }
-  return content;
-}
-
 TEST(PracticeTest, HasSomethingForEveryView) {
   const TemporaryFolder folder;
   std::ostringstream out;
@@ -141,7 +130,7 @@ TEST(PracticeTest, HasSomethingForEveryView) {
             0U);
   // The same office on every computer.
   ASSERT_EQ(createPractice(folder / "b.db", today, out), Exit::done);
-  EXPECT_EQ(contentOf(*engine), contentOf(*openSqlite(folder / "b.db")));
+  EXPECT_EQ(contentOf(folder / "a.db"), contentOf(folder / "b.db"));
 }
 
 }  // namespace
