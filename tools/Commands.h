@@ -28,10 +28,14 @@ class Refused : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// An empty database with its lookup rows, and its workgroup file beside it. `owner` is the user who
+// What a new database holds beside its lookup rows: nothing, or concepts and groups of diagnoses
+// with which an office can begin.
+enum class Contents : std::uint8_t { none, starter };
+
+// A new database, and its workgroup file beside it. `owner` is the user who
 // works with it: only the owner can read the files. Empty: whoever runs this.
 Exit createDatabase(const std::filesystem::path& path, std::ostream& out,
-                    const std::string& owner = {});
+                    const std::string& owner = {}, Contents contents = Contents::none);
 
 // The same with a fictional office in it, whose last charges are of `today`.
 Exit createPractice(const std::filesystem::path& path, Date today, std::ostream& out);

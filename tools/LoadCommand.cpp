@@ -50,7 +50,6 @@ std::vector<LoadedTable> loadAll(Engine& engine, const std::map<std::size_t, fs:
     const SchemaTable& table = schemaTables()[place];
     loaded.push_back({table.name, TableLoad(engine, table, file, options, refusals).run(progress)});
   }
-  if (progress != nullptr) *progress << "\r\x1b[K" << std::flush;
   return loaded;
 }
 
@@ -82,6 +81,7 @@ Exit loadTables(const fs::path& path, const fs::path& folder, std::ostream& out,
   } catch (const TooManyRefusals& many) {
     out << "There may be more: stopped after " << many.count << ".\n";
   }
+  if (progress != nullptr) *progress << "\r\x1b[K" << std::flush;
   if (refusals.count() > 0) {
     transaction.end();
     out << "Nothing was loaded. Refused: " << refusals.count() << ".\n";

@@ -8,10 +8,11 @@
 #include "text/RuntimeError.h"
 #include "tools/Commands.h"
 
+namespace bw {
 namespace {
 
 constexpr const char* kAbout =
-    "Creates, fills and checks the database of a Brantiwell office.\n"
+    "Creates, fills, exports and checks the database of a Brantiwell office.\n"
     "A database is two files: the database itself (brantiwell.db) and beside it the workgroup\n"
     "file (brantiwell.dw), without which the program does not open it. Move and copy both.";
 
@@ -19,6 +20,7 @@ constexpr const char* kFooter =
     "Examples:\n"
     "  sudo brantiwell-database create --register --owner anna /srv/office/brantiwell.db\n"
     "  brantiwell-database load /srv/office/brantiwell.db exported/\n"
+    "  brantiwell-database export --csv /srv/office/brantiwell.db out/\n"
     "  brantiwell-database check /srv/office/brantiwell.db\n"
     "  sudo brantiwell-database register /srv/office/brantiwell.db\n"
     "  brantiwell-database practice ~/practice.db\n"
@@ -59,101 +61,141 @@ constexpr const char* kRegisterHelp =
     "Writes the machine setting `Database` to \"Fenmoor Systems/Brantiwell PC.ini\" in the first\n"
     "folder of $XDG_CONFIG_DIRS, by default /etc/xdg, for which you may need sudo.";
 
-bw::Date dateOf(const std::string& text) {
-  if (const auto date = bw::parseIsoDate(text)) return *date;
-  throw bw::Refused("This is no date like 2026-03-09: " + text);
+Date dateOf(const std::string& text) {
+  if (const auto date = parseIsoDate(text)) return *date;
+  throw Refused("This is no date like 2026-03-09: " + text);
 }
+
+// The commands and what was said behind them; the one that was chosen runs while parse() reads.
+class CommandLine {
+ public:
+  CommandLine() {
+    app_.footer(kFooter);
+    app_.require_subcommand(1);
+    addCreate();
+    addMoving();
+    addChanges();
+    addOthers();
+  }
+
+  int run(int argc, char** argv) {
+    try {
+      app_.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+      return app_.exit(error) == 0 ? 0 : static_cast<int>(Exit::refused);
+    } catch (const Refused& refusal) {
+      std::cerr << refusal.what() << '\n';
+      result_ = Exit::refused;
+    } catch (const std::exception& error) {  // RuntimeError, and what the file system raises
+      std::cerr << error.what() << '\n';
+      result_ = Exit::unavailable;
+    }
+    return static_cast<int>(result_);
+  }
+
+ private:
+  template <class Run>
+  CLI::App* addBare(const char* name, const char* help, Run run) {
+    return app_.add_subcommand(name, help)->callback([this, run] { result_ = run(); });
+  }
+
+  template <class Run>
+  CLI::App* add(const char* name, const char* help, Run run) {
+    CLI::App* added = addBare(name, help, run);
+    added->add_option("PATH", path_, "The database file")->required();
+    return added;
+  }
+
+  void addCreate() {
+    CLI::App* create = add("create", kCreateHelp, [this] {
+      createDatabase(path_, std::cout, owner_, starter_ ? Contents::starter : Contents::none);
+      if (logged_) switchChangeLog(path_, true, std::cout);
+      return registered_ ? registerDatabase(path_, std::cout) : Exit::done;
+    });
+    create->add_flag("--register", registered_, "Register it too, as the command register does");
+    create->add_flag("--starter", starter_, "With concepts and groups of diagnoses to begin with");
+    create->add_flag("--change-log", logged_, "Write down who changes what, as changelog on does");
+    create->add_option("--owner", owner_, "The user who works with it; needs sudo");
+  }
+
+  void addMoving() {
+    CLI::App* load = add("load", kLoadHelp, [this] {
+      return loadTables(path_, folder_, std::cout,
+                        isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr, loading_);
+    });
+    load->add_option("FOLDER", folder_, "The folder with the text files")->required();
+    load->add_flag("--dry-run", loading_.dryRun, "Only tell what would be loaded or refused");
+    load->add_flag("--update", loading_.update,
+                   "Let rows of catalogues with a known number change the ones that stand");
+    load->add_flag_callback(
+        "--windows-1252", [this] { loading_.code = TextCode::windows1252; },
+        "The files are in Windows-1252; otherwise in UTF-8");
+    takeNewFolder(add("export", kExportHelp,
+                      [this] { return exportTables(path_, folder_, form_, std::cout); }));
+    takeNewFolder(addBare("template", kTemplateHelp,
+                          [this] { return writeTemplates(folder_, form_, std::cout); }));
+  }
+
+  void takeNewFolder(CLI::App* writing) {
+    writing->add_option("FOLDER", folder_, "The new folder")->required();
+    writing->add_flag_callback(
+        "--csv", [this] { form_ = TableForm::commas; }, "With commas and quotes, for spreadsheets");
+  }
+
+  void addChanges() {
+    add("changelog", kChangeLogHelp,
+        [this] { return switchChangeLog(path_, state_ == "on", std::cout); })
+        ->add_option("STATE", state_, "on or off")
+        ->required()
+        ->check(CLI::IsMember({"on", "off"}));
+    CLI::App* history = add("history", kHistoryHelp, [this] { return runHistory(); });
+    history->add_option("--patient", filter_.patient,
+                        "Only changes that name the patient's number");
+    history->add_option("--table", filter_.table, "Only changes of a table");
+    history->add_option("--user", filter_.user, "Only changes by a user of a computer");
+    history->add_option("--from", from_, "Only from a day on");
+    history->add_option("--to", to_, "Only to the end of a day");
+    CLI::Option* into = history->add_option("--into", folder_, "The new file for lines taken out");
+    history->add_option("--prune", before_, "Take the lines before a day out of the log")
+        ->needs(into);
+  }
+
+  Exit runHistory() {
+    if (!before_.empty()) return pruneHistory(path_, dateOf(before_), folder_, std::cout);
+    if (!from_.empty()) filter_.from = dateOf(from_);
+    if (!to_.empty()) filter_.to = dateOf(to_);
+    return printHistory(path_, filter_, std::cout);
+  }
+
+  void addOthers() {
+    addBare("tables", kTablesHelp, [this] {
+      return manual_ ? printTablesManual(std::cout) : printTables(std::cout);
+    })->add_flag("--man", manual_, "As a section of the manual page");
+    add("check", kCheckHelp, [this] { return checkDatabase(path_, std::cout); });
+    add("register", kRegisterHelp, [this] { return registerDatabase(path_, std::cout); });
+    add("practice", kPracticeHelp,
+        [this] { return createPractice(path_, systemNow().date, std::cout); });
+  }
+
+  CLI::App app_{kAbout, "brantiwell-database"};
+  Exit result_ = Exit::done;
+  std::filesystem::path path_;
+  std::filesystem::path folder_;  // or file
+  std::string owner_;
+  bool registered_ = false;
+  bool starter_ = false;
+  bool logged_ = false;
+  LoadOptions loading_;
+  TableForm form_ = TableForm::tabs;
+  std::string state_;
+  HistoryFilter filter_;
+  std::string from_;
+  std::string to_;
+  std::string before_;
+  bool manual_ = false;
+};
 
 }  // namespace
+}  // namespace bw
 
-int main(int argc, char** argv) {
-  using namespace bw;
-  CLI::App app(kAbout, "brantiwell-database");
-  app.footer(kFooter);
-  app.require_subcommand(1);
-  std::filesystem::path path;
-  std::filesystem::path folder;
-  Exit result = Exit::done;
-  const auto command = [&](const char* name, const char* help, auto run) {
-    CLI::App* added = app.add_subcommand(name, help);
-    added->add_option("PATH", path, "The database file")->required();
-    added->callback([&result, run] { result = run(); });
-    return added;
-  };
-  std::string owner;
-  bool registered = false;
-  bool logged = false;
-  CLI::App* create = command("create", kCreateHelp, [&] {
-    createDatabase(path, std::cout, owner);
-    if (logged) switchChangeLog(path, true, std::cout);
-    return registered ? registerDatabase(path, std::cout) : Exit::done;
-  });
-  create->add_flag("--register", registered, "Register it too, as the command register does");
-  create->add_flag("--change-log", logged, "Write down who changes what, as changelog on does");
-  create->add_option("--owner", owner, "The user who works with it; needs sudo");
-  LoadOptions loading;
-  bool windows = false;
-  CLI::App* load = command("load", kLoadHelp, [&] {
-    loading.code = windows ? TextCode::windows1252 : TextCode::utf8;
-    return loadTables(path, folder, std::cout, isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr,
-                      loading);
-  });
-  load->add_option("FOLDER", folder, "The folder with the text files")->required();
-  load->add_flag("--dry-run", loading.dryRun, "Only tell what would be loaded or refused");
-  load->add_flag("--update", loading.update,
-                 "Let rows of catalogues with a known number change the ones that stand");
-  load->add_flag("--windows-1252", windows, "The files are in Windows-1252; otherwise in UTF-8");
-  TableForm form = TableForm::tabs;
-  const auto asTables = [&](CLI::App* written) {
-    written->add_option("FOLDER", folder, "The new folder")->required();
-    written->add_flag_callback(
-        "--csv", [&form] { form = TableForm::commas; }, "With commas and quotes, for spreadsheets");
-  };
-  asTables(
-      command("export", kExportHelp, [&] { return exportTables(path, folder, form, std::cout); }));
-  CLI::App* heads = app.add_subcommand("template", kTemplateHelp);
-  asTables(heads->callback([&] { result = writeTemplates(folder, form, std::cout); }));
-  std::string state;
-  command("changelog", kChangeLogHelp,
-          [&] { return switchChangeLog(path, state == "on", std::cout); })
-      ->add_option("STATE", state, "on or off")
-      ->required()
-      ->check(CLI::IsMember({"on", "off"}));
-  HistoryFilter filter;
-  std::string from;
-  std::string to;
-  std::string before;
-  CLI::App* history = command("history", kHistoryHelp, [&] {
-    if (!before.empty()) return pruneHistory(path, dateOf(before), folder, std::cout);
-    if (!from.empty()) filter.from = dateOf(from);
-    if (!to.empty()) filter.to = dateOf(to);
-    return printHistory(path, filter, std::cout);
-  });
-  history->add_option("--patient", filter.patient, "Only changes that name the patient's number");
-  history->add_option("--table", filter.table, "Only changes of a table");
-  history->add_option("--user", filter.user, "Only changes by a user of a computer");
-  history->add_option("--from", from, "Only from a day on");
-  history->add_option("--to", to, "Only to the end of a day");
-  CLI::Option* into = history->add_option("--into", folder, "The new file for lines taken out");
-  history->add_option("--prune", before, "Take the lines before a day out of the log")->needs(into);
-  bool manual = false;
-  app.add_subcommand("tables", kTablesHelp)
-      ->callback([&] { result = manual ? printTablesManual(std::cout) : printTables(std::cout); })
-      ->add_flag("--man", manual, "As a section of the manual page");
-  command("check", kCheckHelp, [&] { return checkDatabase(path, std::cout); });
-  command("register", kRegisterHelp, [&] { return registerDatabase(path, std::cout); });
-  command("practice", kPracticeHelp,
-          [&] { return createPractice(path, systemNow().date, std::cout); });
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : static_cast<int>(Exit::refused);
-  } catch (const Refused& refusal) {
-    std::cerr << refusal.what() << '\n';
-    result = Exit::refused;
-  } catch (const std::exception& error) {  // RuntimeError, and what the file system raises
-    std::cerr << error.what() << '\n';
-    result = Exit::unavailable;
-  }
-  return static_cast<int>(result);
-}
+int main(int argc, char** argv) { return bw::CommandLine().run(argc, argv); }

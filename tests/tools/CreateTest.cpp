@@ -44,6 +44,24 @@ TEST(CreateTest, MakesTwoPrivateFilesThatTheProgramOpens) {
   EXPECT_EQ(checkDatabase(database, out), Exit::done) << out.str();
 }
 
+TEST(CreateTest, TheStarterHasAChoiceForEveryChargeAndNoCodes) {
+  const TemporaryFolder folder;
+  std::ostringstream out;
+  createDatabase(folder / "a.db", out, {}, Contents::starter);
+  EXPECT_EQ(checkDatabase(folder / "a.db", out), Exit::done) << out.str();
+  const std::unique_ptr<Engine> engine = openSqlite(folder / "a.db");
+  // Every facility type, patient's status and attention, on a first visit and on further ones.
+  for (const char* visit : {"ShowOnFirst", "ShowOnNext"})
+    EXPECT_EQ(engine
+                  ->read(std::string("SELECT DISTINCT FacilityTypeCode, ChargeTypeCode, "
+                                     "AttentionTypeCode FROM EvaluationManagement WHERE "
+                                     "BillingEMCode = '' AND RealEMCode = '' AND ") +
+                         visit + " = 1")
+                  ->rowCount(),
+              20U);
+  EXPECT_GT(engine->read("SELECT * FROM DiagnosisFamily")->rowCount(), 0U);
+}
+
 TEST(CreateTest, GivesFilesAndNewFoldersToTheirOwner) {
   const TemporaryFolder folder;
   std::ostringstream out;
