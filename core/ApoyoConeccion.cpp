@@ -5,16 +5,18 @@
 
 namespace bw {
 
+std::string connectionStringOf(const std::string& path) {
+  return "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + path +
+         ";Jet OLEDB:System database=" + workgroupPathOf(path) + ";User Id=Kelps;Password=Kelps";
+}
+
 bool ConnectDatabase(std::string& message) {
   if (DatabaseConnected) return false;
   if (DatabasePath.empty()) {
     message = "Falta iniciar Informacion de Bases de datos";
     return false;
   }
-  const std::string connectionString =
-      "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + DatabasePath +
-      ";Jet OLEDB:System database=" + workgroupPathOf(DatabasePath) +
-      ";User Id=Kelps;Password=Kelps";
+  const std::string connectionString = connectionStringOf(DatabasePath);
   if (SessionCreate(DatabaseConnection, connectionString) && SessionOpen(DatabaseConnection)) {
     DatabaseConnected = true;
     return true;

@@ -9,9 +9,12 @@ namespace bw {
 namespace {
 
 constexpr std::array kMakers{
-    EngineMaker{.takes = [](std::string_view) { return true; },
-                .guardedByWorkgroup = true,
-                .open = [](const std::string& path) { return openSqlite(path); }},
+    EngineMaker{
+        .takes = [](std::string_view) { return true; },
+        .guardedByWorkgroup = true,
+        .open = [](const std::string& path) { return openSqlite(path); },
+        .openDamaged =
+            [](const std::string& path) { return openSqlite(path, {.quickCheck = false}); }},
 };
 
 }  // namespace

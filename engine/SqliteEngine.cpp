@@ -11,8 +11,11 @@
 #include <system_error>
 #include <type_traits>
 
+#include "engine/DamagedRows.h"
 #include "engine/EngineTransaction.h"
+#include "engine/QuickCheck.h"
 #include "engine/Refusals.h"
+#include "engine/SqliteHandles.h"
 #include "records/ColumnFeed.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
@@ -20,59 +23,13 @@
 namespace bw {
 namespace {
 
-struct CloseDatabase {
-  void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
-};
-struct Finalize {
-  void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
-};
+using Database = SqliteHandle;
+using Statement = SqliteStatement;
+
 struct Reset {
   void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_reset(statement); }
 };
-using Database = std::unique_ptr<sqlite3, CloseDatabase>;
-using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 using Run = std::unique_ptr<sqlite3_stmt, Reset>;  // of a statement that is kept
-
-// What follows the last colon of the engine's text: the name of a constraint or of a column.
-std::string detailOf(std::string_view message) {
-  const std::size_t colon = message.rfind(": ");
-  return std::string(colon == std::string_view::npos ? message : message.substr(colon + 2));
-}
-
-[[noreturn]] void refuse(int code, const char* message) {
-  switch (code) {
-    case SQLITE_CONSTRAINT_PRIMARYKEY:
-    case SQLITE_CONSTRAINT_UNIQUE:
-    case SQLITE_CONSTRAINT_ROWID:
-      throw DatabaseRefusal(Refusal::duplicateKey);
-    case SQLITE_CONSTRAINT_CHECK:
-      throw DatabaseRefusal(Refusal::check, detailOf(message));
-    case SQLITE_CONSTRAINT_NOTNULL:
-      throw DatabaseRefusal(Refusal::missingValue, detailOf(message));
-    case SQLITE_CONSTRAINT_TRIGGER:
-      throw DatabaseRefusal(Refusal::rule, message);  // the schema's own sentence
-    default:
-      break;
-  }
-  switch (code & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      throw DatabaseRefusal(Refusal::locked);
-    case SQLITE_FULL:
-      throw DatabaseRefusal(Refusal::full);
-    case SQLITE_READONLY:
-      throw DatabaseRefusal(Refusal::readOnly);
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      throw DatabaseRefusal(Refusal::damaged);
-    case SQLITE_IOERR:
-      throw DatabaseRefusal(Refusal::unreadable);
-    case SQLITE_NOMEM:
-      throw RuntimeError(ErrorNumber::database, std::string(errorText(ErrorNumber::outOfMemory)));
-    default:
-      throw DatabaseRefusal(Refusal::statement, message);
-  }
-}
 
 FieldType typeOfDeclaration(const char* declaration) noexcept {
   if (declaration == nullptr) return FieldType::untyped;
@@ -161,12 +118,10 @@ class SqliteEngine final : public Engine {
   }
 
   std::vector<std::string> findDamage() override {
-    std::vector<std::string> damage;
-    const std::shared_ptr<RowStore> lines = read("PRAGMA integrity_check");
-    for (std::size_t row = 0; row < lines->rowCount(); ++row) {
-      std::string line = textOrEmpty(lines->columns.front().value(row));
-      if (line != "ok" && !line.starts_with("CHECK constraint")) damage.push_back(std::move(line));
-    }
+    std::vector<std::string> damage = findUnreadableRows(*database_);
+    if (std::string quick = findQuickly(*database_); !quick.empty())
+      damage.push_back(std::move(quick));
+    for (std::string& line : findByEngine(*database_)) damage.push_back(std::move(line));
     return damage;
   }
 
@@ -178,18 +133,10 @@ class SqliteEngine final : public Engine {
 
  private:
   [[noreturn]] void refuse() const {
-    bw::refuse(sqlite3_extended_errcode(database_.get()), sqlite3_errmsg(database_.get()));
+    refuseSqlite(sqlite3_extended_errcode(database_.get()), sqlite3_errmsg(database_.get()));
   }
 
-  Statement prepare(const std::string& text) const {
-    sqlite3_stmt* prepared = nullptr;
-    const int status = sqlite3_prepare_v2(database_.get(), text.data(),
-                                          static_cast<int>(text.size()), &prepared, nullptr);
-    Statement statement(prepared);
-    if (status != SQLITE_OK) refuse();
-    if (!statement) throw DatabaseRefusal(Refusal::statement, "The statement is empty.");
-    return statement;
-  }
+  Statement prepare(const std::string& text) const { return prepareSqlite(database_.get(), text); }
 
   bool step(sqlite3_stmt* statement) const {
     const int status = sqlite3_step(statement);
@@ -365,9 +312,12 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
   // Without the right to write the engine opens it for reading alone and says nothing.
   if (sqlite3_db_readonly(database.get(), "main") != 0) throw DatabaseRefusal(Refusal::readOnly);
   setUp(database.get(), options);
+  sqlite3* handle = database.get();
   auto engine = std::make_unique<SqliteEngine>(std::move(database));
   // A file of rubbish opens too; only reading tells.
   engine->read("SELECT count(*) FROM sqlite_schema");
+  if (options.quickCheck && !inMemory && !findQuickly(*handle).empty())
+    throw DatabaseRefusal(Refusal::damaged);
   engine->execute("PRAGMA foreign_keys=ON");
   engine->execute("PRAGMA synchronous=FULL");
   return engine;

@@ -27,10 +27,16 @@ class Refused : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// An empty database with its lookup rows, and its workgroup file beside it. `owner` is the user who
-// works with it: only the owner can read the files. Empty: whoever runs this.
+// Who can read and write a database's files: a user (empty: whoever runs this), and the members of
+// a group (empty: nobody else).
+struct Access {
+  std::string owner;
+  std::string group;
+};
+
+// An empty database with its lookup rows, and its workgroup file beside it.
 Exit createDatabase(const std::filesystem::path& path, std::ostream& out,
-                    const std::string& owner = {});
+                    const Access& access = {});
 
 // The same with a fictional office in it, whose last charges are of `today`.
 Exit createPractice(const std::filesystem::path& path, Date today, std::ostream& out);
@@ -66,6 +72,24 @@ Exit printHistory(const std::filesystem::path& path, const HistoryFilter& filter
 // be new. Nothing is taken out when they cannot be written.
 Exit pruneHistory(const std::filesystem::path& path, Date until, const std::filesystem::path& file,
                   std::ostream& out);
+
+// Copies a database with its workgroup file into a folder as it stands at one moment, checks the
+// copy, and drops old ones. Not when nothing has changed since the newest. Without a path the
+// registered database; without a folder the folders that are set for copies on this computer.
+Exit backUpDatabase(const std::filesystem::path& path, const std::filesystem::path& folder,
+                    DateTime now, std::ostream& out);
+
+// The same for the registered database, if whoever runs this works with it. A failure is shown on
+// the desktop too.
+Exit backUpByItself(DateTime now, std::ostream& out);
+
+// Lists the copies with their size, rows and whether they are good.
+Exit listCopies(const std::filesystem::path& path, const std::filesystem::path& folder,
+                std::ostream& out);
+
+// Puts a copy in a database's place. What was there is kept under a name with the moment.
+Exit restoreDatabase(const std::filesystem::path& copy, const std::filesystem::path& path,
+                     DateTime now, std::ostream& out);
 
 // Makes the database the one that the program on this computer works with.
 Exit registerDatabase(const std::filesystem::path& path, std::ostream& out);

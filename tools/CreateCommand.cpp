@@ -5,9 +5,8 @@
 
 namespace bw {
 
-Exit createDatabase(const std::filesystem::path& path, std::ostream& out,
-                    const std::string& owner) {
-  makeDatabase(path, {}, owner);
+Exit createDatabase(const std::filesystem::path& path, std::ostream& out, const Access& access) {
+  makeDatabase(path, {}, access);
   out << "Made the empty database " << path.string() << ".\n";
   return Exit::done;
 }

@@ -44,6 +44,16 @@ constexpr const char* kLoadHelp =
 constexpr const char* kCheckHelp =
     "Look for damage, missing tables, columns and queries, values that cannot be, and rows that\n"
     "name others which do not exist. Changes nothing.";
+constexpr const char* kBackupHelp =
+    "Copy a database with its workgroup file, while the program runs or not.\n"
+    "The copy is checked before it counts; an unchanged database is not copied again. The last 20\n"
+    "copies stay, and the last of each month. Without DATABASE the registered one; without FOLDER\n"
+    "the folders of the machine settings CopiesFolder (otherwise \"copies\" beside the database)\n"
+    "and SecondCopiesFolder.";
+constexpr const char* kCopiesHelp = "List the copies of a database with size, rows and verdict.";
+constexpr const char* kRestoreHelp =
+    "Put a copy in a database's place. Close the program first. What was there is kept under a\n"
+    "name with date and time.";
 constexpr const char* kTablesHelp =
     "Tell what the columns of each table take, for the files of `load`.";
 constexpr const char* kChangeLogHelp =
@@ -77,17 +87,18 @@ int main(int argc, char** argv) {
     added->callback([&result, run] { result = run(); });
     return added;
   };
-  std::string owner;
+  Access access;
   bool registered = false;
   bool logged = false;
   CLI::App* create = command("create", kCreateHelp, [&] {
-    createDatabase(path, std::cout, owner);
+    createDatabase(path, std::cout, access);
     if (logged) switchChangeLog(path, true, std::cout);
     return registered ? registerDatabase(path, std::cout) : Exit::done;
   });
   create->add_flag("--register", registered, "Register it too, as the command register does");
   create->add_flag("--change-log", logged, "Write down who changes what, as changelog on does");
-  create->add_option("--owner", owner, "The user who works with it; needs sudo");
+  create->add_option("--owner", access.owner, "The user who works with it; needs sudo");
+  create->add_option("--group", access.group, "The group whose members work with it");
   command("load", kLoadHelp,
           [&] {
             return loadTables(path, folder, std::cout,
@@ -120,6 +131,23 @@ int main(int argc, char** argv) {
   history->add_option("--prune", before, "Take the lines before a day out of the log")->needs(into);
   app.add_subcommand("tables", kTablesHelp)->callback([&] { result = printTables(std::cout); });
   command("check", kCheckHelp, [&] { return checkDatabase(path, std::cout); });
+  CLI::App* backup = app.add_subcommand("backup", kBackupHelp);
+  bool byItself = false;
+  backup->add_option("DATABASE", path, "The database file");
+  backup->add_option("FOLDER", folder, "Where the copies go");
+  backup->add_flag("--scheduled", byItself, "Of the registered database, for the daily timer");
+  backup->callback([&] {
+    result = byItself ? backUpByItself(systemNow(), std::cout)
+                      : backUpDatabase(path, folder, systemNow(), std::cout);
+  });
+  CLI::App* copies = app.add_subcommand("copies", kCopiesHelp);
+  copies->add_option("DATABASE", path, "The database file");
+  copies->add_option("FOLDER", folder, "Where the copies are");
+  copies->callback([&] { result = listCopies(path, folder, std::cout); });
+  CLI::App* restore = app.add_subcommand("restore", kRestoreHelp);
+  restore->add_option("COPY", folder, "The copy's database file")->required();
+  restore->add_option("DATABASE", path, "The database file");
+  restore->callback([&] { result = restoreDatabase(folder, path, systemNow(), std::cout); });
   command("register", kRegisterHelp, [&] { return registerDatabase(path, std::cout); });
   command("practice", kPracticeHelp,
           [&] { return createPractice(path, systemNow().date, std::cout); });
