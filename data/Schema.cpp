@@ -21,7 +21,8 @@ std::vector<std::string> statementsOf(std::string_view text) {
 }
 
 void makeAll(Engine& engine) {
-  for (const std::string& statement : definitionOf(kSqliteDialect)) engine.execute(statement);
+  for (const std::string& statement : definitionOf(dialectOf(engine.dialect())))
+    engine.execute(statement);
   for (const LookedUpQuery& query : lookedUpQueries()) engine.execute(viewStatement(query));
   for (const std::string_view text : {kQueriesText, kLookupsText})
     for (const std::string& statement : statementsOf(text)) engine.execute(statement);

@@ -117,7 +117,7 @@ std::int64_t Connection::Execute(std::string_view statement) {
   requireAlive();
   Engine& open = engine();
   try {
-    return open.execute(rewriteStatement(statement));
+    return open.execute(rewriteStatement(statement, open.dialect()));
   } catch (const RuntimeError& error) {
     if (!hasCutText(statement)) throw;
     throw RuntimeError(error.number(), error.text() + kApostrophe);
@@ -132,7 +132,7 @@ RecordSetRef Connection::Read(std::string_view statement, LockType lock) {
 std::shared_ptr<RowStore> Connection::readRows(std::string_view statement) {
   for (const LookedUpQuery& query : lookedUpQueries)
     if (std::shared_ptr<RowStore> rows = readLookedUp(engine(), query, statement)) return rows;
-  return engine().read(rewriteStatement(statement));
+  return engine().read(rewriteStatement(statement, engine().dialect()));
 }
 
 }  // namespace bw

@@ -49,14 +49,17 @@ struct [[nodiscard]] CommitResult {
 // inTransaction() says otherwise.
 class Engine {
  public:
-  Engine() = default;
+  explicit Engine(SqlDialect dialect) noexcept : dialect_(dialect) {}
   Engine(const Engine&) = delete;
   Engine& operator=(const Engine&) = delete;
   virtual ~Engine() = default;
 
+  SqlDialect dialect() const noexcept { return dialect_; }
+
   // Returns the number of rows that the statement matched, cascades not counted.
   virtual std::int64_t execute(const EngineStatement& statement) = 0;
-  // Reads the result to its end.
+  // Reads the result to its end. Rows that no ORDER BY asks for in another order come in that of
+  // the key of the table whose columns stand in front.
   virtual std::shared_ptr<RowStore> read(const EngineStatement& statement) = 0;
   virtual std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
                                                     const std::vector<std::string>& columns) = 0;
@@ -78,6 +81,9 @@ class Engine {
   virtual void restoreSync() = 0;
   // What is wrong with the database itself, a sentence each; not what its rows hold.
   virtual std::vector<std::string> findDamage() = 0;
+
+ private:
+  SqlDialect dialect_;
 };
 
 }  // namespace bw

@@ -104,7 +104,8 @@ void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noex
 
 class SqliteEngine final : public Engine {
  public:
-  explicit SqliteEngine(Database database) : database_(std::move(database)) {}
+  explicit SqliteEngine(Database database)
+      : Engine(SqlDialect::sqlite), database_(std::move(database)) {}
 
   std::int64_t execute(const EngineStatement& text) override {
     return use(text, [this](sqlite3_stmt* statement) {

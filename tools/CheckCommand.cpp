@@ -64,7 +64,7 @@ class Check {
 
   void values(const SchemaTable& table) {
     for (const SchemaColumn& column : table.columns)
-      rows(table, concat("NOT (", conditionOf(kSqliteDialect, column), ")"),
+      rows(table, concat("NOT (", conditionOf(dialectOf(engine_.dialect()), column), ")"),
            concat(column.name, " holds ", ruleOf(column.type).complaint));
   }
 
