@@ -20,7 +20,9 @@ std::vector<std::string> statementsOf(std::string_view text) {
   return statements;
 }
 
-void makeAll(Engine& engine) {
+}  // namespace
+
+void makeSchema(Engine& engine) {
   for (const std::string& statement : definitionOf(dialectOf(engine.dialect())))
     engine.execute(statement);
   for (const LookedUpQuery& query : lookedUpQueries()) engine.execute(viewStatement(query));
@@ -28,11 +30,9 @@ void makeAll(Engine& engine) {
     for (const std::string& statement : statementsOf(text)) engine.execute(statement);
 }
 
-}  // namespace
-
 void createSchema(Engine& engine) {
   EngineTransaction transaction(engine);
-  makeAll(engine);
+  makeSchema(engine);
   transaction.commit();
 }
 

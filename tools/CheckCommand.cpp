@@ -3,6 +3,7 @@
 #include "data/Definition.h"
 #include "data/Schema.h"
 #include "engine/EngineMakers.h"
+#include "engine/PostgresAddress.h"
 #include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "records/ColumnRules.h"
@@ -36,7 +37,7 @@ class Check {
 
   // Whether a table or saved query is there with its columns, each of its type.
   bool layout(Engine& model, std::string_view name) {
-    const std::string statement = concat("SELECT * FROM [", name, "] WHERE 1 = 0");
+    const std::string statement = concat("SELECT * FROM ", name, " WHERE 1 = 0");
     std::shared_ptr<RowStore> ours;
     try {
       ours = engine_.read(statement);
@@ -48,7 +49,8 @@ class Check {
     const std::shared_ptr<RowStore> wanted = model.read(statement);
     for (const Column& column : wanted->columns) {
       const auto there = ours->find(column.name());
-      const bool fits = there && ours->columns[*there].declared() == column.declared();
+      const bool fits = there && (column.declared() == FieldType::untyped ||
+                                  ours->columns[*there].declared() == column.declared());
       if (fits) continue;
       whole = false;
       find(concat(name, there ? " declares another type for the column " : " lacks the column ",
@@ -117,7 +119,7 @@ Exit checkDatabase(const fs::path& path, std::ostream& out) {
   const std::unique_ptr<Engine> model = openSqlite(":memory:");
   createSchema(*model);
   Check check(*engine, out);
-  surroundings(check, path);
+  if (!isServerAddress(path.string())) surroundings(check, path);
   for (const std::string& sentence : engine->findDamage()) check.find(sentence);
   bool whole = true;
   for (const SchemaTable& table : schemaTables()) whole = check.layout(*model, table.name) && whole;

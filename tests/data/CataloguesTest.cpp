@@ -9,6 +9,7 @@
 #include "data/BWSQLSickness.h"
 #include "data/BWSQLWards.h"
 #include "tests/data/DataFixture.h"
+#include "tests/server/TestDatabase.h"
 #include "tests/text/Raised.h"
 #include "text/Text.h"
 
@@ -186,7 +187,7 @@ TEST_P(CataloguesTest, AllocatorTellsItsFailureAndTheInsertStoresNothing) {
   EXPECT_EQ(code, family.codeSetFirst ? 0 : 5);
   const Strings shown = takeMessages();
   ASSERT_EQ(shown.size(), 1U);
-  const std::string error = concat("no such column: ", family.key);
+  const std::string error = noSuchColumn(family.key);
   EXPECT_EQ(shown[0],
             family.bounded
                 ? error

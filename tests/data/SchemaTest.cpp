@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "engine/Rewriter.h"
 #include "engine/SqliteEngine.h"
 #include "tests/server/TestDatabase.h"
 #include "text/RuntimeError.h"
@@ -54,7 +55,8 @@ class SchemaTest : public testing::Test {
   }
   // The first column's values, each closed by a blank.
   std::string firstColumn(const std::string& statement) {
-    const std::shared_ptr<RowStore> rows = engine_->read(statement);
+    const std::shared_ptr<RowStore> rows =
+        engine_->read(rewriteStatement(statement, engine_->dialect()));
     std::string list;
     for (std::size_t row = 0; row < rows->rowCount(); ++row)
       list += textOrEmpty(rows->columns.front().value(row)) + " ";

@@ -6,8 +6,8 @@
 
 #include "data/Schema.h"
 #include "engine/PostgresEngine.h"
-#include "engine/SqliteEngine.h"
 #include "engine/PostgresLink.h"
+#include "engine/SqliteEngine.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -35,7 +35,7 @@ class Databases {
   std::unique_ptr<Engine> make(const std::string& from) {
     if (!latest_.empty()) drop(latest_);
     latest_ = named(++count_);
-    link_.query(concat("CREATE DATABASE ", latest_, " TEMPLATE ", from, " STRATEGY file_copy"));
+    link_.query(concat("CREATE DATABASE ", latest_, " TEMPLATE ", from, ""));
     return openPostgres(address());
   }
   const std::string& office() {
@@ -45,6 +45,10 @@ class Databases {
       createSchema(*openPostgres(addressOf(office_)));
     }
     return office_;
+  }
+  void cut() {
+    link_.query("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = " +
+                link_.quoted(latest_));
   }
   std::string address() const { return addressOf(latest_); }
 
@@ -79,6 +83,19 @@ std::unique_ptr<Engine> emptyOffice() {
   createSchema(*engine);
   return engine;
 }
+
+std::string noSuchColumn(const std::string& name) {
+  if (!onServer()) return "no such column: " + name;
+  std::string small = name;
+  makeLower(small);
+  return concat("column \"", small, "\" does not exist");
+}
+
+std::string relationsOff() {
+  return onServer() ? "SET session_replication_role = replica" : "PRAGMA foreign_keys=OFF";
+}
+
+void cutConnections() { databases().cut(); }
 
 std::string addressOfDatabase() { return databases().address(); }
 
