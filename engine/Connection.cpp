@@ -50,6 +50,18 @@ void Connection::hear(std::string_view statement) const {
   if (tap) tap(statement);
 }
 
+template <class Work>
+auto Connection::reaching(Work work) {
+  try {
+    auto result = work();
+    lost_ = false;
+    return result;
+  } catch (const DatabaseRefusal& refusal) {
+    lost_ = lost_ || isLoss(refusal.why());
+    throw;
+  }
+}
+
 int Connection::BeginTrans() {
   const int level = level_ + 1;
   hear(level == 1 ? "BEGIN" : concat("SAVEPOINT s", level));
@@ -77,8 +89,11 @@ void Connection::commitLevel() {
   hear(level_ == 1 ? "COMMIT" : concat("RELEASE s", level_));
   requireAlive();
   if (level_ > 1) return engine().keepLevel(level_);
-  const CommitResult result = engine().commit();
-  if (result.why) throw DatabaseRefusal(*result.why);
+  reaching([this] {
+    const CommitResult result = engine().commit();
+    if (result.why) throw DatabaseRefusal(*result.why);
+    return true;
+  });
 }
 
 void Connection::RollbackTrans() {
@@ -117,7 +132,7 @@ std::int64_t Connection::Execute(std::string_view statement) {
   requireAlive();
   Engine& open = engine();
   try {
-    return open.execute(rewriteStatement(statement, open.dialect()));
+    return reaching([&] { return open.execute(rewriteStatement(statement, open.dialect())); });
   } catch (const RuntimeError& error) {
     if (!hasCutText(statement)) throw;
     throw RuntimeError(error.number(), error.text() + kApostrophe);
@@ -126,7 +141,8 @@ std::int64_t Connection::Execute(std::string_view statement) {
 
 RecordSetRef Connection::Read(std::string_view statement, LockType lock) {
   hear(statement);
-  return RecordSetRef(std::make_shared<RecordSet>(readRows(statement), lock));
+  return reaching(
+      [&] { return RecordSetRef(std::make_shared<RecordSet>(readRows(statement), lock)); });
 }
 
 std::shared_ptr<RowStore> Connection::readRows(std::string_view statement) {

@@ -58,6 +58,7 @@ class PostgresEngine final : public Engine {
                                         const PostgresLink::OnResult& onResult);
   void recover();
   void close() noexcept;
+  EngineStatement inWholeOrder(EngineStatement statement);
   std::int64_t executeAlone(const EngineStatement& statement);
   CommitResult sendCommit();
   [[noreturn]] void tellLoss(const DatabaseRefusal& loss);
@@ -186,12 +187,26 @@ std::int64_t PostgresEngine::executeAlone(const EngineStatement& statement) {
   return rows;
 }
 
+// Rows that are equal in what a statement orders by come in the order of their key.
+EngineStatement PostgresEngine::inWholeOrder(EngineStatement statement) {
+  requireUp();
+  const std::string key = keys_.behindItsOrder(link_, statement.text);
+  statement.text += key;
+  if (!statement.shape.empty()) statement.shape += key;
+  return statement;
+}
+
 std::shared_ptr<RowStore> PostgresEngine::read(const EngineStatement& statement) {
+  const bool isOrdered = saysAnOrder(statement.text);
   PostgresRows rows;
-  run(statement, [&rows](const PGresult& result) { rows.take(result); });
+  const auto take = [&rows](const PGresult& result) { rows.take(result); };
+  if (isOrdered)
+    run(inWholeOrder(statement), take);
+  else
+    run(statement, take);
   std::shared_ptr<RowStore> store = rows.finish();
   if (!store) return std::make_shared<RowStore>();
-  if (!saysAnOrder(statement.text)) keys_.order(link_, rows, *store);
+  if (!isOrdered) keys_.order(link_, rows, *store);
   return store;
 }
 

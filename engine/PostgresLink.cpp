@@ -57,8 +57,6 @@ struct Parameters {
   std::vector<Oid> types;
 };
 
-void hearNothing(void*, const PGresult*) noexcept {}
-
 }  // namespace
 
 PostgresLink::PostgresLink(std::string address, const PostgresOptions& options)
@@ -81,7 +79,8 @@ void PostgresLink::connect() {
   PostgresConnection made(PQconnectdbParams(names.data(), values.data(), kExpandAddress));
   if (PQstatus(made.get()) != CONNECTION_OK)
     throw DatabaseRefusal(Refusal::notConnected, firstLine(PQerrorMessage(made.get())));
-  PQsetNoticeReceiver(made.get(), hearNothing, nullptr);
+  PQsetNoticeReceiver(made.get(), hear, this);
+  isClosing_ = false;
   connection_ = std::move(made);
   ++session_;
   setUp();
@@ -102,11 +101,26 @@ void PostgresLink::setUp() {
 
 void PostgresLink::requireUp() {
   if (!isUp()) return connect();
-  // Something to read between statements: mostly that the server has gone.
-  pollfd socket{.fd = PQsocket(connection_.get()), .events = POLLIN, .revents = 0};
-  if (poll(&socket, 1, 0) == 0) return;
-  if (PQconsumeInput(connection_.get()) == 0 || PQstatus(connection_.get()) != CONNECTION_OK)
-    connect();
+  if (isClosedByServer()) connect();
+}
+
+// Notices are not for anybody to read; the end of the server's process comes as one.
+void PostgresLink::hear(void* link, const PGresult* notice) noexcept {
+  const char* state = PQresultErrorField(notice, PG_DIAG_SQLSTATE);
+  if (state != nullptr && std::string_view(state).starts_with("57P0"))
+    static_cast<PostgresLink*>(link)->isClosing_ = true;
+}
+
+// Something to read between statements is mostly that the server has gone.
+bool PostgresLink::isClosedByServer() {
+  PGconn* connection = connection_.get();
+  for (pollfd socket{.fd = PQsocket(connection), .events = POLLIN, .revents = 0};
+       poll(&socket, 1, 0) > 0;) {
+    if (PQconsumeInput(connection) == 0) return true;
+    PQisBusy(connection);  // reads what has come
+    if (isClosing_ || PQstatus(connection) != CONNECTION_OK) return true;
+  }
+  return false;
 }
 
 void PostgresLink::lose() {

@@ -69,6 +69,8 @@ class PostgresLink {
  private:
   [[noreturn]] void lose();
   void setUp();
+  static void hear(void* link, const PGresult* notice) noexcept;
+  bool isClosedByServer();
   bool send(const PostgresCommand& command);
   void receive(std::size_t place, bool isMain, const OnResult& onResult,
                std::optional<PostgresFailure>& failure);
@@ -78,6 +80,7 @@ class PostgresLink {
   PostgresConnection connection_;
   Backend backend_;
   bool hasDesks_ = false;
+  bool isClosing_ = false;  // the server has said so
   int session_ = 0;
 };
 

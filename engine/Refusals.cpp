@@ -79,4 +79,9 @@ bool isOutage(Refusal refusal) noexcept {
   return std::ranges::find(kOutages, refusal) != kOutages.end();
 }
 
+bool isLoss(Refusal refusal) noexcept {
+  return refusal == Refusal::lost || refusal == Refusal::lostSome || refusal == Refusal::unknown ||
+         refusal == Refusal::notConnected;
+}
+
 }  // namespace bw

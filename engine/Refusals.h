@@ -51,5 +51,7 @@ class DatabaseRefusal : public RuntimeError {
 
 // Whether it is the fault of no statement: others would be refused as well.
 bool isOutage(Refusal refusal) noexcept;
+// Whether the connection to a server broke or could not be made.
+bool isLoss(Refusal refusal) noexcept;
 
 }  // namespace bw

@@ -47,7 +47,7 @@ class Databases {
     return office_;
   }
   void cut() {
-    link_.query("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = " +
+    link_.query("SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE datname = " +
                 link_.quoted(latest_));
   }
   std::string address() const { return addressOf(latest_); }
