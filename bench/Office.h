@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "text/Moment.h"
 
@@ -32,6 +33,9 @@ std::filesystem::path folder();
 
 // Makes an office at a path, in place of what is there. The same rows every time.
 void makeOffice(const std::filesystem::path& path, OfficeSize size);
+
+// Makes an office in an empty database on a server.
+void fillOnServer(const std::string& address, OfficeSize size);
 
 // The grown office, made when it is not there. Nobody writes to it.
 std::filesystem::path grownOffice();

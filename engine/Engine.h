@@ -13,6 +13,12 @@
 
 namespace bw {
 
+// What is known of rows that are inserted.
+enum class RowsAre : std::uint8_t {
+  unknown,  // a row that is refused raises its refusal, and rows after it may follow
+  good,     // they may be stored many at a time: a refusal may come late, and costs the transaction
+};
+
 // Inserts rows of one table, quicker than a statement each. Not to be used when its engine is gone.
 class BulkInsert {
  public:
@@ -22,7 +28,7 @@ class BulkInsert {
   virtual ~BulkInsert() = default;
 
   // One value a column, in the order of the columns. A refused row raises DatabaseRefusal; the
-  // rows before it stand, and rows after it may follow.
+  // rows before it stand.
   virtual void row(std::span<const Value> values) = 0;
 };
 
@@ -62,7 +68,8 @@ class Engine {
   // the key of the table whose columns stand in front.
   virtual std::shared_ptr<RowStore> read(const EngineStatement& statement) = 0;
   virtual std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
-                                                    const std::vector<std::string>& columns) = 0;
+                                                    const std::vector<std::string>& columns,
+                                                    RowsAre rows) = 0;
 
   virtual void begin(TransactionKind kind = TransactionKind::ordinary) = 0;
   virtual CommitResult commit() = 0;

@@ -33,15 +33,16 @@ class PostgresEngine final : public Engine {
   std::int64_t execute(const EngineStatement& statement) override;
   std::shared_ptr<RowStore> read(const EngineStatement& statement) override;
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
-                                            const std::vector<std::string>& columns) override;
+                                            const std::vector<std::string>& columns,
+                                            RowsAre rows) override;
 
   void begin(TransactionKind kind) override;
   CommitResult commit() override;
   void rollback() override;
-  void beginLevel(int level) override { waiting_.push_back(concat("SAVEPOINT s", level)); }
-  void keepLevel(int level) override { waiting_.push_back(concat("RELEASE s", level)); }
+  void beginLevel(int level) override { wait(concat("SAVEPOINT s", level)); }
+  void keepLevel(int level) override { wait(concat("RELEASE s", level)); }
   void undoLevel(int level) override {
-    waiting_.push_back(concat("ROLLBACK TO s", level));
+    wait(concat("ROLLBACK TO s", level));
     keepLevel(level);
   }
   bool inTransaction() const override { return open_; }
@@ -50,8 +51,13 @@ class PostgresEngine final : public Engine {
   void restoreSync() override;
   std::vector<std::string> findDamage() override;
 
+  // Puts a statement of which nothing is expected among those that wait.
+  void queue(const EngineStatement& statement);
+
  private:
   void requireUp();
+  void wait(std::string text) { waiting_.push_back({.text = std::move(text)}); }
+  void sendWaiting();
   std::vector<PostgresCommand> takeWaiting();
   void run(const EngineStatement& statement, const PostgresLink::OnResult& onResult);
   std::optional<PostgresFailure> tryRun(const EngineStatement& statement,
@@ -69,7 +75,7 @@ class PostgresEngine final : public Engine {
   PostgresKeys keys_;
   PostgresCommits commits_;
   // What begins and ends transactions and levels waits for the next statement and goes with it.
-  std::vector<std::string> waiting_;
+  std::vector<PostgresCommand> waiting_;
   bool open_ = false;  // a transaction, also one that the server has not heard of yet
   TransactionKind kind_ = TransactionKind::ordinary;
   bool writes_ = false;  // the transaction
@@ -81,6 +87,7 @@ class PostgresEngine final : public Engine {
 void PostgresEngine::close() noexcept {
   open_ = false;
   writes_ = false;
+  if (!waiting_.empty()) shapes_.forget();  // some are prepared by what is not sent
   waiting_.clear();
 }
 
@@ -102,11 +109,28 @@ void PostgresEngine::requireUp() {
     link_.query("SET synchronous_commit = off");
 }
 
-std::vector<PostgresCommand> PostgresEngine::takeWaiting() {
-  std::vector<PostgresCommand> commands;
-  for (std::string& text : waiting_) commands.push_back({.text = std::move(text)});
-  waiting_.clear();
-  return commands;
+std::vector<PostgresCommand> PostgresEngine::takeWaiting() { return std::exchange(waiting_, {}); }
+
+// Within a transaction. Rows of several tables keep their order.
+void PostgresEngine::queue(const EngineStatement& statement) {
+  constexpr std::size_t kMostWaiting = 200;
+  requireUp();
+  shapes_.add(waiting_, statement, link_.session());
+  writes_ = true;
+  if (waiting_.size() >= kMostWaiting) sendWaiting();
+}
+
+void PostgresEngine::sendWaiting() {
+  try {
+    const std::vector<PostgresCommand> commands = takeWaiting();
+    const auto failure = link_.run(commands, commands.size() - 1, ignore);
+    if (!failure) return;
+    recover();
+    throw refusalOf(link_, *failure, "INSERT");
+  } catch (const DatabaseRefusal& refusal) {
+    if (refusal.why() == Refusal::lost) tellLoss(refusal);
+    throw;
+  }
 }
 
 // A statement within a transaction stands between a savepoint and its release, since the server
@@ -214,9 +238,8 @@ void PostgresEngine::begin(TransactionKind kind) {
   close();
   open_ = true;
   kind_ = kind;
-  waiting_.emplace_back(kind == TransactionKind::snapshot
-                            ? "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"
-                            : "BEGIN");
+  wait(kind == TransactionKind::snapshot ? "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"
+                                         : "BEGIN");
 }
 
 CommitResult PostgresEngine::sendCommit() {
@@ -237,7 +260,7 @@ CommitResult PostgresEngine::sendCommit() {
 
 CommitResult PostgresEngine::commit() {
   const bool writes = writes_;
-  const bool isHeardOf = link_.isUp() && link_.inTransaction();
+  const bool isHeardOf = link_.isUp() && (link_.inTransaction() || writes);
   const PostgresLink::Backend backend = link_.backend();
   CommitResult result;
   try {
@@ -310,13 +333,13 @@ std::optional<std::string> textFor(const Value& value) {
   return textOf(value);
 }
 
-// A row a trip, so that the one that is refused is known. Its statement shares the shape of the
-// others; a row that lacks values has another.
+// A row a trip, so that the one that is refused is known, unless they are good. Its statement
+// shares the shape of the others; a row that lacks values has another.
 class PostgresBulkInsert final : public BulkInsert {
  public:
   PostgresBulkInsert(PostgresEngine& engine, const std::string& table,
-                     const std::vector<std::string>& columns)
-      : engine_(engine),
+                     const std::vector<std::string>& columns, RowsAre rows)
+      : engine_(engine), rows_(rows),
         start_(concat("INSERT INTO ", table, " (",
                       joined(columns, ", ", [](const std::string& one) { return one; }),
                       ") VALUES (")) {}
@@ -331,11 +354,15 @@ class PostgresBulkInsert final : public BulkInsert {
       places += text ? concat("$", statement.values.size()) : "NULL";
     }
     statement.text = statement.shape = concat(start_, places, ")");
-    engine_.execute(statement);
+    if (rows_ == RowsAre::good && engine_.inTransaction())
+      engine_.queue(statement);
+    else
+      engine_.execute(statement);
   }
 
  private:
   PostgresEngine& engine_;
+  RowsAre rows_;
   std::string start_;
 };
 

@@ -15,9 +15,9 @@ namespace bw {
 
 // One statement of a trip to the server.
 struct PostgresCommand {
-  std::string text{};                        // or, of a prepared one that is run, ""
-  std::string name{};                        // of a prepared one
-  std::span<const StatementValue> values{};  // of a prepared one
+  std::string text{};                    // or, of a prepared one that is run, ""
+  std::string name{};                    // of a prepared one
+  std::vector<StatementValue> values{};  // of a prepared one
 };
 
 // What the server says of a statement that failed.

@@ -120,7 +120,8 @@ class SqliteEngine final : public Engine {
   }
 
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
-                                            const std::vector<std::string>& columns) override;
+                                            const std::vector<std::string>& columns,
+                                            RowsAre rows) override;
 
   // Takes no lock yet, unless it is for writing: a lock held by another station must fail at the
   // statement that needs it, inside the transaction.
@@ -323,7 +324,8 @@ class SqliteBulkInsert final : public BulkInsert {
 };
 
 std::unique_ptr<BulkInsert> SqliteEngine::prepareInsert(const std::string& table,
-                                                        const std::vector<std::string>& columns) {
+                                                        const std::vector<std::string>& columns,
+                                                        RowsAre) {
   std::string names;
   std::string places;
   for (const std::string& column : columns) {

@@ -24,7 +24,8 @@ std::shared_ptr<RowStore> rowsOf(Engine& engine, const SchemaTable& table) {
 void copyRows(const RowStore& rows, Engine& to, const SchemaTable& table) {
   std::vector<std::string> columns;
   for (const SchemaColumn& column : table.columns) columns.emplace_back(column.name);
-  const std::unique_ptr<BulkInsert> insert = to.prepareInsert(std::string(table.name), columns);
+  const std::unique_ptr<BulkInsert> insert =
+      to.prepareInsert(std::string(table.name), columns, RowsAre::good);
   std::vector<Value> values(columns.size());
   for (std::size_t row = 0; row < rows.rowCount(); ++row) {
     for (std::size_t i = 0; i < values.size(); ++i) values[i] = rows.columns[i].value(row);
