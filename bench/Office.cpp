@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "data/Schema.h"
+#include "engine/PostgresEngine.h"
 #include "engine/SqliteEngine.h"
 #include "text/Text.h"
 #include "tools/TableRows.h"
@@ -141,6 +142,13 @@ void makeOffice(const fs::path& path, OfficeSize size) {
   engine->execute("PRAGMA synchronous=OFF");
   engine->execute("PRAGMA foreign_keys=OFF");
   Office(*engine, size).fill();
+}
+
+void fillOnServer(const std::string& address, OfficeSize size) {
+  const std::unique_ptr<Engine> engine = openPostgres(address);
+  createSchema(*engine);
+  Office(*engine, size).fill();
+  engine->execute("ANALYZE");
 }
 
 fs::path keptOffice(const char* name, OfficeSize size) {

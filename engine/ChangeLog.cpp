@@ -36,7 +36,8 @@ std::unique_ptr<ChangeLog> ChangeLog::of(Engine& engine) {
 ChangeLog::ChangeLog(Engine& engine)
     : engine_(engine), user_(userName()), station_(stationName()),
       lines_(engine.prepareInsert(kChangeLogTable,
-                                  {"Moment", "UserName", "Station", "RowCount", "Statement"})) {}
+                                  {"Moment", "UserName", "Station", "RowCount", "Statement"},
+                                  RowsAre::unknown)) {}
 
 std::int64_t ChangeLog::execute(const EngineStatement& statement, std::string_view written,
                                 int level) {

@@ -3,12 +3,18 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/PostgresAddress.h"
+#include "engine/PostgresEngine.h"
 #include "engine/SqliteEngine.h"
 
 namespace bw {
 namespace {
 
 constexpr std::array kMakers{
+    EngineMaker{.takes = isServerAddress,
+                .guardedByWorkgroup = false,
+                .open = [](const std::string& address) { return openPostgres(address); },
+                .openDamaged = [](const std::string& address) { return openPostgres(address); }},
     EngineMaker{
         .takes = [](std::string_view) { return true; },
         .guardedByWorkgroup = true,

@@ -18,7 +18,8 @@ struct EngineMaker {
   std::unique_ptr<Engine> (*openDamaged)(const std::string& target);
 };
 
-// Of a target as it is registered: the path of a file.
+// Of a target as it is registered: the address of a server (see PostgresAddress.h) or the path of a
+// file.
 const EngineMaker& makerOf(std::string_view target) noexcept;
 
 std::unique_ptr<Engine> openEngine(const std::string& target);

@@ -61,7 +61,8 @@ void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noex
 
 class SqliteEngine final : public Engine {
  public:
-  explicit SqliteEngine(Database database) : database_(std::move(database)) {}
+  explicit SqliteEngine(Database database)
+      : Engine(SqlDialect::sqlite), database_(std::move(database)) {}
 
   std::int64_t execute(const EngineStatement& text) override {
     return use(text, [this](sqlite3_stmt* statement) {
@@ -76,7 +77,8 @@ class SqliteEngine final : public Engine {
   }
 
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
-                                            const std::vector<std::string>& columns) override;
+                                            const std::vector<std::string>& columns,
+                                            RowsAre rows) override;
 
   // Takes no lock yet, unless it is for writing: a lock held by another station must fail at the
   // statement that needs it, inside the transaction.
@@ -274,7 +276,8 @@ class SqliteBulkInsert final : public BulkInsert {
 };
 
 std::unique_ptr<BulkInsert> SqliteEngine::prepareInsert(const std::string& table,
-                                                        const std::vector<std::string>& columns) {
+                                                        const std::vector<std::string>& columns,
+                                                        RowsAre) {
   std::string names;
   std::string places;
   for (const std::string& column : columns) {

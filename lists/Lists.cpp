@@ -85,6 +85,7 @@ void deleteSelected(const RecordSetRef& recordset, ListView& list, const RemoveR
     list.setSelected(row, true);
     list.ensureVisible(row);
     MsgBox(message);
+    if (DatabaseConnection.isLost()) break;
   }
   ListFill(list, recordset);
 }

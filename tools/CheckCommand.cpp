@@ -3,6 +3,7 @@
 #include "data/Definition.h"
 #include "data/Schema.h"
 #include "engine/EngineMakers.h"
+#include "engine/PostgresAddress.h"
 #include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "records/ColumnRules.h"
@@ -53,7 +54,7 @@ class Check {
 
   // Whether a table or saved query is there with its columns, each of its type.
   bool layout(Engine& model, std::string_view name) {
-    const std::string statement = concat("SELECT * FROM [", name, "] WHERE 1 = 0");
+    const std::string statement = concat("SELECT * FROM ", name, " WHERE 1 = 0");
     std::shared_ptr<RowStore> ours;
     try {
       ours = engine_.read(statement);
@@ -65,7 +66,8 @@ class Check {
     const std::shared_ptr<RowStore> wanted = model.read(statement);
     for (const Column& column : wanted->columns) {
       const auto there = ours->find(column.name());
-      const bool fits = there && ours->columns[*there].declared() == column.declared();
+      const bool fits = there && (column.declared() == FieldType::untyped ||
+                                  ours->columns[*there].declared() == column.declared());
       if (fits) continue;
       whole = false;
       find(concat(name, there ? " declares another type for the column " : " lacks the column ",
@@ -81,7 +83,7 @@ class Check {
 
   void values(const SchemaTable& table) {
     for (const SchemaColumn& column : table.columns)
-      rows(table, concat("NOT (", conditionOf(kSqliteDialect, column), ")"),
+      rows(table, concat("NOT (", conditionOf(dialectOf(engine_.dialect()), column), ")"),
            concat(column.name, " holds ", ruleOf(column.type).complaint));
   }
 
@@ -169,6 +171,14 @@ void workgroup(Check& check, const fs::path& path) {
   }
 }
 
+// What stands about a file.
+void surroundings(Check& check, const fs::path& path) {
+  workgroup(check, path);
+  reach(check, path);
+  if (const int days = ageInDays(copiesOf(fs::absolute(path))); days >= kOldInDays)
+    check.find(concat("The newest good copy is ", days, " days old."));
+}
+
 void content(Check& check, Engine& model) {
   bool whole = true;
   for (const SchemaTable& table : schemaTables()) whole = check.layout(model, table.name) && whole;
@@ -182,7 +192,6 @@ void content(Check& check, Engine& model) {
         check.relations(table);
       });
   for (const std::string& query : schemaQueries()) check.layout(model, query);
-  check.part("The age of the saved queries", [&] { check.age(model); });
 }
 
 // Nothing when it is so damaged that it cannot be opened.
@@ -204,14 +213,13 @@ Exit checkDatabase(const fs::path& path, std::ostream& out) {
   const std::unique_ptr<Engine> model = openSqlite(":memory:");
   createSchema(*model);
   Check check(*engine, out);
-  workgroup(check, path);
-  reach(check, path);
+  const bool isFile = !isServerAddress(path.string());
+  if (isFile) surroundings(check, path);
   check.part("The structure", [&] {
     for (const std::string& sentence : engine->findDamage()) check.find(sentence);
   });
   content(check, *model);
-  if (const int days = ageInDays(copiesOf(fs::absolute(path))); days >= kOldInDays)
-    check.find(concat("The newest good copy is ", days, " days old."));
+  if (isFile) check.part("The age of the saved queries", [&] { check.age(*model); });
   if (check.found() > 0) return Exit::findings;
   out << "No fault found in " << path.string() << ".\n";
   return Exit::done;

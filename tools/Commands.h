@@ -8,9 +8,10 @@
 
 #include "text/Moment.h"
 
-// The commands of brantiwell-database. Each says what it did on `out`, one line a fact, and returns
-// how it went. What stops it is raised: Refused, or RuntimeError when the database or a file cannot
-// be opened or written. Then nothing half-made is left.
+// The commands of brantiwell-database. A path may be the address of a database on a server. Each
+// says what it did on `out`, one line a fact, and returns how it went. What stops it is raised:
+// Refused, or RuntimeError when the database or a file cannot be opened or written. Then nothing
+// half-made is left.
 
 namespace bw {
 
@@ -34,7 +35,8 @@ struct Access {
   std::string group;
 };
 
-// An empty database with its lookup rows, and its workgroup file beside it.
+// An empty database with its lookup rows, and its workgroup file beside it. On a server there must
+// be an empty database; what is left to do there is told.
 Exit createDatabase(const std::filesystem::path& path, std::ostream& out,
                     const Access& access = {});
 
@@ -48,6 +50,15 @@ Exit loadTables(const std::filesystem::path& path, const std::filesystem::path& 
 
 // Tells what the columns of the tables take, and which rows they name.
 Exit printTables(std::ostream& out);
+
+// Copies the office of one database into a new one, from a file to a server, back, or to another
+// file; all or nothing. The rows of both are compared at the end.
+Exit copyDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
+                  std::ostream& out, const Access& access = {});
+
+// Refuses what looks like the address of a server and is none, and an address with a password in
+// it.
+void refuseBadTarget(const std::filesystem::path& path);
 
 // Looks for damage and for whatever the program would stumble over; lists it on `out`.
 Exit checkDatabase(const std::filesystem::path& path, std::ostream& out);

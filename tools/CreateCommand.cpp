@@ -1,12 +1,12 @@
 #include <ostream>
 
 #include "tools/Commands.h"
-#include "tools/NewDatabase.h"
+#include "tools/NewOffice.h"
 
 namespace bw {
 
 Exit createDatabase(const std::filesystem::path& path, std::ostream& out, const Access& access) {
-  makeDatabase(path, {}, access);
+  makeOffice(path, {}, out, access);
   out << "Made the empty database " << path.string() << ".\n";
   return Exit::done;
 }

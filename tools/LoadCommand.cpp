@@ -57,7 +57,7 @@ class TableLoad {
   std::size_t run(std::ostream* progress) {
     if (!readHeader()) return 0;
     if (table_.isLookup) readKeys();
-    insert_ = engine_.prepareInsert(std::string(table_.name), columns_);
+    insert_ = engine_.prepareInsert(std::string(table_.name), columns_, RowsAre::unknown);
     std::size_t rows = 0;
     while (const std::vector<std::string_view>* cells = file_.next()) {
       if (readRow(*cells) && store()) ++rows;

@@ -296,6 +296,7 @@ class Office {
 }  // namespace
 
 void fillPractice(Engine& engine, Date today) {
+  if (engine.inTransaction()) return Office(engine, today).fill();
   EngineTransaction transaction(engine);
   Office(engine, today).fill();
   transaction.commit();

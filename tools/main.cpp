@@ -13,7 +13,10 @@ namespace {
 constexpr const char* kAbout =
     "Creates, fills and checks the database of a Brantiwell office.\n"
     "A database is two files: the database itself (brantiwell.db) and beside it the workgroup\n"
-    "file (brantiwell.dw), without which the program does not open it. Move and copy both.";
+    "file (brantiwell.dw), without which the program does not open it. Move and copy both.\n"
+    "For several desks it lies on a PostgreSQL server instead: in place of a PATH say its "
+    "address,\n"
+    "postgresql://anna@server/office.";
 
 constexpr const char* kFooter =
     "Examples:\n"
@@ -22,6 +25,7 @@ constexpr const char* kFooter =
     "  brantiwell-database check /srv/office/brantiwell.db\n"
     "  sudo brantiwell-database register /srv/office/brantiwell.db\n"
     "  brantiwell-database practice ~/practice.db\n"
+    "  brantiwell-database copy /srv/office/brantiwell.db postgresql://admin@server/office\n"
     "\n"
     "Exit codes: 0 done, 1 the check found something, 2 bad arguments or refused data,\n"
     "3 the database or a file cannot be opened or written.";
@@ -54,6 +58,9 @@ constexpr const char* kCopiesHelp = "List the copies of a database with size, ro
 constexpr const char* kRestoreHelp =
     "Put a copy in a database's place. Close the program first. What was there is kept under a\n"
     "name with date and time.";
+constexpr const char* kCopyHelp =
+    "Copy an office into a new database: from a file to a server, back, or to another file.\n"
+    "All or nothing; the rows of both are compared at the end.";
 constexpr const char* kTablesHelp =
     "Tell what the columns of each table take, for the files of `load`.";
 constexpr const char* kChangeLogHelp =
@@ -83,8 +90,12 @@ int main(int argc, char** argv) {
   Exit result = Exit::done;
   const auto command = [&](const char* name, const char* help, auto run) {
     CLI::App* added = app.add_subcommand(name, help);
-    added->add_option("PATH", path, "The database file")->required();
-    added->callback([&result, run] { result = run(); });
+    added->add_option("PATH", path, "The database file, or the address of one on a server")
+        ->required();
+    added->callback([&path, &result, run] {
+      refuseBadTarget(path);
+      result = run();
+    });
     return added;
   };
   Access access;
@@ -149,6 +160,13 @@ int main(int argc, char** argv) {
   restore->add_option("DATABASE", path, "The database file");
   restore->callback([&] { result = restoreDatabase(folder, path, systemNow(), std::cout); });
   command("register", kRegisterHelp, [&] { return registerDatabase(path, std::cout); });
+  CLI::App* copy = command("copy", kCopyHelp, [&] {
+    refuseBadTarget(folder);
+    return copyDatabase(path, folder, std::cout, access);
+  });
+  copy->add_option("TO", folder, "The new database, a file or an address")->required();
+  copy->add_option("--owner", access.owner, "The user who works with the new file; needs sudo");
+  copy->add_option("--group", access.group, "The group whose members work with it");
   command("practice", kPracticeHelp,
           [&] { return createPractice(path, systemNow().date, std::cout); });
   try {
