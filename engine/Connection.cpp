@@ -83,8 +83,7 @@ void Connection::commitLevel() {
   hear(level_ == 1 ? "COMMIT" : concat("RELEASE s", level_));
   requireAlive();
   if (level_ > 1) return engine().keepLevel(level_);
-  const CommitResult result = engine().commit();
-  if (result.why) throw DatabaseRefusal(*result.why);
+  engine().commit().require();
 }
 
 void Connection::RollbackTrans() {
