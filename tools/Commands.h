@@ -30,7 +30,7 @@ class Refused : public std::runtime_error {
 // An empty database with its lookup rows, and its workgroup file beside it. `owner` is the user who
 // works with it: only the owner can read the files. Empty: whoever runs this.
 Exit createDatabase(const std::filesystem::path& path, std::ostream& out,
-                    const std::string& owner = {});
+                    const std::string& owner = {}, bool keepsChangeLog = false);
 
 // The same with a fictional office in it, whose last charges are of `today`.
 Exit createPractice(const std::filesystem::path& path, Date today, std::ostream& out);
