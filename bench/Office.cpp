@@ -35,7 +35,7 @@ class Office {
     fillCatalogues();
     fillPatients();
     fillCharges();
-    commit();
+    engine_.commit().require();
   }
 
  private:
@@ -116,12 +116,8 @@ class Office {
     return daysAgo <= 90 ? 1 : 3;
   }
 
-  void commit() {
-    const CommitResult result = engine_.commit();
-    if (result.why) throw DatabaseRefusal(*result.why);
-  }
   void restart() {
-    commit();
+    engine_.commit().require();
     engine_.begin();
   }
 

@@ -63,8 +63,7 @@ void ChangeLog::begin(int level) {
 
 void ChangeLog::keep(int level) {
   if (level > 0) return engine_.keepLevel(level + 1);
-  const CommitResult result = engine_.commit();
-  if (result.why) throw DatabaseRefusal(*result.why);
+  engine_.commit().require();
 }
 
 void ChangeLog::undo(int level) {

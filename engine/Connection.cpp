@@ -96,8 +96,7 @@ void Connection::commitLevel() {
   requireAlive();
   if (level_ > 1) return engine().keepLevel(level_);
   reaching([this] {
-    const CommitResult result = engine().commit();
-    if (result.why) throw DatabaseRefusal(*result.why);
+    engine().commit().require();
     return true;
   });
 }

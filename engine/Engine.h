@@ -49,6 +49,11 @@ struct [[nodiscard]] CommitResult {
 
   Outcome outcome = Outcome::done;
   std::optional<DatabaseRefusal> why{};  // unless it is done
+
+  // Raises why it is not done.
+  void require() const {
+    if (why) throw DatabaseRefusal(*why);
+  }
 };
 
 // What a connection asks of a database engine. Statements arrive rewritten (see Rewriter.h).

@@ -373,8 +373,9 @@ class PostgresBulkInsert final : public BulkInsert {
 };
 
 std::unique_ptr<BulkInsert> PostgresEngine::prepareInsert(const std::string& table,
-                                                          const std::vector<std::string>& columns) {
-  return std::make_unique<PostgresBulkInsert>(*this, table, columns);
+                                                          const std::vector<std::string>& columns,
+                                                          RowsAre rows) {
+  return std::make_unique<PostgresBulkInsert>(*this, table, columns, rows);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "engine/StatementCharacters.h"
 #include "text/DateLiterals.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
@@ -25,14 +26,6 @@ enum class Fault { quote, bracket, date, missing, comment, sign, parameter, seco
       "No value given for one or more required parameters.",
       "Syntax error: characters found after the end of the statement."};
   throw RuntimeError(ErrorNumber::database, kSentences[static_cast<std::size_t>(fault)]);
-}
-
-bool isBlank(char c) noexcept {
-  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
-}
-bool isNameCharacter(char c) noexcept {
-  return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
-         static_cast<unsigned char>(c) >= 0x80;
 }
 
 // Characters outside quotes and brackets that are not simply copied.

@@ -102,8 +102,7 @@ int main(int argc, char** argv) {
   bool registered = false;
   bool logged = false;
   CLI::App* create = command("create", kCreateHelp, [&] {
-    createDatabase(path, std::cout, access);
-    if (logged) switchChangeLog(path, true, std::cout);
+    createDatabase(path, std::cout, access, logged);
     return registered ? registerDatabase(path, std::cout) : Exit::done;
   });
   create->add_flag("--register", registered, "Register it too, as the command register does");
@@ -139,7 +138,13 @@ int main(int argc, char** argv) {
   history->add_option("--from", from, "Only from a day on");
   history->add_option("--to", to, "Only to the end of a day");
   CLI::Option* into = history->add_option("--into", folder, "The new file for lines taken out");
-  history->add_option("--prune", before, "Take the lines before a day out of the log")->needs(into);
+  CLI::Option* prune =
+      history->add_option("--prune", before, "Take the lines before a day out of the log");
+  prune->needs(into);
+  into->needs(prune);
+  // It takes out all lines, whatever they are about.
+  for (const char* narrowing : {"--patient", "--table", "--user", "--from", "--to"})
+    prune->excludes(history->get_option(narrowing));
   app.add_subcommand("tables", kTablesHelp)->callback([&] { result = printTables(std::cout); });
   command("check", kCheckHelp, [&] { return checkDatabase(path, std::cout); });
   CLI::App* backup = app.add_subcommand("backup", kBackupHelp);

@@ -107,30 +107,6 @@ TEST_F(ComboBoxTest, WhatIsTypedIsFoundWithBlanksFromTheChosenItemOn) {
   }
 }
 
-TEST_F(ComboBoxTest, KeysOfTheSearchAndOfTheList) {
-  letters("smith");
-  for (const int next : {3, 4, 5, 2}) {
-    press(Qt::Key_F3);
-    EXPECT_EQ(box.ListIndex(), next);
-  }
-  letters(",");
-  EXPECT_EQ(box.ListIndex(), 3);
-  press(Qt::Key_Backspace);
-  EXPECT_EQ(box.ListIndex(), 2);
-  press(Qt::Key_Escape);
-  EXPECT_EQ(box.ListIndex(), 0) << "back to where the search began";
-  EXPECT_TRUE(window.isVisible());
-  letters("z");
-  press(Qt::Key_Up);
-  letters("z");
-  EXPECT_EQ(hint(), "Find: z") << "another key ends the text";
-  press(Qt::Key_Backspace);
-  EXPECT_EQ(box.ListIndex(), 8);
-  press(Qt::Key_Space);
-  EXPECT_TRUE(box.view()->isVisible()) << "a blank that begins no text opens the list";
-  box.hidePopup();
-}
-
 TEST_F(ComboBoxTest, OneOfSeveralWithItsNameIsToldByItsMark) {
   letters("oakh");
   EXPECT_EQ(box.ListIndex(), 11);
@@ -180,20 +156,6 @@ TEST_F(ComboBoxTest, ATextWithoutItemKeepsTheChoiceAndIsStoppedOnce) {
     EXPECT_EQ(QApplication::focusWidget() == &box, *way.name != 'T' && *way.name != 'O')
         << way.name;
   }
-}
-
-TEST_F(ComboBoxTest, WhatIsWrongIsAskedForAlsoWhenTheFocusHasGone) {
-  letters("qq");
-  window.behind.setFocus();
-  EXPECT_EQ(hint(), "Find: qq (no such entry; chosen is Adler, Ann)");
-  QTest::mouseClick(window.ok(), Qt::LeftButton);
-  EXPECT_EQ(QApplication::focusWidget(), &box);
-  letters("q");
-  press(Qt::Key_Return);
-  EXPECT_EQ(window.oks, 0) << "another text is another mistake";
-  box.setListIndex(2);
-  press(Qt::Key_Return);
-  EXPECT_EQ(window.oks, 1) << "the choice by code has put the text away";
 }
 
 class LongComboBoxTest : public ComboBoxTest {

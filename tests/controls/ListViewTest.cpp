@@ -98,15 +98,6 @@ TEST(ListViewTest, StoredPositionsMoveTheOtherColumnsAlong) {
   EXPECT_THROW(list.setPosition(0, 5), RuntimeError);
 }
 
-TEST(ListViewTest, ADesignedWidthIsKeptToTheTwipUntilTheUserChangesIt) {
-  ListView list({{"a", "a", 1000}}, {});
-  EXPECT_EQ(list.Width(0), 1000.0F);
-  list.horizontalHeader()->resizeSection(0, 50);
-  EXPECT_EQ(list.Width(0), 750.0F);
-  list.setWidth(0, 0);
-  EXPECT_EQ(list.horizontalHeader()->sectionSize(0), 0) << "no least width";
-}
-
 TEST(ListViewTest, AWidthMeansTheSameAtEveryFont) {
   const QFont standard = QApplication::font();
   ListView list({{"a", "a", 1500}}, {});

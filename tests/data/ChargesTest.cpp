@@ -165,5 +165,13 @@ TEST_F(ChargesTest, OnlyTheDeleteOfAChargeHidesADatabaseError) {
   EXPECT_EQ(ChargeSetPrintLot(25000, kSeedDate, kSeedTime, 5, 1, message), 1);
 }
 
+TEST_F(ChargesTest, OnlyANegativeLotLeavesTheLotAlone) {
+  for (const auto& [lot, stored] :
+       {std::pair{-1, "null"}, {0, "0"}, {2147483647, "2147483647"}, {-1, "2147483647"}}) {
+    EXPECT_EQ(ChargeSetPrintLot(25000, kSeedDate, kSeedTime, lot, 1, message), 0);
+    EXPECT_EQ(rows("SELECT PrintLot FROM PatientCharges"), stored);
+  }
+}
+
 }  // namespace
 }  // namespace bw

@@ -21,12 +21,13 @@ class PatientsViewTest : public FormsTest {
     add(25013, "\u0418\u0412\u0410\u041d\u041e\u0412", "2001/02/03", "");
     add(25014, "", "1950/01/01", "D1");
   }
-  // A name of blanks, an insurance that has vanished.
+  // A name of blanks without an account, an insurance that has vanished, no date of birth.
   void addOdd() {
-    add(25015, "  ", "1950/01/01", "E1");
+    add(25015, "  ", "1950/01/01", "");
     add(25016, "Zorn, Al", "1971/01/01", "F1");
     run("PRAGMA foreign_keys=OFF");
     run("UPDATE Patient SET InsuranceCode=9 WHERE PatientId=25016");
+    run("UPDATE Patient SET DateOfBirth=NULL WHERE PatientId=25011");
   }
 
   static void add(int id, const std::string& names, const char* born, const char* account) {
@@ -53,7 +54,7 @@ TEST_F(PatientsViewTest, EachFilterShowsItsPatientsInItsOrder) {
     std::int16_t filter;
     Strings names;
   } cases[] = {{0, {"", blank, bob, eva, evaLoud, ann, al, ivan, ivanLoud}},
-               {1, {"", blank, al, ivanLoud}},
+               {1, {"", blank, evaLoud, al, ivanLoud}},
                {2, {ann}},
                {3, {"", blank, bob, eva, evaLoud, al, ivan, ivanLoud}},
                {15, {"", blank, eva, ivan, ivanLoud}},

@@ -153,15 +153,17 @@ TEST_F(PostingTest, PostingGoesOnToPrintAndTheReportsDependOnTheInsurance) {
 
 TEST_F(PostingTest, EachReportHasItsCodesAndTellsTheFilters) {
   CurrentInsuranceCode = CurrentDoctorCode = 2;
-  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "77");
   for (const char* filter : {"optSelectedInsurances", "optSelectedDoctors", "optSelectedLot"})
     click(frmCharges(), filter);
+  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "77");
+  click(frmCharges(), "btnGo2");
   for (int item = 1; item <= 4; ++item) {
     script.in("frmPrintGeneral", [item](QWidget& dialog) {
       control<QListWidget>(dialog, "List1").setCurrentRow(item);
       click(dialog, "OKButton");
     });
     frmCharges().Imprimir();
+    ASSERT_EQ(std::ssize(viewed), item);
     std::ifstream file(viewed.back());
     const std::string document(std::istreambuf_iterator<char>(file), {});
     const auto has = [&](const char* text) { return document.find(text) != std::string::npos; };
