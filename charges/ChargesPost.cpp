@@ -77,7 +77,7 @@ void ChargesView::postReady(std::int64_t ready) {
   try {
     relaxed.finish();
   } catch (const RuntimeError& error) {
-    MsgBox("Problems updating status: " + error.text());
+    MsgBox(error.text());
   }
 }
 

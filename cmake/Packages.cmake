@@ -48,6 +48,8 @@ install(FILES ${shared}/metainfo/com.fenmoor.brantiwell.metainfo.xml
 install(FILES ${shared}/mime/packages/myviewer.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES ${shared}/brantiwell/start.html DESTINATION ${CMAKE_INSTALL_DATADIR}/brantiwell)
+install(FILES ${shared}/bash-completion/completions/brantiwell-database
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 # The daily copy, on for every user; whoever does not work with the database makes none.
 set(timer ${made}/brantiwell-backup.timer)
 file(MAKE_DIRECTORY ${made})

@@ -4,6 +4,11 @@
 #include "engine/Workgroup.h"
 
 namespace bw {
+namespace {
+
+std::string advice;
+
+}  // namespace
 
 std::string connectionStringOf(const std::string& path) {
   return "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + path +
@@ -31,10 +36,18 @@ bool SessionCreate(Connection& connection, const std::string& connectionString) 
   return true;
 }
 
+const std::string& connectionAdvice() { return advice; }
+
 bool SessionOpen(Connection& connection) {
+  advice.clear();
   try {
     connection.Open();
     return true;
+  } catch (const DatabaseRefusal& refusal) {
+    if (refusal.why() == Refusal::full)
+      advice = "The disk is full. Please make room, and start the program again.";
+    if (refusal.why() == Refusal::foreignPart) advice = refusal.text();
+    return false;
   } catch (const RuntimeError&) {
     return false;
   }

@@ -14,6 +14,10 @@ std::string connectionStringOf(const std::string& path);
 // message shows the whole connection string, so that whoever helps the office sees both paths.
 bool ConnectDatabase(std::string& message);
 
+// What to do about the last failure of opening, where it is told better than by the paths; "" when
+// there is nothing to add to them.
+const std::string& connectionAdvice();
+
 // A new connection in `connection`, with that connection string.
 bool SessionCreate(Connection& connection, const std::string& connectionString);
 

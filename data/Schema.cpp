@@ -22,8 +22,6 @@ std::vector<std::string> statementsOf(std::string_view text) {
   return statements;
 }
 
-}  // namespace
-
 void makeSchema(Engine& engine) {
   for (const std::string& statement : definitionOf(dialectOf(engine.dialect())))
     engine.execute(statement);
@@ -32,21 +30,22 @@ void makeSchema(Engine& engine) {
     for (const std::string& statement : statementsOf(text)) engine.execute(statement);
 }
 
-void createSchema(Engine& engine) {
+}  // namespace
+
+void createSchema(Engine& engine, const std::function<void(Engine&)>& fill) {
   EngineTransaction transaction(engine);
   makeSchema(engine);
+  if (fill) fill(engine);
   transaction.commit();
 }
 
 void keepChangeLog(Engine& engine, bool kept) {
-  EngineTransaction transaction(engine, TransactionKind::writing);
   const bool isStopped = engine.hasTable(kChangeLogStopped);
   const bool isThere = engine.hasTable(kChangeLogTable);
   if (kept && !isThere) engine.execute(std::string(dialectOf(engine.dialect()).changeLog));
   if (kept && isStopped) engine.execute(concat("DROP TABLE ", kChangeLogStopped));
   if (!kept && isThere && !isStopped)
     engine.execute(concat("CREATE TABLE ", kChangeLogStopped, " (Sign SMALLINT)"));
-  transaction.commit();
 }
 
 std::vector<std::string> schemaQueries() {

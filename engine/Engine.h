@@ -89,7 +89,8 @@ class Engine {
   virtual bool inTransaction() const = 0;
 
   // Relaxed, a commit outlives the process but not a power cut. Restoring it makes durable what was
-  // committed until then. Not inside a transaction.
+  // committed until then. Not inside a transaction. After the first full wait for another station's
+  // lock the next waits are short until then.
   virtual void relaxSync() = 0;
   virtual void restoreSync() = 0;
   virtual bool hasTable(std::string_view name) = 0;

@@ -243,8 +243,10 @@ class QuickCheck {
           for (const bool leaves : {false, true}) exchanged(all, {suspect, other, leaves});
   }
 
-  // Rows name rows that do not exist, but exist all when two tables are taken for each other.
+  // Rows name rows that do not exist, but exist all when two tables are taken for each other. Rows
+  // that name those of a table without rows were brought in without it.
   void exchanged(const std::vector<TreeReference>& all, const Exchange& exchange) {
+    if (numbers_[exchange.one].front().empty() || numbers_[exchange.other].front().empty()) return;
     int now = 0;
     int then = 0;
     for (const TreeReference& reference : all) {

@@ -44,6 +44,10 @@ std::string refusalSentence(Refusal refusal, std::string_view detail) {
       return "The database file cannot be read or written.";
     case Refusal::notOpened:
       return concat("The database file cannot be opened: ", detail);
+    case Refusal::foreignPart:
+      return concat("A part of the database belongs to another user: ", detail,
+                    ". Close the program that this user runs, or give the file to the owner of the "
+                    "database.");
     case Refusal::rolledBack:
       return "The database has undone the changes of this step. Nothing was stored.";
     case Refusal::notConnected:

@@ -20,8 +20,9 @@ enum class Refusal {
   readOnly,
   damaged,
   unreadable,
-  notOpened,   // the detail is the reason
-  notCreated,  // the detail is the reason
+  notOpened,    // the detail is the reason
+  notCreated,   // the detail is the reason
+  foreignPart,  // of the database, which another user owns: the detail is its path
   rolledBack,
   notConnected,  // the detail is the reason
   lost,          // the connection to a server; nothing of the step is stored

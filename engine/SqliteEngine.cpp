@@ -61,8 +61,9 @@ void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noex
 
 class SqliteEngine final : public Engine {
  public:
-  explicit SqliteEngine(Database database)
-      : Engine(SqlDialect::sqlite), database_(std::move(database)) {}
+  SqliteEngine(Database database, const SqliteOptions& options)
+      : Engine(SqlDialect::sqlite), database_(std::move(database)), patience_(options.busyTimeout) {
+  }
 
   std::int64_t execute(const EngineStatement& text) override {
     return use(text, [this](sqlite3_stmt* statement) {
@@ -102,11 +103,16 @@ class SqliteEngine final : public Engine {
   }
   bool inTransaction() const override { return sqlite3_get_autocommit(database_.get()) == 0; }
 
-  void relaxSync() override { execute("PRAGMA synchronous=NORMAL"); }
+  void relaxSync() override {
+    execute("PRAGMA synchronous=NORMAL");
+    inLoop_ = true;
+  }
 
   // One more commit that is synced makes those before it durable, since the log is one file. A
   // checkpoint would not do: while another station reads it can leave the log as it is.
   void restoreSync() override {
+    inLoop_ = false;
+    wait(patience_);
     execute("PRAGMA synchronous=FULL");
     EngineTransaction transaction(*this, TransactionKind::writing);
     const std::shared_ptr<RowStore> version = read("PRAGMA user_version");
@@ -134,7 +140,16 @@ class SqliteEngine final : public Engine {
   }
 
  private:
+  void wait(std::chrono::milliseconds patience) const {
+    sqlite3_busy_timeout(database_.get(), static_cast<int>(patience.count()));
+  }
+
   [[noreturn]] void refuse() const {
+    constexpr std::chrono::milliseconds kShort{20};
+    // Whoever holds the lock keeps it longer than a statement takes: a loop of hundreds of rows
+    // must not wait in full for each.
+    if (inLoop_ && (sqlite3_errcode(database_.get()) & 0xff) == SQLITE_BUSY)
+      wait(std::min(patience_, kShort));
     refuseSqlite(sqlite3_extended_errcode(database_.get()), sqlite3_errmsg(database_.get()));
   }
 
@@ -234,6 +249,8 @@ class SqliteEngine final : public Engine {
   };
 
   Database database_;
+  std::chrono::milliseconds patience_;
+  bool inLoop_ = false;
   std::array<Shared, 4> shared_;  // the latest shapes
 };
 
@@ -298,13 +315,10 @@ void setUp(sqlite3* database, const SqliteOptions& options) {
                              foldFunction, nullptr, nullptr, nullptr);
 }
 
-}  // namespace
+constexpr const char* kInMemory = ":memory:";
 
-std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options) {
-  std::error_code ignored;
-  const bool inMemory = path == ":memory:";
-  if (!inMemory && !std::filesystem::is_regular_file(path, ignored))
-    throw DatabaseRefusal(Refusal::notOpened, "there is no file " + path);
+std::unique_ptr<Engine> openFile(const std::string& path, const SqliteOptions& options) {
+  const bool inMemory = path == kInMemory;
   sqlite3* opened = nullptr;
   // One thread uses a connection: locks within it would only cost.
   const int flags =
@@ -316,7 +330,7 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
   if (sqlite3_db_readonly(database.get(), "main") != 0) throw DatabaseRefusal(Refusal::readOnly);
   setUp(database.get(), options);
   sqlite3* handle = database.get();
-  auto engine = std::make_unique<SqliteEngine>(std::move(database));
+  auto engine = std::make_unique<SqliteEngine>(std::move(database), options);
   // A file of rubbish opens too; only reading tells.
   engine->read("SELECT count(*) FROM sqlite_schema");
   if (options.quickCheck && !inMemory && !findQuickly(*handle).empty())
@@ -324,6 +338,34 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
   engine->execute("PRAGMA foreign_keys=ON");
   engine->execute("PRAGMA synchronous=FULL");
   return engine;
+}
+
+// Why a file that is there does not open, where the engine's own word would mislead.
+void explainOpening(const std::string& path) {
+  namespace fs = std::filesystem;
+  constexpr std::uintmax_t kSharedMemory = 32U << 10U;  // what the engine makes beside the file
+  std::error_code error;
+  for (const char* ending : {"-wal", "-shm"})
+    if (const std::string part = path + ending;
+        fs::exists(part, error) && faccessat(AT_FDCWD, part.c_str(), R_OK | W_OK, AT_EACCESS) != 0)
+      throw DatabaseRefusal(Refusal::foreignPart, part);
+  const fs::space_info space = fs::space(fs::absolute(path).parent_path(), error);
+  if (!error && space.available < kSharedMemory) throw DatabaseRefusal(Refusal::full);
+}
+
+}  // namespace
+
+std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options) {
+  std::error_code ignored;
+  if (path == kInMemory) return openFile(path, options);
+  if (!std::filesystem::is_regular_file(path, ignored))
+    throw DatabaseRefusal(Refusal::notOpened, "there is no file " + path);
+  try {
+    return openFile(path, options);
+  } catch (const DatabaseRefusal& refusal) {
+    if (refusal.why() != Refusal::damaged && refusal.why() != Refusal::locked) explainOpening(path);
+    throw;
+  }
 }
 
 std::unique_ptr<Engine> createSqlite(const std::string& path, const SqliteOptions& options) {

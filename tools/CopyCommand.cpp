@@ -66,14 +66,7 @@ Exit copyDatabase(const std::filesystem::path& from, const std::filesystem::path
                   std::ostream& out, const Access& access) {
   const std::unique_ptr<Engine> source = openEngine(from.string());
   makeOffice(
-      to,
-      [&](Engine& target) {
-        std::optional<EngineTransaction> transaction;
-        if (!target.inTransaction()) transaction.emplace(target);
-        copyAll(*source, target, out);
-        if (transaction) transaction->commit();
-      },
-      out, access);
+      to, [&](Engine& target) { copyAll(*source, target, out); }, out, access);
   return Exit::done;
 }
 

@@ -94,8 +94,7 @@ void makeDatabase(const fs::path& path, const std::function<void(Engine&)>& fill
   const FileAccess given(access);
   const Unfinished unfinished(concat(file.string(), ".", getpid(), ".new"));
   std::unique_ptr<Engine> engine = createSqlite(unfinished.file().string());
-  createSchema(*engine);
-  if (fill) fill(*engine);
+  createSchema(*engine, fill);
   finish(std::move(engine), unfinished.file());
   unfinished.give(given);
   writeFileWhole(workgroup, workgroupText(kAccount, kAccount), given.filePermissions());

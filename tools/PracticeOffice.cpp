@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "engine/EngineTransaction.h"
 #include "text/Text.h"
 #include "tools/PracticeCatalogue.h"
 #include "tools/TableRows.h"
@@ -295,11 +294,6 @@ class Office {
 
 }  // namespace
 
-void fillPractice(Engine& engine, Date today) {
-  if (engine.inTransaction()) return Office(engine, today).fill();
-  EngineTransaction transaction(engine);
-  Office(engine, today).fill();
-  transaction.commit();
-}
+void fillPractice(Engine& engine, Date today) { Office(engine, today).fill(); }
 
 }  // namespace bw

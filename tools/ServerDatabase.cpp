@@ -47,13 +47,6 @@ class NewOffice {
                     database_);
   }
 
-  void make(const std::function<void(Engine&)>& fill) const {
-    EngineTransaction transaction(engine_);
-    makeSchema(engine_);
-    if (fill) fill(engine_);
-    transaction.commit();
-  }
-
   // False when the account may not make roles.
   bool makeRole() const {
     try {
@@ -113,7 +106,7 @@ void makeServerDatabase(const std::string& address, const std::function<void(Eng
   const std::unique_ptr<Engine> engine = openEngine(address);
   const NewOffice office(*engine);
   office.refuseUnfit();
-  office.make(fill);
+  createSchema(*engine, fill);
   office.tellWhatIsLeft(out, office.makeRole());
 }
 

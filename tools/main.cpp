@@ -85,6 +85,7 @@ int main(int argc, char** argv) {
   CLI::App app(kAbout, "brantiwell-database");
   app.footer(kFooter);
   app.require_subcommand(1);
+  app.set_version_flag("--version", "brantiwell-database " BRANTIWELL_VERSION);
   std::filesystem::path path;
   std::filesystem::path folder;
   Exit result = Exit::done;
@@ -174,6 +175,12 @@ int main(int argc, char** argv) {
   copy->add_option("--group", access.group, "The group whose members work with it");
   command("practice", kPracticeHelp,
           [&] { return createPractice(path, systemNow().date, std::cout); });
+  const auto isNamed = [argv](CLI::App* one) { return one->get_name() == argv[1]; };
+  if (argc > 1 && argv[1][0] != '-' && app.get_subcommands(isNamed).empty()) {
+    std::cerr << "There is no command \"" << argv[1]
+              << "\". brantiwell-database --help tells which there are.\n";
+    return static_cast<int>(Exit::refused);
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 
 #include "engine/SqliteEngine.h"
@@ -271,6 +272,49 @@ TEST_F(ConnectionOpenTest, FileThatCannotBeWrittenIsRefused) {
   const std::string refusal = refusalOfOpen();
   ASSERT_EQ(seteuid(self), 0);
   EXPECT_EQ(refusal, "The database cannot be written: its file or folder is read-only.");
+}
+
+TEST_F(ConnectionOpenTest, APartOfTheDatabaseThatAnotherUserOwnsIsNamed) {
+  Connection(openSqlite(file("office.db"))).Execute("PRAGMA journal_mode=WAL");
+  folder.write("office.db-wal", "");
+  folder.write("office.db-shm", "");
+  const auto all = fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read |
+                   fs::perms::others_write;
+  fs::permissions(file("office.db"), all);
+  fs::permissions(file("office.db-wal"), fs::perms::none);
+  const uid_t self = geteuid();
+  constexpr uid_t kNobody = 65534;
+  if (self == 0) {
+    ASSERT_EQ(seteuid(kNobody), 0);
+  }
+  const std::string refusal = refusalOf([&] { openSqlite(file("office.db")); });
+  ASSERT_EQ(seteuid(self), 0);
+  EXPECT_TRUE(refusal.starts_with("A part of the database belongs to another user: " +
+                                  file("office.db-wal")))
+      << refusal;
+}
+
+TEST_F(ConnectionOpenTest, ALoopWaitsInFullForALockOnce) {
+  Connection first = open();
+  first.Execute("PRAGMA journal_mode=WAL");
+  first.Execute("CREATE TABLE Letters (Letter TEXT PRIMARY KEY)");
+  first.BeginTrans();
+  first.Execute("INSERT INTO Letters VALUES ('A')");
+  Connection second(openSqlite(file("office.db"), {.busyTimeout = std::chrono::milliseconds(400)}));
+  const auto refusedAfter = [&second] {
+    const auto begun = std::chrono::steady_clock::now();
+    EXPECT_NE(refusalOf([&] { second.Execute("INSERT INTO Letters VALUES ('B')"); }), "");
+    return std::chrono::steady_clock::now() - begun;
+  };
+  const auto full = refusedAfter();
+  second.relaxSync();
+  EXPECT_GT(refusedAfter(), full / 2) << "the first of the loop waits in full";
+  EXPECT_LT(refusedAfter(), full / 2);
+  first.RollbackTrans();
+  second.restoreSync();
+  first.BeginTrans();
+  first.Execute("INSERT INTO Letters VALUES ('A')");
+  EXPECT_GT(refusedAfter(), full / 2) << "behind the loop as before it";
 }
 
 TEST_F(ConnectionOpenTest, LockOfAnotherStationFailsTheStatementUntilItIsReleased) {
