@@ -2,6 +2,7 @@
 
 #include "controls/BusyCursor.h"
 #include "core/AsisRutinasRecordsets.h"
+#include "core/Principal.h"
 #include "core/Services.h"
 #include "lists/Settings.h"
 #include "text/Conversions.h"
