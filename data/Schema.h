@@ -8,8 +8,8 @@
 
 namespace bw {
 
-// Makes the tables, saved queries and lookup rows in an empty database, and whatever `fill` adds, all
-// or nothing. Raises error `database`.
+// Makes the tables, saved queries and lookup rows in an empty database, and whatever `fill` adds,
+// all or nothing. Raises error `database`.
 void createSchema(Engine& engine, const std::function<void(Engine&)>& fill = {});
 
 // Makes a database keep a log of changes (engine/ChangeLog.h), or stop. Its lines stay. A program

@@ -37,8 +37,8 @@ struct Access {
 
 // An empty database with its lookup rows, and its workgroup file beside it. On a server there must
 // be an empty database; what is left to do there is told.
-Exit createDatabase(const std::filesystem::path& path, std::ostream& out,
-                    const Access& access = {}, bool keepsChangeLog = false);
+Exit createDatabase(const std::filesystem::path& path, std::ostream& out, const Access& access = {},
+                    bool keepsChangeLog = false);
 
 // The same with a fictional office in it, whose last charges are of `today`.
 Exit createPractice(const std::filesystem::path& path, Date today, std::ostream& out);
