@@ -57,7 +57,7 @@ std::vector<Statements> issued(const std::string& path) {
   std::vector<Statements> runs(bench::kRuns + 1);
   for (Statements& run : runs) {
     DatabaseConnection.tap = [&run](std::string_view text) {
-      run.push_back(rewriteStatement(text).text);
+      run.push_back(rewriteStatement(text, SqlDialect::sqlite).text);
     };
     desk.store();
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "data/Schema.h"
+#include "engine/PostgresEngine.h"
 #include "engine/SqliteEngine.h"
 #include "text/Text.h"
 #include "tools/TableRows.h"
@@ -34,7 +35,7 @@ class Office {
     fillCatalogues();
     fillPatients();
     fillCharges();
-    commit();
+    engine_.commit().require();
   }
 
  private:
@@ -115,12 +116,8 @@ class Office {
     return daysAgo <= 90 ? 1 : 3;
   }
 
-  void commit() {
-    const CommitResult result = engine_.commit();
-    if (result.why) throw DatabaseRefusal(*result.why);
-  }
   void restart() {
-    commit();
+    engine_.commit().require();
     engine_.begin();
   }
 
@@ -141,6 +138,13 @@ void makeOffice(const fs::path& path, OfficeSize size) {
   engine->execute("PRAGMA synchronous=OFF");
   engine->execute("PRAGMA foreign_keys=OFF");
   Office(*engine, size).fill();
+}
+
+void fillOnServer(const std::string& address, OfficeSize size) {
+  const std::unique_ptr<Engine> engine = openPostgres(address);
+  createSchema(*engine);
+  Office(*engine, size).fill();
+  engine->execute("ANALYZE");
 }
 
 fs::path keptOffice(const char* name, OfficeSize size) {

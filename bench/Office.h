@@ -35,6 +35,9 @@ std::filesystem::path folder();
 // Makes an office at a path, in place of what is there. The same rows every time.
 void makeOffice(const std::filesystem::path& path, OfficeSize size);
 
+// Makes an office in an empty database on a server.
+void fillOnServer(const std::string& address, OfficeSize size);
+
 // The office of a size under a name, made when it is not there. Nobody writes to it.
 std::filesystem::path keptOffice(const char* name, OfficeSize size);
 inline std::filesystem::path grownOffice() { return keptOffice("bench-office", kGrownOffice); }

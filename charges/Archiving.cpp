@@ -11,26 +11,31 @@
 namespace bw {
 namespace {
 
-void archiveOne(const RecordSet& charge) {
+// False, and not told yet, when the connection is lost.
+bool archiveOne(const RecordSet& charge, std::string& message) {
   constexpr std::int32_t kLotStays = -1;
-  std::string message;
   if (ChargeSetPrintLot(charge.code("PatientId"), charge.date("ChargeDate"),
-                        charge.time("ChargeTime"), kLotStays, kArchivedByRun, message) > 0)
-    MsgBox(message);
+                        charge.time("ChargeTime"), kLotStays, kArchivedByRun, message) <= 0)
+    return true;
+  if (DatabaseConnection.isLost()) return false;
+  MsgBox(message);
+  return true;
 }
 
 // The charges come by patient, each one's latest first: that one is kept whatever its date.
-void archiveAll(RecordSet& charges, Date until) {
+bool archiveAll(RecordSet& charges, Date until, std::string& message) {
   LongWork work("Archiving the charges...", charges.RecordCount());
   while (!charges.EOF_()) {
     CurrentPatientId = charges.code("PatientId");
     for (bool latest = true; !charges.EOF_() && charges.code("PatientId") == CurrentPatientId;
          latest = false) {
-      if (!latest && charges.date("ChargeRealDate") < until) archiveOne(charges);
+      if (!latest && charges.date("ChargeRealDate") < until && !archiveOne(charges, message))
+        return false;
       charges.MoveNext();
       work.step();
     }
   }
+  return true;
 }
 
 }  // namespace
@@ -43,7 +48,7 @@ bool archiveCharges(Date until, std::string& message) {
                     message) != 0)
     return false;
   RelaxedSync relaxed(DatabaseConnection);
-  archiveAll(*RsArchive, until);
+  if (!archiveAll(*RsArchive, until, message)) return false;
   RsArchive.close();
   try {
     relaxed.finish();

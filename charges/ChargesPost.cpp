@@ -21,12 +21,13 @@ std::int32_t proposedLot() {
   return date.year * 100000 + date.month * 1000 + date.day * 10 + 1;
 }
 
+// Until a visit returns false.
 template <class Visit>
 void forEachReady(RecordSet& charges, Visit visit) {
   const std::ptrdiff_t count = charges.RecordCount();
   for (std::ptrdiff_t position = 1; position <= count; ++position) {
     charges.setAbsolutePosition(position);
-    if (charges.integer("status") == kReady) visit();
+    if (charges.integer("status") == kReady && !visit()) return;
   }
 }
 
@@ -45,7 +46,7 @@ void ChargesView::Post() {
   if (!settleInputs(*this)) return;  // printing comes behind it
   PostChargeCount = 0;
   std::int64_t ready = 0;
-  forEachReady(*RsCharges, [&] { ++ready; });
+  forEachReady(*RsCharges, [&] { return ++ready > 0; });
   if (ready == 0) return MsgBox("No charges to post!");
   // The count is one of 16 bits.
   if (ready > INT16_MAX)
@@ -70,12 +71,13 @@ void ChargesView::postReady(std::int64_t ready) {
     forEachReady(*RsCharges, [&] {
       postOne(*RsCharges, PostLotNumber);
       work.step();
+      return !DatabaseConnection.isLost();
     });
   }
   try {
     relaxed.finish();
   } catch (const RuntimeError& error) {
-    MsgBox("Problems updating status: " + error.text());
+    MsgBox(error.text());
   }
 }
 

@@ -31,6 +31,15 @@ if(CMAKE_CXX_FLAGS_DEBUG STREQUAL "-g")
 endif()
 target_compile_options(bw_options INTERFACE $<$<CONFIG:Debug>:-Og>)
 
+# What is installed makes the mistakes of a program hard to use against it. cmake/package looks.
+set(hardening -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE
+              -D_FORTIFY_SOURCE=3)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+  list(APPEND hardening -fcf-protection=full)
+endif()
+target_compile_options(bw_options INTERFACE "$<$<CONFIG:Release>:${hardening}>")
+target_link_options(bw_options INTERFACE "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now>")
+
 # What most sources of the windows include. Not more: the larger the precompiled header, the longer
 # each source takes to load it.
 set(BRANTIWELL_COMMON_HEADERS

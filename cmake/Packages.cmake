@@ -48,6 +48,15 @@ install(FILES ${shared}/metainfo/com.fenmoor.brantiwell.metainfo.xml
 install(FILES ${shared}/mime/packages/myviewer.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES ${shared}/brantiwell/start.html DESTINATION ${CMAKE_INSTALL_DATADIR}/brantiwell)
+install(FILES ${shared}/bash-completion/completions/brantiwell-database
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+# The daily copy, on for every user; whoever does not work with the database makes none.
+set(timer ${made}/brantiwell-backup.timer)
+file(MAKE_DIRECTORY ${made})
+file(CREATE_LINK ../brantiwell-backup.timer ${timer} SYMBOLIC)
+install(FILES ${shared}/systemd/user/brantiwell-backup.service
+              ${shared}/systemd/user/brantiwell-backup.timer DESTINATION lib/systemd/user)
+install(FILES ${timer} DESTINATION lib/systemd/user/timers.target.wants)
 install_icon(${CMAKE_CURRENT_SOURCE_DIR}/controls/icons/Brantiwell.svg brantiwell)
 install_icon(${shared}/icons/hicolor/scalable/apps/myviewer.svg myviewer)
 add_custom_command(
@@ -100,7 +109,7 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 
 set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_NAME brantiwell)
 set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_SECTION misc)
-set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_RECOMMENDS fonts-liberation)
+set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_RECOMMENDS "fonts-liberation, libnotify-bin")
 set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_SUGGESTS brantiwell-webpane)
 set(CPACK_DEBIAN_BRANTIWELL_PACKAGE_CONTROL_EXTRA ${shared}/debian/postinst)
 set(CPACK_COMPONENT_BRANTIWELL_DESCRIPTION

@@ -1,13 +1,13 @@
 # Debian packages; sourced by run and test.
 
 build_packages=(
-  ca-certificates ccache cmake g++ libcli11-dev libcrypt-dev libicu-dev libsqlite3-dev
+  ca-certificates ccache cmake g++ libcli11-dev libcrypt-dev libicu-dev libpq-dev libsqlite3-dev
   mold ninja-build qt6-base-dev qt6-svg-dev qt6-webengine-dev fonts-liberation
 )
 run_packages=(sqlite3)
-package_packages=(dpkg-dev file librsvg2-bin lintian)
+package_packages=(binutils dpkg-dev file librsvg2-bin lintian)
 test_packages=(
-  appstream clang-format clang-tidy desktop-file-utils git libgtest-dev man-db python3
+  appstream clang-format clang-tidy desktop-file-utils git libgtest-dev man-db postgresql python3
   shared-mime-info sqlite3
 )
 

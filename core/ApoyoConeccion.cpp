@@ -4,6 +4,16 @@
 #include "engine/Workgroup.h"
 
 namespace bw {
+namespace {
+
+std::string advice;
+
+}  // namespace
+
+std::string connectionStringOf(const std::string& path) {
+  return "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + path +
+         ";Jet OLEDB:System database=" + workgroupPathOf(path) + ";User Id=Kelps;Password=Kelps";
+}
 
 bool ConnectDatabase(std::string& message) {
   if (DatabaseConnected) return false;
@@ -11,10 +21,7 @@ bool ConnectDatabase(std::string& message) {
     message = "Falta iniciar Informacion de Bases de datos";
     return false;
   }
-  const std::string connectionString =
-      "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + DatabasePath +
-      ";Jet OLEDB:System database=" + workgroupPathOf(DatabasePath) +
-      ";User Id=Kelps;Password=Kelps";
+  const std::string connectionString = connectionStringOf(DatabasePath);
   if (SessionCreate(DatabaseConnection, connectionString) && SessionOpen(DatabaseConnection)) {
     DatabaseConnected = true;
     return true;
@@ -29,10 +36,18 @@ bool SessionCreate(Connection& connection, const std::string& connectionString) 
   return true;
 }
 
+const std::string& connectionAdvice() { return advice; }
+
 bool SessionOpen(Connection& connection) {
+  advice.clear();
   try {
     connection.Open();
     return true;
+  } catch (const DatabaseRefusal& refusal) {
+    if (refusal.why() == Refusal::full)
+      advice = "The disk is full. Please make room, and start the program again.";
+    if (refusal.why() == Refusal::foreignPart) advice = refusal.text();
+    return false;
   } catch (const RuntimeError&) {
     return false;
   }

@@ -4,20 +4,11 @@
 #include <iterator>
 #include <utility>
 
+#include "data/NamedRelations.h"
 #include "text/Text.h"
 
 namespace bw {
 namespace {
-
-const Dialect::Type& typeOf(const Dialect& dialect, const SchemaColumn& column) {
-  return *std::ranges::find(dialect.types, column.type, &Dialect::Type::type);
-}
-
-std::string collationOf(const Dialect& dialect, const SchemaColumn& column) {
-  if (column.type != FieldType::text) return {};
-  return concat(" COLLATE ", column.collation == Collation::codes ? dialect.codesCollation
-                                                                  : dialect.lettersCollation);
-}
 
 // Texts are empty, the working column and what may name no row are 0; all else must be said.
 bool hasStart(const SchemaColumn& column) {
@@ -25,26 +16,28 @@ bool hasStart(const SchemaColumn& column) {
 }
 
 // Relations in which 0 names no row are kept by a guard.
-bool isRelation(const SchemaColumn& column) {
-  return !column.parent.empty() && !column.mayNameNone();
+std::string relationOf(const Dialect& dialect, const SchemaColumn& column) {
+  if (dialect.guard == nullptr || column.parent.empty() || column.mayNameNone()) return {};
+  return concat(" REFERENCES ", column.parent, column.parentsPart ? " ON DELETE CASCADE" : "");
 }
 
 std::string columnLine(const Dialect& dialect, const SchemaColumn& column) {
-  const Dialect::Type& type = typeOf(dialect, column);
+  const Dialect::Type& type = dialect.typeOf(column);
   return concat(column.name, " ", type.name, column.optional ? "" : " NOT NULL",
-                hasStart(column) ? concat(" DEFAULT ", type.start) : "",
-                collationOf(dialect, column),
-                isRelation(column) ? concat(" REFERENCES ", column.parent) : "",
-                column.parentsPart ? " ON DELETE CASCADE" : "", "\n    CONSTRAINT ",
-                checkOf(column), " CHECK (", conditionOf(dialect, column), ")");
+                hasStart(column) ? concat(" DEFAULT ", type.start) : "", type.collate,
+                relationOf(dialect, column), "\n    CONSTRAINT ", dialect.named(checkOf(column)),
+                " CHECK (", conditionOf(dialect, column), ")");
 }
 
 std::string tableOf(const Dialect& dialect, const SchemaTable& table) {
+  const bool named = dialect.guard == nullptr;
   std::string text = concat("CREATE TABLE ", table.name, " (");
   for (const SchemaColumn& column : table.columns)
     text += concat("\n  ", columnLine(dialect, column), ",");
-  text += concat("\n  PRIMARY KEY (", listOf(table.key()), ")");
-  if (!table.owner.empty())
+  if (named) text += relationColumns(table);
+  text += concat("\n  ", named ? concat("CONSTRAINT ", dialect.named(keyNameOf(table)), " ") : "",
+                 "PRIMARY KEY (", listOf(table.key()), ")");
+  if (!named && !table.owner.empty())
     text += concat(",\n  FOREIGN KEY (", listOf(referencesOf(table).back().columns),
                    ") REFERENCES ", table.owner, "\n    ON UPDATE CASCADE ON DELETE CASCADE");
   return concat(text, "\n)", table.hasRowNumbers ? "" : concat(" ", dialect.inKeyOrder));
@@ -72,7 +65,7 @@ SchemaGuard inUse(const SchemaTable& parent) {
     });
     if (columns.empty()) continue;
     guard.refusals.push_back(
-        {concat("This record cannot be deleted: ", table.users, " still use it."),
+        {inUseSentence(table),
          exists(table.name, joined(columns, " OR ", [&row](const SchemaColumn& column) {
                   return concat(column.name, row);
                 }))});
@@ -107,7 +100,7 @@ SchemaGuard movedDouble(const SchemaTable& table) {
 
 SchemaGuard::Refusal astray(const SchemaColumn& column) {
   const SchemaTable& parent = schemaTable(column.parent);
-  return {concat("This record cannot be stored: its ", parent.one, " does not exist."),
+  return {astraySentence(parent),
           concat("NEW.", column.name, " <> 0 AND NOT ",
                  exists(parent.name, concat(parent.key().front().name, " = NEW.", column.name)))};
 }
@@ -142,7 +135,7 @@ std::vector<SchemaGuard> guards() {
 }  // namespace
 
 std::string conditionOf(const Dialect& dialect, const SchemaColumn& column) {
-  const Dialect::Type& type = typeOf(dialect, column);
+  const Dialect::Type& type = dialect.typeOf(column);
   const std::string rule = concat(column.optional ? type.noValue : "", type.rule,
                                   column.isNeverZero() ? " AND # <> 0" : "");
   std::string condition;
@@ -156,11 +149,16 @@ std::string conditionOf(const Dialect& dialect, const SchemaColumn& column) {
 
 std::vector<std::string> definitionOf(const Dialect& dialect) {
   std::vector<std::string> statements;
+  if (dialect.beforehand != nullptr) statements = dialect.beforehand();
   for (const SchemaTable& table : schemaTables()) {
     statements.push_back(tableOf(dialect, table));
     for (const SchemaIndex& index : table.indexes) statements.push_back(indexOf(table, index));
   }
   statements.insert(statements.end(), dialect.hints.begin(), dialect.hints.end());
+  if (dialect.guard == nullptr) {
+    addNamedRelations(statements, dialect);
+    return statements;
+  }
   for (const SchemaGuard& guard : guards()) statements.push_back(dialect.guard(guard));
   return statements;
 }

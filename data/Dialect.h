@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "text/Value.h"
+#include "data/Tables.h"
+#include "engine/EngineStatement.h"
 
 namespace bw {
 
@@ -28,21 +29,32 @@ struct SchemaGuard {
 struct Dialect {
   struct Type {
     FieldType type;
+    Collation collation = Collation::letters;  // of texts
     std::string_view name;
-    std::string_view start;    // the value that a new row has when it is given none
-    std::string_view rule;     // of good values
-    std::string_view noValue;  // in front of the rule, where a missing value is good as well
+    std::string_view start;      // the value that a new row has when it is given none
+    std::string_view collate{};  // behind the start
+    std::string_view rule;       // of good values
+    std::string_view noValue{};  // in front of the rule, where a missing value is good as well
   };
 
+  SqlDialect engine;
   std::span<const Type> types;
-  std::string_view lettersCollation;
-  std::string_view codesCollation;
-  std::string_view inKeyOrder;  // behind a table whose rows stand in the order of their key
-  std::string (*guard)(const SchemaGuard& guard);
-  std::span<const std::string_view> hints;  // for the planner, behind tables and indexes
-  std::string_view changeLog;               // makes the table of engine/ChangeLog.h
+  std::string_view inKeyOrder{};  // behind a table whose rows stand in the order of their key
+  // Without it the engine names the relation or key that refuses: the sentences then belong to
+  // these (see NamedRelations.h).
+  std::string (*guard)(const SchemaGuard& guard) = nullptr;
+  std::span<const std::string_view> hints{};           // for the planner, behind tables and indexes
+  std::vector<std::string> (*beforehand)() = nullptr;  // what the tables need
+  std::string_view changeLog{};                        // makes the table of engine/ChangeLog.h
+
+  const Type& typeOf(const SchemaColumn& column) const noexcept;
+  // Constraints are called by this, in the case of the description.
+  std::string named(std::string_view constraint) const;
 };
 
 extern const Dialect kSqliteDialect;
+extern const Dialect kPostgresDialect;
+
+const Dialect& dialectOf(SqlDialect engine) noexcept;
 
 }  // namespace bw

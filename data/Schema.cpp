@@ -22,8 +22,9 @@ std::vector<std::string> statementsOf(std::string_view text) {
   return statements;
 }
 
-void makeAll(Engine& engine) {
-  for (const std::string& statement : definitionOf(kSqliteDialect)) engine.execute(statement);
+void makeSchema(Engine& engine) {
+  for (const std::string& statement : definitionOf(dialectOf(engine.dialect())))
+    engine.execute(statement);
   for (const LookedUpQuery& query : lookedUpQueries()) engine.execute(viewStatement(query));
   for (const std::string_view text : {kQueriesText, kLookupsText})
     for (const std::string& statement : statementsOf(text)) engine.execute(statement);
@@ -31,21 +32,20 @@ void makeAll(Engine& engine) {
 
 }  // namespace
 
-void createSchema(Engine& engine) {
+void createSchema(Engine& engine, const std::function<void(Engine&)>& fill) {
   EngineTransaction transaction(engine);
-  makeAll(engine);
+  makeSchema(engine);
+  if (fill) fill(engine);
   transaction.commit();
 }
 
 void keepChangeLog(Engine& engine, bool kept) {
-  EngineTransaction transaction(engine, TransactionKind::writing);
   const bool isStopped = engine.hasTable(kChangeLogStopped);
   const bool isThere = engine.hasTable(kChangeLogTable);
-  if (kept && !isThere) engine.execute(std::string(kSqliteDialect.changeLog));
+  if (kept && !isThere) engine.execute(std::string(dialectOf(engine.dialect()).changeLog));
   if (kept && isStopped) engine.execute(concat("DROP TABLE ", kChangeLogStopped));
   if (!kept && isThere && !isStopped)
     engine.execute(concat("CREATE TABLE ", kChangeLogStopped, " (Sign SMALLINT)"));
-  transaction.commit();
 }
 
 std::vector<std::string> schemaQueries() {

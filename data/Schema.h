@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -7,12 +8,12 @@
 
 namespace bw {
 
-// Makes the tables, saved queries and lookup rows in an empty database, all or nothing.
-// Raises error `database`.
-void createSchema(Engine& engine);
+// Makes the tables, saved queries and lookup rows in an empty database, and whatever `fill` adds,
+// all or nothing. Raises error `database`.
+void createSchema(Engine& engine, const std::function<void(Engine&)>& fill = {});
 
 // Makes a database keep a log of changes (engine/ChangeLog.h), or stop. Its lines stay. A program
-// that is open goes on as it began. Raises error `database`.
+// that is open goes on as it began. Within the caller's transaction. Raises error `database`.
 void keepChangeLog(Engine& engine, bool kept);
 
 // The names of the saved queries.

@@ -17,8 +17,10 @@ constexpr std::array kTypes{
     Dialect::Type{.type = FieldType::integer, .name = "INTEGER", .start = "0",
                   .rule = "typeof(#) = 'integer' AND # BETWEEN -2147483648 AND 2147483647",
                   .noValue = "# IS NULL OR "},
-    Dialect::Type{.type = FieldType::text, .name = "TEXT", .start = "''",
-                  .rule = "length(#) <= 255"},
+    Dialect::Type{.type = FieldType::text, .collation = Collation::letters, .name = "TEXT",
+                  .start = "''", .collate = " COLLATE NOCASE", .rule = "length(#) <= 255"},
+    Dialect::Type{.type = FieldType::text, .collation = Collation::codes, .name = "TEXT",
+                  .start = "''", .collate = " COLLATE RTRIM", .rule = "length(#) <= 255"},
     Dialect::Type{.type = FieldType::date, .name = "DATE", .rule = "# IS date(#, '+0 days')"},
     Dialect::Type{.type = FieldType::time, .name = "TIME", .rule = "# IS time(#, '+0 seconds')"},
     Dialect::Type{.type = FieldType::dateTime, .name = "DATETIME",
@@ -56,9 +58,8 @@ std::string trigger(const SchemaGuard& guard) {
 
 }  // namespace
 
-const Dialect kSqliteDialect{.types = kTypes,
-                             .lettersCollation = "NOCASE",
-                             .codesCollation = "RTRIM",
+const Dialect kSqliteDialect{.engine = SqlDialect::sqlite,
+                             .types = kTypes,
                              .inKeyOrder = "WITHOUT ROWID",
                              .guard = trigger,
                              .hints = kHints,

@@ -36,7 +36,8 @@ std::unique_ptr<ChangeLog> ChangeLog::of(Engine& engine) {
 ChangeLog::ChangeLog(Engine& engine)
     : engine_(engine), user_(userName()), station_(stationName()),
       lines_(engine.prepareInsert(kChangeLogTable,
-                                  {"Moment", "UserName", "Station", "RowCount", "Statement"})) {}
+                                  {"Moment", "UserName", "Station", "RowCount", "Statement"},
+                                  RowsAre::unknown)) {}
 
 std::int64_t ChangeLog::execute(const EngineStatement& statement, std::string_view written,
                                 int level) {
@@ -62,8 +63,7 @@ void ChangeLog::begin(int level) {
 
 void ChangeLog::keep(int level) {
   if (level > 0) return engine_.keepLevel(level + 1);
-  const CommitResult result = engine_.commit();
-  if (result.why) throw DatabaseRefusal(*result.why);
+  engine_.commit().require();
 }
 
 void ChangeLog::undo(int level) {

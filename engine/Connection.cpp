@@ -56,6 +56,18 @@ void Connection::hear(std::string_view statement) const {
   if (tap) tap(statement);
 }
 
+template <class Work>
+auto Connection::reaching(Work work) {
+  try {
+    auto result = work();
+    lost_ = false;
+    return result;
+  } catch (const DatabaseRefusal& refusal) {
+    lost_ = lost_ || isLoss(refusal.why());
+    throw;
+  }
+}
+
 int Connection::BeginTrans() {
   const int level = level_ + 1;
   hear(level == 1 ? "BEGIN" : concat("SAVEPOINT s", level));
@@ -83,8 +95,10 @@ void Connection::commitLevel() {
   hear(level_ == 1 ? "COMMIT" : concat("RELEASE s", level_));
   requireAlive();
   if (level_ > 1) return engine().keepLevel(level_);
-  const CommitResult result = engine().commit();
-  if (result.why) throw DatabaseRefusal(*result.why);
+  reaching([this] {
+    engine().commit().require();
+    return true;
+  });
 }
 
 void Connection::RollbackTrans() {
@@ -128,8 +142,11 @@ std::int64_t Connection::run(std::string_view statement, bool isTyped) {
   Engine& open = engine();
   try {
     if (isTyped) requirePlainWrite(statement);
-    const EngineStatement rewritten = rewriteStatement(statement);
-    return changeLog_ ? changeLog_->execute(rewritten, statement, level_) : open.execute(rewritten);
+    const EngineStatement rewritten = rewriteStatement(statement, open.dialect());
+    return reaching([&] {
+      return changeLog_ ? changeLog_->execute(rewritten, statement, level_)
+                        : open.execute(rewritten);
+    });
   } catch (const RuntimeError& error) {
     if (!hasCutText(statement)) throw;
     throw RuntimeError(error.number(), error.text() + kApostrophe);
@@ -138,13 +155,14 @@ std::int64_t Connection::run(std::string_view statement, bool isTyped) {
 
 RecordSetRef Connection::Read(std::string_view statement, LockType lock) {
   hear(statement);
-  return RecordSetRef(std::make_shared<RecordSet>(readRows(statement), lock));
+  return reaching(
+      [&] { return RecordSetRef(std::make_shared<RecordSet>(readRows(statement), lock)); });
 }
 
 std::shared_ptr<RowStore> Connection::readRows(std::string_view statement) {
   for (const LookedUpQuery& query : lookedUpQueries)
     if (std::shared_ptr<RowStore> rows = readLookedUp(engine(), query, statement)) return rows;
-  return engine().read(rewriteStatement(statement));
+  return engine().read(rewriteStatement(statement, engine().dialect()));
 }
 
 }  // namespace bw

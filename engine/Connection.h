@@ -54,6 +54,11 @@ class Connection {
   bool relaxSync();
   void restoreSync();
 
+  // Whether the connection to a server was found lost by the latest statement or commit that
+  // reached for it: a loop over records ends then, since each would be told the same. The next
+  // statement outside a transaction connects anew.
+  bool isLost() const noexcept { return lost_; }
+
   // Hears every statement as the program wrote it, before it runs; also BEGIN, COMMIT, ROLLBACK.
   std::function<void(std::string_view)> tap;
 
@@ -65,10 +70,13 @@ class Connection {
   std::shared_ptr<RowStore> readRows(std::string_view statement);
   void requireLevel() const;
   void requireAlive();
+  template <class Work>
+  auto reaching(Work work);
 
   std::unique_ptr<Engine> engine_;
   std::unique_ptr<ChangeLog> changeLog_;  // where the database keeps one
   int level_ = 0;
+  bool lost_ = false;
 };
 
 }  // namespace bw

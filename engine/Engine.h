@@ -14,6 +14,12 @@
 
 namespace bw {
 
+// What is known of rows that are inserted.
+enum class RowsAre : std::uint8_t {
+  unknown,  // a row that is refused raises its refusal, and rows after it may follow
+  good,     // they may be stored many at a time: a refusal may come late, and costs the transaction
+};
+
 // Inserts rows of one table, quicker than a statement each. Not to be used when its engine is gone.
 class BulkInsert {
  public:
@@ -23,7 +29,7 @@ class BulkInsert {
   virtual ~BulkInsert() = default;
 
   // One value a column, in the order of the columns. A refused row raises DatabaseRefusal; the
-  // rows before it stand, and rows after it may follow.
+  // rows before it stand.
   virtual void row(std::span<const Value> values) = 0;
 };
 
@@ -43,6 +49,11 @@ struct [[nodiscard]] CommitResult {
 
   Outcome outcome = Outcome::done;
   std::optional<DatabaseRefusal> why{};  // unless it is done
+
+  // Raises why it is not done.
+  void require() const {
+    if (why) throw DatabaseRefusal(*why);
+  }
 };
 
 // What a connection asks of a database engine. Statements arrive rewritten (see Rewriter.h).
@@ -50,17 +61,21 @@ struct [[nodiscard]] CommitResult {
 // inTransaction() says otherwise.
 class Engine {
  public:
-  Engine() = default;
+  explicit Engine(SqlDialect dialect) noexcept : dialect_(dialect) {}
   Engine(const Engine&) = delete;
   Engine& operator=(const Engine&) = delete;
   virtual ~Engine() = default;
 
+  SqlDialect dialect() const noexcept { return dialect_; }
+
   // Returns the number of rows that the statement matched, cascades not counted.
   virtual std::int64_t execute(const EngineStatement& statement) = 0;
-  // Reads the result to its end.
+  // Reads the result to its end. Rows that no ORDER BY asks for in another order come in that of
+  // the key of the table whose columns stand in front.
   virtual std::shared_ptr<RowStore> read(const EngineStatement& statement) = 0;
   virtual std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
-                                                    const std::vector<std::string>& columns) = 0;
+                                                    const std::vector<std::string>& columns,
+                                                    RowsAre rows) = 0;
 
   virtual void begin(TransactionKind kind = TransactionKind::ordinary) = 0;
   virtual CommitResult commit() = 0;
@@ -74,12 +89,16 @@ class Engine {
   virtual bool inTransaction() const = 0;
 
   // Relaxed, a commit outlives the process but not a power cut. Restoring it makes durable what was
-  // committed until then. Not inside a transaction.
+  // committed until then. Not inside a transaction. After the first full wait for another station's
+  // lock the next waits are short until then.
   virtual void relaxSync() = 0;
   virtual void restoreSync() = 0;
   virtual bool hasTable(std::string_view name) = 0;
   // What is wrong with the database itself, a sentence each; not what its rows hold.
   virtual std::vector<std::string> findDamage() = 0;
+
+ private:
+  SqlDialect dialect_;
 };
 
 }  // namespace bw

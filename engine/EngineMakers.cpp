@@ -3,15 +3,24 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/PostgresAddress.h"
+#include "engine/PostgresEngine.h"
 #include "engine/SqliteEngine.h"
 
 namespace bw {
 namespace {
 
 constexpr std::array kMakers{
-    EngineMaker{.takes = [](std::string_view) { return true; },
-                .guardedByWorkgroup = true,
-                .open = [](const std::string& path) { return openSqlite(path); }},
+    EngineMaker{.takes = isServerAddress,
+                .guardedByWorkgroup = false,
+                .open = [](const std::string& address) { return openPostgres(address); },
+                .openDamaged = [](const std::string& address) { return openPostgres(address); }},
+    EngineMaker{
+        .takes = [](std::string_view) { return true; },
+        .guardedByWorkgroup = true,
+        .open = [](const std::string& path) { return openSqlite(path); },
+        .openDamaged =
+            [](const std::string& path) { return openSqlite(path, {.quickCheck = false}); }},
 };
 
 }  // namespace

@@ -14,9 +14,12 @@ struct EngineMaker {
   bool guardedByWorkgroup;  // only whom a workgroup file beside it admits may open it
   // Raises DatabaseRefusal.
   std::unique_ptr<Engine> (*open)(const std::string& target);
+  // The same, but opens what is damaged too, as far as that goes: to tell what is wrong with it.
+  std::unique_ptr<Engine> (*openDamaged)(const std::string& target);
 };
 
-// Of a target as it is registered: the path of a file.
+// Of a target as it is registered: the address of a server (see PostgresAddress.h) or the path of a
+// file.
 const EngineMaker& makerOf(std::string_view target) noexcept;
 
 std::unique_ptr<Engine> openEngine(const std::string& target);

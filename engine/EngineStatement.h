@@ -8,6 +8,9 @@
 
 namespace bw {
 
+// Whose SQL a statement is.
+enum class SqlDialect : std::uint8_t { sqlite, postgres };
+
 using StatementValue = std::variant<std::int64_t, std::string>;
 
 // A statement as an engine takes it.
@@ -20,7 +23,8 @@ struct EngineStatement {
   std::string text;
   // What statements that differ in nothing but the values behind their equals signs have in common:
   // "... WHERE PatientId = 7 AND ChargeDate = '2003-06-15'" and the one for the next charge. With a
-  // ? for each value; empty when the statement shares none.
+  // ? (SQLite) or $1, $2 and so on (PostgreSQL) for each value; empty when the statement shares
+  // none.
   std::string shape;
   std::vector<StatementValue> values;
 };

@@ -17,8 +17,7 @@ EngineTransaction::~EngineTransaction() {
 }
 
 void EngineTransaction::commit() {
-  const CommitResult result = engine_.commit();
-  if (result.why) throw DatabaseRefusal(*result.why);
+  engine_.commit().require();
   open_ = false;
 }
 

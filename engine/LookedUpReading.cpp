@@ -51,7 +51,8 @@ class Reader {
     std::optional<EngineTransaction> snapshot;
     if (!engine_.inTransaction()) snapshot.emplace(engine_, TransactionKind::snapshot);
     base_ = engine_.read(rewriteStatement(
-        concat("SELECT ", columnsFrom(query_.alias, {}), " FROM [", query_.base, "]", conditions)));
+        concat("SELECT ", columnsFrom(query_.alias, {}), " FROM [", query_.base, "]", conditions),
+        engine_.dialect()));
     for (const LookUpTable& table : query_.tables) parents_.push_back(readParent(table));
     if (snapshot) snapshot->end();
   }
@@ -116,7 +117,7 @@ std::shared_ptr<RowStore> Reader::readRows(const LookUpTable& table, const Colum
     for (const std::int64_t key : keys) statement += concat(key == keys.front() ? "" : ",", key);
     statement += ")";
   }
-  return engine_.read(rewriteStatement(statement));
+  return engine_.read(rewriteStatement(statement, engine_.dialect()));
 }
 
 Parent Reader::words() const {
@@ -161,7 +162,7 @@ std::shared_ptr<RowStore> readLookedUp(Engine& engine, const LookedUpQuery& quer
   const std::optional<LookedUpStatement> parsed = parseLookedUp(query, statement);
   if (!parsed) return nullptr;
   if (parsed->ofBase) return Reader(engine, query).read(*parsed->ofBase);
-  std::shared_ptr<RowStore> rows = engine.read(rewriteStatement(statement));
+  std::shared_ptr<RowStore> rows = engine.read(rewriteStatement(statement, engine.dialect()));
   orderByKey(*rows, query);
   return rows;
 }

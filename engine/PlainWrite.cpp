@@ -5,6 +5,7 @@
 #include <span>
 #include <utility>
 
+#include "engine/StatementCharacters.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
 
@@ -28,11 +29,6 @@ bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
   return std::ranges::any_of(words, [word](std::string_view one) { return sameName(one, word); });
 }
 
-bool isLetter(char c) noexcept {
-  return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
-         static_cast<unsigned char>(c) >= 0x80;
-}
-
 // Reads a statement word by word, over texts, dates and bracketed names.
 class WriteReader {
  public:
@@ -41,7 +37,7 @@ class WriteReader {
   void check() {
     while (at_ < text_.size()) {
       const char c = text_[at_];
-      if (isLetter(c))
+      if (isNameCharacter(c))
         word();
       else if (c == '\'')
         pass('\'');
@@ -57,7 +53,7 @@ class WriteReader {
  private:
   void word() {
     std::size_t end = at_;
-    while (end < text_.size() && isLetter(text_[end])) ++end;
+    while (end < text_.size() && isNameCharacter(text_[end])) ++end;
     const std::string_view word = text_.substr(at_, end - at_);
     at_ = end;
     if (end < text_.size() && text_[end] == '\'') refuse(concat("a text behind ", word));
@@ -82,7 +78,7 @@ class WriteReader {
 
   void sign(char c) {
     ++at_;
-    if (c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f') return;
+    if (isBlank(c)) return;
     if (isEnded_ && c != ';') refuse("more than one row");
     if (c == '(')
       open();

@@ -44,8 +44,27 @@ std::string refusalSentence(Refusal refusal, std::string_view detail) {
       return "The database file cannot be read or written.";
     case Refusal::notOpened:
       return concat("The database file cannot be opened: ", detail);
+    case Refusal::foreignPart:
+      return concat("A part of the database belongs to another user: ", detail,
+                    ". Close the program that this user runs, or give the file to the owner of the "
+                    "database.");
     case Refusal::rolledBack:
       return "The database has undone the changes of this step. Nothing was stored.";
+    case Refusal::notConnected:
+      return concat("The database server cannot be reached: ", detail);
+    case Refusal::lost:
+      return "The connection to the database server was lost. Nothing of this step was stored: "
+             "please try again in a moment.";
+    case Refusal::lostSome:
+      return "The connection to the database server was lost, and the last changes may be lost "
+             "with "
+             "it: please read the list anew and repeat what is missing.";
+    case Refusal::unknown:
+      return "The connection to the database server was lost while this was being stored, and the "
+             "server does not answer. It is not known whether it is stored: please look for it "
+             "before you enter it again.";
+    case Refusal::notAllowed:
+      return "The database server does not allow this to the account that this computer uses.";
     case Refusal::notCreated:
       return concat("The database file cannot be made: ", detail);
   }
@@ -57,9 +76,16 @@ DatabaseRefusal::DatabaseRefusal(Refusal why, std::string_view detail)
       column_(columnOf(why, detail)) {}
 
 bool isOutage(Refusal refusal) noexcept {
-  constexpr std::array kOutages{Refusal::locked, Refusal::full, Refusal::readOnly, Refusal::damaged,
-                                Refusal::unreadable};
+  constexpr std::array kOutages{Refusal::locked,       Refusal::full,       Refusal::readOnly,
+                                Refusal::damaged,      Refusal::unreadable, Refusal::rolledBack,
+                                Refusal::notConnected, Refusal::lost,       Refusal::lostSome,
+                                Refusal::unknown,      Refusal::notAllowed};
   return std::ranges::find(kOutages, refusal) != kOutages.end();
+}
+
+bool isLoss(Refusal refusal) noexcept {
+  return refusal == Refusal::lost || refusal == Refusal::lostSome || refusal == Refusal::unknown ||
+         refusal == Refusal::notConnected;
 }
 
 }  // namespace bw

@@ -20,10 +20,16 @@ enum class Refusal {
   readOnly,
   damaged,
   unreadable,
-  notOpened,   // the detail is the reason
-  notCreated,  // the detail is the reason
+  notOpened,    // the detail is the reason
+  notCreated,   // the detail is the reason
+  foreignPart,  // of the database, which another user owns: the detail is its path
   rolledBack,
-  statement,  // it cannot be understood: the detail is the engine's text
+  notConnected,  // the detail is the reason
+  lost,          // the connection to a server; nothing of the step is stored
+  lostSome,      // the same, and the last of what was stored may have gone with it
+  unknown,       // it was lost at a commit, and nothing tells what became of that
+  notAllowed,    // to the account
+  statement,     // it cannot be understood: the detail is the engine's text
 };
 
 // The sentence for the user. Checks are told in the words of their rule (ColumnRules.h).
@@ -46,5 +52,7 @@ class DatabaseRefusal : public RuntimeError {
 
 // Whether it is the fault of no statement: others would be refused as well.
 bool isOutage(Refusal refusal) noexcept;
+// Whether the connection to a server broke or could not be made.
+bool isLoss(Refusal refusal) noexcept;
 
 }  // namespace bw

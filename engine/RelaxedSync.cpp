@@ -3,8 +3,23 @@
 #include <utility>
 
 #include "engine/Connection.h"
+#include "text/Text.h"
 
 namespace bw {
+namespace {
+
+const char* reasonOf(Refusal why) noexcept {
+  switch (why) {
+    case Refusal::full:
+      return "the disk is full. Please make room.";
+    case Refusal::locked:
+      return "another station has the database locked.";
+    default:
+      return "the disk did not confirm it.";
+  }
+}
+
+}  // namespace
 
 RelaxedSync::RelaxedSync(Connection& connection) : connection_(connection) {
   relaxed_ = connection_.relaxSync();
@@ -19,7 +34,16 @@ RelaxedSync::~RelaxedSync() {
 }
 
 void RelaxedSync::finish() {
-  if (std::exchange(relaxed_, false)) connection_.restoreSync();
+  if (!std::exchange(relaxed_, false)) return;
+  try {
+    connection_.restoreSync();
+  } catch (const DatabaseRefusal& refusal) {
+    throw RuntimeError(
+        ErrorNumber::database,
+        concat("Everything that was done is stored, but it is not safe from a power "
+               "cut yet: ",
+               reasonOf(refusal.why()), " The next record that is stored makes it safe."));
+  }
 }
 
 }  // namespace bw

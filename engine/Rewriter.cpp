@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "engine/StatementCharacters.h"
 #include "text/DateLiterals.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
@@ -27,14 +28,6 @@ enum class Fault { quote, bracket, date, missing, comment, sign, parameter, seco
   throw RuntimeError(ErrorNumber::database, kSentences[static_cast<std::size_t>(fault)]);
 }
 
-bool isBlank(char c) noexcept {
-  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
-}
-bool isNameCharacter(char c) noexcept {
-  return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' ||
-         static_cast<unsigned char>(c) >= 0x80;
-}
-
 // Characters outside quotes and brackets that are not simply copied.
 constexpr std::array<bool, 256> kSpecial = [] {
   std::array<bool, 256> special{};
@@ -43,17 +36,25 @@ constexpr std::array<bool, 256> kSpecial = [] {
   return special;
 }();
 
-std::string canonical(std::string_view literal) {
+struct Moment {
+  std::string_view type;
+  std::string iso;
+};
+
+Moment momentOf(std::string_view literal) {
   const std::optional<Value> moment = parseDateLiteral(literal);
   if (!moment) refuse(Trim(literal).empty() ? Fault::missing : Fault::date);
-  if (const auto* date = std::get_if<Date>(&*moment)) return isoDate(*date);
-  if (const auto* time = std::get_if<TimeOfDay>(&*moment)) return isoTime(*time);
-  return isoDateTime(std::get<DateTime>(*moment));
+  if (const auto* date = std::get_if<Date>(&*moment)) return {"DATE", isoDate(*date)};
+  if (const auto* time = std::get_if<TimeOfDay>(&*moment)) return {"TIME", isoTime(*time)};
+  return {"TIMESTAMP", isoDateTime(std::get<DateTime>(*moment))};
 }
 
 class Scan {
  public:
-  explicit Scan(std::string_view text) : text_(text) { out_.text.reserve(text.size() + 16); }
+  Scan(std::string_view text, SqlDialect dialect)
+      : text_(text), isPostgres_(dialect == SqlDialect::postgres) {
+    out_.text.reserve(text.size() + 16);
+  }
 
   EngineStatement run() {
     copyHead();
@@ -81,8 +82,8 @@ class Scan {
 
   void putValue(StatementValue value, std::string_view literal) {
     out_.text += literal;
-    out_.shape += '?';
     out_.values.push_back(std::move(value));
+    out_.shape += isPostgres_ ? concat("$", out_.values.size()) : "?";
   }
 
   void copy(std::size_t end) {
@@ -143,10 +144,10 @@ class Scan {
         copy(closing('\'', Fault::quote) + 1);
         return true;
       case '[':
-        copy(closing(']', Fault::bracket) + 1);
+        name();
         return true;
       case '#':
-        put(date());
+        put(literalOf(moment()));
         return true;
       case '=':
         copy(behindBlanks(at_ + 1));
@@ -175,20 +176,33 @@ class Scan {
     return true;
   }
 
-  // The literal that a date becomes.
-  std::string date() {
+  void name() {
+    const std::size_t end = closing(']', Fault::bracket) + 1;
+    if (!isPostgres_) return copy(end);
+    std::string name(text_.substr(at_ + 1, end - at_ - 2));
+    if (name.find('"') != std::string::npos) refuse(Fault::sign);
+    makeLower(name);
+    put(concat("\"", name, "\""));
+    at_ = end;
+  }
+
+  Moment moment() {
     const std::size_t end = closing('#', Fault::date);
-    std::string literal = concat("'", canonical(text_.substr(at_ + 1, end - at_ - 1)), "'");
+    Moment moment = momentOf(text_.substr(at_ + 1, end - at_ - 1));
     at_ = end + 1;
-    return literal;
+    return moment;
+  }
+
+  std::string literalOf(const Moment& moment) const {
+    return concat(isPostgres_ ? moment.type : "", isPostgres_ ? " '" : "'", moment.iso, "'");
   }
 
   // What stands behind an equals sign, unless it is more than a plain value.
   void value() {
     const char first = peek(0);
     if (first == '#') {
-      const std::string literal = date();
-      putValue(literal.substr(1, literal.size() - 2), literal);
+      const Moment value = moment();
+      putValue(value.iso, literalOf(value));
     } else if (first == '\'') {
       quoted();
     } else if (isDigit(first)) {
@@ -219,6 +233,7 @@ class Scan {
   }
 
   std::string_view text_;
+  bool isPostgres_;
   std::size_t at_ = 0;
   EngineStatement out_;
   std::string_view limit_;
@@ -254,10 +269,10 @@ bool hasCutText(std::string_view statement) {
   return false;
 }
 
-EngineStatement rewriteStatement(std::string_view statement) {
+EngineStatement rewriteStatement(std::string_view statement, SqlDialect dialect) {
   // Within quotes too: the engine would take it for the end of the statement.
   if (statement.find('\0') != std::string_view::npos) refuse(Fault::sign);
-  return Scan(statement).run();
+  return Scan(statement, dialect).run();
 }
 
 }  // namespace bw

@@ -11,8 +11,11 @@
 #include <system_error>
 #include <type_traits>
 
+#include "engine/DamagedRows.h"
 #include "engine/EngineTransaction.h"
+#include "engine/QuickCheck.h"
 #include "engine/Refusals.h"
+#include "engine/SqliteHandles.h"
 #include "records/ColumnFeed.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
@@ -20,59 +23,13 @@
 namespace bw {
 namespace {
 
-struct CloseDatabase {
-  void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
-};
-struct Finalize {
-  void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
-};
+using Database = SqliteHandle;
+using Statement = SqliteStatement;
+
 struct Reset {
   void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_reset(statement); }
 };
-using Database = std::unique_ptr<sqlite3, CloseDatabase>;
-using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 using Run = std::unique_ptr<sqlite3_stmt, Reset>;  // of a statement that is kept
-
-// What follows the last colon of the engine's text: the name of a constraint or of a column.
-std::string detailOf(std::string_view message) {
-  const std::size_t colon = message.rfind(": ");
-  return std::string(colon == std::string_view::npos ? message : message.substr(colon + 2));
-}
-
-[[noreturn]] void refuse(int code, const char* message) {
-  switch (code) {
-    case SQLITE_CONSTRAINT_PRIMARYKEY:
-    case SQLITE_CONSTRAINT_UNIQUE:
-    case SQLITE_CONSTRAINT_ROWID:
-      throw DatabaseRefusal(Refusal::duplicateKey);
-    case SQLITE_CONSTRAINT_CHECK:
-      throw DatabaseRefusal(Refusal::check, detailOf(message));
-    case SQLITE_CONSTRAINT_NOTNULL:
-      throw DatabaseRefusal(Refusal::missingValue, detailOf(message));
-    case SQLITE_CONSTRAINT_TRIGGER:
-      throw DatabaseRefusal(Refusal::rule, message);  // the schema's own sentence
-    default:
-      break;
-  }
-  switch (code & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      throw DatabaseRefusal(Refusal::locked);
-    case SQLITE_FULL:
-      throw DatabaseRefusal(Refusal::full);
-    case SQLITE_READONLY:
-      throw DatabaseRefusal(Refusal::readOnly);
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      throw DatabaseRefusal(Refusal::damaged);
-    case SQLITE_IOERR:
-      throw DatabaseRefusal(Refusal::unreadable);
-    case SQLITE_NOMEM:
-      throw RuntimeError(ErrorNumber::database, std::string(errorText(ErrorNumber::outOfMemory)));
-    default:
-      throw DatabaseRefusal(Refusal::statement, message);
-  }
-}
 
 FieldType typeOfDeclaration(const char* declaration) noexcept {
   if (declaration == nullptr) return FieldType::untyped;
@@ -104,7 +61,9 @@ void foldFunction(sqlite3_context* context, int, sqlite3_value** arguments) noex
 
 class SqliteEngine final : public Engine {
  public:
-  explicit SqliteEngine(Database database) : database_(std::move(database)) {}
+  SqliteEngine(Database database, const SqliteOptions& options)
+      : Engine(SqlDialect::sqlite), database_(std::move(database)), patience_(options.busyTimeout) {
+  }
 
   std::int64_t execute(const EngineStatement& text) override {
     return use(text, [this](sqlite3_stmt* statement) {
@@ -119,7 +78,8 @@ class SqliteEngine final : public Engine {
   }
 
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
-                                            const std::vector<std::string>& columns) override;
+                                            const std::vector<std::string>& columns,
+                                            RowsAre rows) override;
 
   // Takes no lock yet, unless it is for writing: a lock held by another station must fail at the
   // statement that needs it, inside the transaction.
@@ -143,11 +103,16 @@ class SqliteEngine final : public Engine {
   }
   bool inTransaction() const override { return sqlite3_get_autocommit(database_.get()) == 0; }
 
-  void relaxSync() override { execute("PRAGMA synchronous=NORMAL"); }
+  void relaxSync() override {
+    execute("PRAGMA synchronous=NORMAL");
+    inLoop_ = true;
+  }
 
   // One more commit that is synced makes those before it durable, since the log is one file. A
   // checkpoint would not do: while another station reads it can leave the log as it is.
   void restoreSync() override {
+    inLoop_ = false;
+    wait(patience_);
     execute("PRAGMA synchronous=FULL");
     EngineTransaction transaction(*this, TransactionKind::writing);
     const std::shared_ptr<RowStore> version = read("PRAGMA user_version");
@@ -161,12 +126,10 @@ class SqliteEngine final : public Engine {
   }
 
   std::vector<std::string> findDamage() override {
-    std::vector<std::string> damage;
-    const std::shared_ptr<RowStore> lines = read("PRAGMA integrity_check");
-    for (std::size_t row = 0; row < lines->rowCount(); ++row) {
-      std::string line = textOrEmpty(lines->columns.front().value(row));
-      if (line != "ok" && !line.starts_with("CHECK constraint")) damage.push_back(std::move(line));
-    }
+    std::vector<std::string> damage = findUnreadableRows(*database_);
+    if (std::string quick = findQuickly(*database_); !quick.empty())
+      damage.push_back(std::move(quick));
+    for (std::string& line : findByEngine(*database_)) damage.push_back(std::move(line));
     return damage;
   }
 
@@ -177,19 +140,20 @@ class SqliteEngine final : public Engine {
   }
 
  private:
-  [[noreturn]] void refuse() const {
-    bw::refuse(sqlite3_extended_errcode(database_.get()), sqlite3_errmsg(database_.get()));
+  void wait(std::chrono::milliseconds patience) const {
+    sqlite3_busy_timeout(database_.get(), static_cast<int>(patience.count()));
   }
 
-  Statement prepare(const std::string& text) const {
-    sqlite3_stmt* prepared = nullptr;
-    const int status = sqlite3_prepare_v2(database_.get(), text.data(),
-                                          static_cast<int>(text.size()), &prepared, nullptr);
-    Statement statement(prepared);
-    if (status != SQLITE_OK) refuse();
-    if (!statement) throw DatabaseRefusal(Refusal::statement, "The statement is empty.");
-    return statement;
+  [[noreturn]] void refuse() const {
+    constexpr std::chrono::milliseconds kShort{20};
+    // Whoever holds the lock keeps it longer than a statement takes: a loop of hundreds of rows
+    // must not wait in full for each.
+    if (inLoop_ && (sqlite3_errcode(database_.get()) & 0xff) == SQLITE_BUSY)
+      wait(std::min(patience_, kShort));
+    refuseSqlite(sqlite3_extended_errcode(database_.get()), sqlite3_errmsg(database_.get()));
   }
+
+  Statement prepare(const std::string& text) const { return prepareSqlite(database_.get(), text); }
 
   bool step(sqlite3_stmt* statement) const {
     const int status = sqlite3_step(statement);
@@ -285,6 +249,8 @@ class SqliteEngine final : public Engine {
   };
 
   Database database_;
+  std::chrono::milliseconds patience_;
+  bool inLoop_ = false;
   std::array<Shared, 4> shared_;  // the latest shapes
 };
 
@@ -327,7 +293,8 @@ class SqliteBulkInsert final : public BulkInsert {
 };
 
 std::unique_ptr<BulkInsert> SqliteEngine::prepareInsert(const std::string& table,
-                                                        const std::vector<std::string>& columns) {
+                                                        const std::vector<std::string>& columns,
+                                                        RowsAre) {
   std::string names;
   std::string places;
   for (const std::string& column : columns) {
@@ -348,13 +315,10 @@ void setUp(sqlite3* database, const SqliteOptions& options) {
                              foldFunction, nullptr, nullptr, nullptr);
 }
 
-}  // namespace
+constexpr const char* kInMemory = ":memory:";
 
-std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options) {
-  std::error_code ignored;
-  const bool inMemory = path == ":memory:";
-  if (!inMemory && !std::filesystem::is_regular_file(path, ignored))
-    throw DatabaseRefusal(Refusal::notOpened, "there is no file " + path);
+std::unique_ptr<Engine> openFile(const std::string& path, const SqliteOptions& options) {
+  const bool inMemory = path == kInMemory;
   sqlite3* opened = nullptr;
   // One thread uses a connection: locks within it would only cost.
   const int flags =
@@ -365,12 +329,43 @@ std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions&
   // Without the right to write the engine opens it for reading alone and says nothing.
   if (sqlite3_db_readonly(database.get(), "main") != 0) throw DatabaseRefusal(Refusal::readOnly);
   setUp(database.get(), options);
-  auto engine = std::make_unique<SqliteEngine>(std::move(database));
+  sqlite3* handle = database.get();
+  auto engine = std::make_unique<SqliteEngine>(std::move(database), options);
   // A file of rubbish opens too; only reading tells.
   engine->read("SELECT count(*) FROM sqlite_schema");
+  if (options.quickCheck && !inMemory && !findQuickly(*handle).empty())
+    throw DatabaseRefusal(Refusal::damaged);
   engine->execute("PRAGMA foreign_keys=ON");
   engine->execute("PRAGMA synchronous=FULL");
   return engine;
+}
+
+// Why a file that is there does not open, where the engine's own word would mislead.
+void explainOpening(const std::string& path) {
+  namespace fs = std::filesystem;
+  constexpr std::uintmax_t kSharedMemory = 32U << 10U;  // what the engine makes beside the file
+  std::error_code error;
+  for (const char* ending : {"-wal", "-shm"})
+    if (const std::string part = path + ending;
+        fs::exists(part, error) && faccessat(AT_FDCWD, part.c_str(), R_OK | W_OK, AT_EACCESS) != 0)
+      throw DatabaseRefusal(Refusal::foreignPart, part);
+  const fs::space_info space = fs::space(fs::absolute(path).parent_path(), error);
+  if (!error && space.available < kSharedMemory) throw DatabaseRefusal(Refusal::full);
+}
+
+}  // namespace
+
+std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options) {
+  std::error_code ignored;
+  if (path == kInMemory) return openFile(path, options);
+  if (!std::filesystem::is_regular_file(path, ignored))
+    throw DatabaseRefusal(Refusal::notOpened, "there is no file " + path);
+  try {
+    return openFile(path, options);
+  } catch (const DatabaseRefusal& refusal) {
+    if (refusal.why() != Refusal::damaged && refusal.why() != Refusal::locked) explainOpening(path);
+    throw;
+  }
 }
 
 std::unique_ptr<Engine> createSqlite(const std::string& path, const SqliteOptions& options) {

@@ -10,6 +10,7 @@ namespace bw {
 
 struct SqliteOptions {
   std::chrono::milliseconds busyTimeout{5000};
+  bool quickCheck = true;  // false opens a damaged file too, as far as that goes
 };
 
 // Opens an existing file, read-write; it is never created. Missing, damaged or refused: raises

@@ -57,12 +57,15 @@ void makeFolder(const fs::path& folder, fs::perms permissions) {
     refuse("The folder cannot be made: ", folder, errno);
 }
 
-void syncFolder(const fs::path& folder) noexcept {
+void syncFolder(const fs::path& folder) {
   const int opened =
       open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (opened < 0) return;
-  fsync(opened);
+  if (opened < 0) refuse("The folder cannot be read: ", folder, errno);
+  const int error = fsync(opened) == 0 ? 0 : errno;
   close(opened);
+  // Some file systems keep names by themselves and know of no such call.
+  if (error != 0 && error != EINVAL && error != EROFS)
+    refuse("The folder cannot be written: ", folder, error);
 }
 
 }  // namespace bw

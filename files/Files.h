@@ -15,7 +15,7 @@ void writeFileWhole(const std::filesystem::path& file, std::string_view text,
 // Raises error 76.
 void makeFolder(const std::filesystem::path& folder, std::filesystem::perms permissions);
 
-// Makes the names in a folder survive a power cut.
-void syncFolder(const std::filesystem::path& folder) noexcept;
+// Makes the names in a folder survive a power cut. Raises error 76.
+void syncFolder(const std::filesystem::path& folder);
 
 }  // namespace bw

@@ -60,7 +60,7 @@ std::string statementOf(const bw::EngineStatement& shared) {
 void checkShape(const bw::EngineStatement& shared) {
   if (shared.shape.empty()) return;
   const std::string statement = statementOf(shared);
-  const bw::EngineStatement again = bw::rewriteStatement(statement);
+  const bw::EngineStatement again = bw::rewriteStatement(statement, bw::SqlDialect::sqlite);
   bw::check(again.shape == shared.shape && again.values == shared.values,
             "the shape is the same again");
   const auto withoutZeros = [](std::string text) {
@@ -76,7 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view statement = bw::inputText(data, size);
   bw::EngineStatement accepted;
   try {
-    accepted = bw::rewriteStatement(statement);
+    accepted = bw::rewriteStatement(statement, bw::SqlDialect::sqlite);
   } catch (const bw::RuntimeError& error) {
     bw::check(error.number() == bw::ErrorNumber::database, "refusals are the database's");
     bw::check(!error.text().empty(), "refusals have a sentence");
@@ -88,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     bw::check(outside.find(refused) == std::string::npos, refused);
   bw::check(rewritten.find('\0') == std::string::npos, "there is no NUL");
   try {
-    const std::string again = bw::rewriteStatement(rewritten).text;
+    const std::string again = bw::rewriteStatement(rewritten, bw::SqlDialect::sqlite).text;
     // A second TOP behind the first is the engine's to refuse.
     if (bw::fold(rewritten).find("top") != std::string::npos) return 0;
     bw::check(again == rewritten, "a rewritten statement stays");

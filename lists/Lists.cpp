@@ -2,6 +2,7 @@
 
 #include "controls/BusyCursor.h"
 #include "core/AsisRutinasRecordsets.h"
+#include "core/Principal.h"
 #include "core/Services.h"
 #include "lists/Settings.h"
 #include "text/Conversions.h"
@@ -85,6 +86,7 @@ void deleteSelected(const RecordSetRef& recordset, ListView& list, const RemoveR
     list.setSelected(row, true);
     list.ensureVisible(row);
     MsgBox(message);
+    if (DatabaseConnection.isLost()) break;
   }
   ListFill(list, recordset);
 }

@@ -1,5 +1,9 @@
 #include "lists/Settings.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QSettings>
 #include <filesystem>
 
@@ -31,6 +35,14 @@ std::filesystem::path fileOf(const std::string& application) {
   return services().settingsFolder() / (fold(application) + ".ini");
 }
 
+// For its owner alone whatever the umask, from before anything stands in it.
+void makePrivate(const std::filesystem::path& file) {
+  const int made = open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (made < 0) return;  // told when it is written
+  fchmod(made, S_IRUSR | S_IWUSR);
+  close(made);
+}
+
 }  // namespace
 
 std::string GetSetting(const std::string& application, const std::string& section,
@@ -45,6 +57,7 @@ void SaveSetting(const std::string& application, const std::string& section, con
   const std::filesystem::path file = fileOf(application);
   std::error_code failed;
   std::filesystem::create_directories(file.parent_path(), failed);
+  makePrivate(file);
   QSettings store(toQt(file.string()), QSettings::IniFormat);
   store.setValue(pathOf(store, section, key), toQt(text));
   store.sync();

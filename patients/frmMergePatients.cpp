@@ -105,6 +105,7 @@ void MergePatients::transferTo(std::int16_t destination) {
     std::string message;
     if (PatientTransferCharges(destination, source, message) != 0)
       MsgBox(RsPatients->textOrEmpty("Names") + " : " + message);
+    if (DatabaseConnection.isLost()) return;
   }
 }
 

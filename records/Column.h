@@ -46,6 +46,8 @@ class Column {
   }
   void appendInteger(std::int64_t number);
   void appendText(std::string_view text);
+  // A date, time or both as its raw value, to a column declared so.
+  void appendMoment(std::int64_t raw) { append(raw); }
   // At most kMostTexts, to a column of texts. One without data stands for Null.
   void appendTexts(std::span<const std::string_view> texts);
   static constexpr std::size_t kMostTexts = 256;

@@ -22,6 +22,8 @@ class ColumnFeed {
     column_.appendInteger(number);
   }
   void text(std::string_view text);
+  // A moment as the raw value that a column keeps of it (see Column.h), to a column declared so.
+  void moment(std::int64_t raw) { column_.appendMoment(raw); }
   // Hands over what is kept back.
   void flush();
 

@@ -17,7 +17,7 @@ bool start() {
   ReportHeaderLine.clear();
   std::string message;
   if (!ConnectDatabase(message)) {
-    MsgBox(message);
+    MsgBox(withAdvice(message, connectionAdvice()));
     return false;
   }
   DatabaseConnection.lookedUpQueries = lookedUpQueries();

@@ -110,8 +110,17 @@ void frmMain::unload() {
   savePlacement();
 }
 
+// Settings that cannot be stored keep nobody from closing the window.
 void frmMain::closeEvent(QCloseEvent* event) {
-  guarded([this] { unload(); });
+  guarded([this] {
+    try {
+      unload();
+    } catch (const RuntimeError& error) {
+      if (error.number() != ErrorNumber::pathNotFound) throw;
+      MsgBox(error.text() +
+             ". Your records are stored. The next time the window comes up as it did this time.");
+    }
+  });
   event->accept();
 }
 

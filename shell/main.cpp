@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 
 #include "controls/DarkOutlines.h"
 #include "controls/EventGuard.h"
@@ -26,9 +27,23 @@ void sayWhenThereAreNoFonts() {
                  "some, for example the package fonts-dejavu-core.\n";
 }
 
+// What the program tells of itself needs no display.
+const char* answerTo(std::string_view argument) {
+  if (argument == "--version") return "brantiwell " BRANTIWELL_VERSION "\n";
+  if (argument != "--help" && argument != "-h") return nullptr;
+  return "Usage: brantiwell\n"
+         "Keeps and posts the charges of a physician's office. It works with the database that is\n"
+         "registered on this computer; brantiwell-database makes and registers one.\n"
+         "See man brantiwell.\n";
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (const char* answer = argc > 1 ? answerTo(argv[1]) : nullptr) {
+    std::cout << answer;
+    return EXIT_SUCCESS;
+  }
   bw::keepFreedMemory();
   QApplication::setApplicationName(bw::kApplicationTitle);
   const QtMessageHandler usual = qInstallMessageHandler(bw::sayThatThereIsNoDisplay);

@@ -3,12 +3,15 @@
 #include "data/Definition.h"
 #include "data/Schema.h"
 #include "engine/EngineMakers.h"
+#include "engine/PostgresAddress.h"
 #include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "records/ColumnRules.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
 #include "tools/Commands.h"
+#include "tools/Copies.h"
+#include "tools/TableFile.h"
 
 namespace bw {
 namespace {
@@ -24,6 +27,11 @@ std::string sameRow(const SchemaReference& reference) {
   return condition;
 }
 
+std::string withoutBlanks(std::string text) {
+  std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
+  return text;
+}
+
 class Check {
  public:
   Check(Engine& engine, std::ostream& out) : engine_(engine), out_(out) {}
@@ -34,9 +42,19 @@ class Check {
   }
   int found() const noexcept { return found_; }
 
+  // Does a part of the check. What the database refuses in it is a finding.
+  template <class Part>
+  void part(std::string_view name, Part run) {
+    try {
+      run();
+    } catch (const DatabaseRefusal& refusal) {
+      find(concat(name, " cannot be checked: ", refusal.text()));
+    }
+  }
+
   // Whether a table or saved query is there with its columns, each of its type.
   bool layout(Engine& model, std::string_view name) {
-    const std::string statement = concat("SELECT * FROM [", name, "] WHERE 1 = 0");
+    const std::string statement = concat("SELECT * FROM ", name, " WHERE 1 = 0");
     std::shared_ptr<RowStore> ours;
     try {
       ours = engine_.read(statement);
@@ -48,7 +66,8 @@ class Check {
     const std::shared_ptr<RowStore> wanted = model.read(statement);
     for (const Column& column : wanted->columns) {
       const auto there = ours->find(column.name());
-      const bool fits = there && ours->columns[*there].declared() == column.declared();
+      const bool fits = there && (column.declared() == FieldType::untyped ||
+                                  ours->columns[*there].declared() == column.declared());
       if (fits) continue;
       whole = false;
       find(concat(name, there ? " declares another type for the column " : " lacks the column ",
@@ -64,8 +83,36 @@ class Check {
 
   void values(const SchemaTable& table) {
     for (const SchemaColumn& column : table.columns)
-      rows(table, concat("NOT (", conditionOf(kSqliteDialect, column), ")"),
+      rows(table, concat("NOT (", conditionOf(dialectOf(engine_.dialect()), column), ")"),
            concat(column.name, " holds ", ruleOf(column.type).complaint));
+  }
+
+  // Texts that are no UTF-8 show as something else than what was stored.
+  void texts(const SchemaTable& table) {
+    const std::shared_ptr<RowStore> rows = engine_.read(concat("SELECT * FROM ", table.name));
+    for (const Column& column : rows->columns) {
+      if (column.declared() != FieldType::text) continue;
+      for (std::size_t row = 0; row < rows->rowCount(); ++row)
+        if (!cellValue(FieldType::text, textOrEmpty(column.value(row))))
+          find(concat(table.name, ": the text in ", column.name(), " cannot be read (",
+                      keyOf(*rows, row, table.keySize), ")"));
+    }
+  }
+
+  // Saved queries of files that were made by an older version of the program.
+  void age(Engine& model) {
+    const std::string queries = "SELECT name, sql FROM sqlite_schema WHERE type = 'view'";
+    const std::shared_ptr<RowStore> ours = engine_.read(queries);
+    const std::shared_ptr<RowStore> wanted = model.read(queries);
+    for (std::size_t row = 0; row < wanted->rowCount(); ++row) {
+      const std::string name = textOrEmpty(wanted->columns[0].value(row));
+      const std::string text = textOrEmpty(wanted->columns[1].value(row));
+      for (std::size_t other = 0; other < ours->rowCount(); ++other)
+        if (sameName(textOrEmpty(ours->columns[0].value(other)), name) &&
+            withoutBlanks(textOrEmpty(ours->columns[1].value(other))) != withoutBlanks(text))
+          out_ << "Note: the saved query " << name
+               << " has the form of another version of the program.\n";
+    }
   }
 
   void relations(const SchemaTable& table) {
@@ -84,11 +131,15 @@ class Check {
     const std::shared_ptr<RowStore> bad = engine_.read(
         concat("SELECT ", listOf(table.key()), " FROM ", table.name, " t WHERE ", condition));
     if (bad->rowCount() == 0) return;
-    const std::string first = joined(bad->columns, ", ", [](const Column& column) {
-      return concat(column.name(), " ", textOrEmpty(column.value(0)));
-    });
     find(concat(table.name, ": ", complaint, " (rows: ", static_cast<long>(bad->rowCount()),
-                ", first: ", first, ")"));
+                ", first: ", keyOf(*bad, 0, bad->columns.size()), ")"));
+  }
+
+  // A row by the columns of its key, which stand in front.
+  static std::string keyOf(const RowStore& rows, std::size_t row, std::size_t columns) {
+    return joined(std::span(rows.columns).first(columns), ", ", [row](const Column& column) {
+      return concat(column.name(), " ", textOrEmpty(column.value(row)));
+    });
   }
 
   Engine& engine_;
@@ -96,7 +147,21 @@ class Check {
   int found_ = 0;
 };
 
-void surroundings(Check& check, const fs::path& path) {
+// Whether others than those who are meant to can reach a file or put one in its place. In a folder
+// that hands its group on to what is made in it, the group is meant.
+void reach(Check& check, const fs::path& path) {
+  using enum fs::perms;
+  const fs::path folder = fs::absolute(path).parent_path();
+  const fs::perms around = fs::status(folder).permissions();
+  const fs::perms strangers = (around & set_gid) == none ? group_all | others_all : others_all;
+  for (const fs::path& file : {path, fs::path(workgroupPathOf(path.string()))})
+    if (fs::exists(file) && (fs::status(file).permissions() & strangers) != none)
+      check.find("Other users of this computer can reach the file: " + file.string());
+  if ((around & strangers & (group_write | others_write)) != none)
+    check.find("Other users of this computer can write into the folder: " + folder.string());
+}
+
+void workgroup(Check& check, const fs::path& path) {
   const std::string workgroup = workgroupPathOf(path.string());
   try {
     if (!workgroupAdmits(workgroup, "Kelps", "Kelps"))
@@ -104,31 +169,57 @@ void surroundings(Check& check, const fs::path& path) {
   } catch (const RuntimeError& error) {
     check.find(error.text());
   }
-  for (const fs::path& file : {path, fs::path(workgroup)})
-    if (fs::exists(file) && (fs::status(file).permissions() &
-                             (fs::perms::group_all | fs::perms::others_all)) != fs::perms::none)
-      check.find("Other users of this computer can reach the file: " + file.string());
+}
+
+// What stands about a file.
+void surroundings(Check& check, const fs::path& path) {
+  workgroup(check, path);
+  reach(check, path);
+  if (const int days = ageInDays(copiesOf(fs::absolute(path))); days >= kOldInDays)
+    check.find(concat("The newest good copy is ", days, " days old."));
+}
+
+void content(Check& check, Engine& model) {
+  bool whole = true;
+  for (const SchemaTable& table : schemaTables()) whole = check.layout(model, table.name) && whole;
+  // Rows can be asked about only where all tables are there.
+  if (whole)
+    for (const SchemaTable& table : schemaTables())
+      check.part(table.name, [&] {
+        if (table.isLookup) check.filled(table);
+        check.values(table);
+        check.texts(table);
+        check.relations(table);
+      });
+  for (const std::string& query : schemaQueries()) check.layout(model, query);
+}
+
+// Nothing when it is so damaged that it cannot be opened.
+std::unique_ptr<Engine> openWhatOpens(const fs::path& path, std::ostream& out) {
+  try {
+    return makerOf(path.string()).openDamaged(path.string());
+  } catch (const DatabaseRefusal& refusal) {
+    if (refusal.why() != Refusal::damaged) throw;
+    out << refusal.text() << '\n';
+    return nullptr;
+  }
 }
 
 }  // namespace
 
 Exit checkDatabase(const fs::path& path, std::ostream& out) {
-  const std::unique_ptr<Engine> engine = openEngine(path.string());
+  const std::unique_ptr<Engine> engine = openWhatOpens(path, out);
+  if (!engine) return Exit::findings;
   const std::unique_ptr<Engine> model = openSqlite(":memory:");
   createSchema(*model);
   Check check(*engine, out);
-  surroundings(check, path);
-  for (const std::string& sentence : engine->findDamage()) check.find(sentence);
-  bool whole = true;
-  for (const SchemaTable& table : schemaTables()) whole = check.layout(*model, table.name) && whole;
-  // Rows can be asked about only where all tables are there.
-  if (whole)
-    for (const SchemaTable& table : schemaTables()) {
-      if (table.isLookup) check.filled(table);
-      check.values(table);
-      check.relations(table);
-    }
-  for (const std::string& query : schemaQueries()) check.layout(*model, query);
+  const bool isFile = !isServerAddress(path.string());
+  if (isFile) surroundings(check, path);
+  check.part("The structure", [&] {
+    for (const std::string& sentence : engine->findDamage()) check.find(sentence);
+  });
+  content(check, *model);
+  if (isFile) check.part("The age of the saved queries", [&] { check.age(*model); });
   if (check.found() > 0) return Exit::findings;
   out << "No fault found in " << path.string() << ".\n";
   return Exit::done;

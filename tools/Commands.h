@@ -9,9 +9,10 @@
 #include "text/Moment.h"
 #include "tools/TableFile.h"
 
-// The commands of brantiwell-database. Each says what it did on `out`, one line a fact, and returns
-// how it went. What stops it is raised: Refused, or RuntimeError when the database or a file cannot
-// be opened or written. Then nothing half-made is left.
+// The commands of brantiwell-database. A path may be the address of a database on a server. Each
+// says what it did on `out`, one line a fact, and returns how it went. What stops it is raised:
+// Refused, or RuntimeError when the database or a file cannot be opened or written. Then nothing
+// half-made is left.
 
 namespace bw {
 
@@ -28,14 +29,23 @@ class Refused : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// What a new database holds beside its lookup rows: nothing, or concepts and groups of diagnoses
-// with which an office can begin.
-enum class Contents : std::uint8_t { none, starter };
+// Who can read and write a database's files: a user (empty: whoever runs this), and the members of
+// a group (empty: nobody else).
+struct Access {
+  std::string owner;
+  std::string group;
+};
 
-// A new database, and its workgroup file beside it. `owner` is the user who
-// works with it: only the owner can read the files. Empty: whoever runs this.
-Exit createDatabase(const std::filesystem::path& path, std::ostream& out,
-                    const std::string& owner = {}, Contents contents = Contents::none);
+// What a new database has beside its lookup rows.
+struct Beginning {
+  bool starter = false;    // concepts and groups of diagnoses with which an office can begin
+  bool changeLog = false;  // who changes what is written down from the first row on
+};
+
+// A new database, and its workgroup file beside it. On a server there must be an empty database;
+// what is left to do there is told.
+Exit createDatabase(const std::filesystem::path& path, std::ostream& out, const Access& access = {},
+                    Beginning beginning = {});
 
 // The same with a fictional office in it, whose last charges are of `today`.
 Exit createPractice(const std::filesystem::path& path, Date today, std::ostream& out);
@@ -68,6 +78,15 @@ Exit printTables(std::ostream& out);
 // The same as a section of the manual page.
 Exit printTablesManual(std::ostream& out);
 
+// Copies the office of one database into a new one, from a file to a server, back, or to another
+// file; all or nothing. The rows of both are compared at the end.
+Exit copyDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
+                  std::ostream& out, const Access& access = {});
+
+// Refuses what looks like the address of a server and is none, and an address with a password in
+// it.
+void refuseBadTarget(const std::filesystem::path& path);
+
 // Looks for damage and for whatever the program would stumble over; lists it on `out`.
 Exit checkDatabase(const std::filesystem::path& path, std::ostream& out);
 
@@ -91,6 +110,24 @@ Exit printHistory(const std::filesystem::path& path, const HistoryFilter& filter
 // be new. Nothing is taken out when they cannot be written.
 Exit pruneHistory(const std::filesystem::path& path, Date until, const std::filesystem::path& file,
                   std::ostream& out);
+
+// Copies a database with its workgroup file into a folder as it stands at one moment, checks the
+// copy, and drops old ones. Not when nothing has changed since the newest. Without a path the
+// registered database; without a folder the folders that are set for copies on this computer.
+Exit backUpDatabase(const std::filesystem::path& path, const std::filesystem::path& folder,
+                    DateTime now, std::ostream& out);
+
+// The same for the registered database, if whoever runs this works with it. A failure is shown on
+// the desktop too.
+Exit backUpByItself(DateTime now, std::ostream& out);
+
+// Lists the copies with their size, rows and whether they are good.
+Exit listCopies(const std::filesystem::path& path, const std::filesystem::path& folder,
+                std::ostream& out);
+
+// Puts a copy in a database's place. What was there is kept under a name with the moment.
+Exit restoreDatabase(const std::filesystem::path& copy, const std::filesystem::path& path,
+                     DateTime now, std::ostream& out);
 
 // Makes the database the one that the program on this computer works with.
 Exit registerDatabase(const std::filesystem::path& path, std::ostream& out);

@@ -1,12 +1,8 @@
 #include "tools/NewDatabase.h"
 
-#include <pwd.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <optional>
 #include <system_error>
-#include <vector>
 
 #include "data/Schema.h"
 #include "engine/SqliteEngine.h"
@@ -14,7 +10,7 @@
 #include "files/Files.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
-#include "tools/Commands.h"
+#include "tools/FileAccess.h"
 
 namespace bw {
 namespace {
@@ -29,36 +25,18 @@ void refuseExisting(const fs::path& file) {
     throw Refused("There is a file already, and it is left as it is: " + file.string());
 }
 
-// Whom files are given to; nobody when no name was said.
-class Owner {
- public:
-  explicit Owner(const std::string& name) : name_(name) {
-    if (name.empty()) return;
-    const passwd* user = getpwnam(name.c_str());
-    if (user == nullptr) throw Refused("This computer has no user " + name);
-    ids_ = {user->pw_uid, user->pw_gid};
-  }
-
-  void give(const fs::path& file) const {
-    if (!ids_ || lchown(file.c_str(), ids_->first, ids_->second) == 0) return;
-    throw RuntimeError(ErrorNumber::pathNotFound, "The file cannot be given to " + name_ + ": " +
-                                                      file.string() + ": " +
-                                                      std::generic_category().message(errno));
-  }
-
- private:
-  std::string name_;
-  std::optional<std::pair<uid_t, gid_t>> ids_;
-};
-
 // A database under its temporary name, and what the engine puts beside it; gone with this object.
-// So are the folders that were made for it, as long as they hold nothing.
+// So is the folder that was made for it, as long as it holds nothing.
 class Unfinished {
  public:
   explicit Unfinished(fs::path file) : file_(std::move(file)) {
-    for (fs::path folder = file_.parent_path(); !fs::exists(folder); folder = folder.parent_path())
-      madeFolders_.push_back(folder);
-    makeFolder(file_.parent_path(), fs::perms::owner_all);
+    const fs::path folder = file_.parent_path();
+    if (fs::is_directory(folder)) return;
+    if (!fs::is_directory(folder.parent_path()))
+      throw Refused("There is no folder " + folder.parent_path().string() +
+                    ": is the path right? Only the last folder of a path is made.");
+    makeFolder(folder, fs::perms::owner_all);
+    madeFolder_ = folder;
   }
   Unfinished(const Unfinished&) = delete;
   Unfinished& operator=(const Unfinished&) = delete;
@@ -67,20 +45,31 @@ class Unfinished {
     for (const char* ending : {"", "-wal", "-shm", "-journal"})
       fs::remove(file_.string() + ending, ignored);
     // Does nothing to a folder with the finished database in it.
-    for (const fs::path& folder : madeFolders_) fs::remove(folder, ignored);
+    if (!madeFolder_.empty()) fs::remove(madeFolder_, ignored);
   }
 
   const fs::path& file() const noexcept { return file_; }
 
-  void give(const Owner& owner) const {
-    for (const fs::path& folder : madeFolders_) owner.give(folder);
-    owner.give(file_);
+  void give(const FileAccess& access) const {
+    if (!madeFolder_.empty()) access.give(madeFolder_, access.folderPermissions());
+    access.give(file_, access.filePermissions());
   }
 
  private:
   fs::path file_;
-  std::vector<fs::path> madeFolders_;  // deepest first
+  fs::path madeFolder_;
 };
+
+// All of it stands in the one file that is given its name, and on the disk. The engine says nothing
+// of a failure when it is closed.
+void finish(std::unique_ptr<Engine> engine, const fs::path& file) {
+  const std::shared_ptr<RowStore> ended = engine->read("PRAGMA wal_checkpoint(TRUNCATE)");
+  if (ended->columns.front().raw(0) != 0) throw DatabaseRefusal(Refusal::locked);
+  engine.reset();
+  const std::unique_ptr<Engine> opened = openSqlite(file.string());
+  for (const std::string& query : schemaQueries())
+    opened->read(concat("SELECT * FROM [", query, "] WHERE 1 = 0"));
+}
 
 void moveTo(const fs::path& from, const fs::path& to) {
   std::error_code error;
@@ -93,8 +82,7 @@ void moveTo(const fs::path& from, const fs::path& to) {
 }  // namespace
 
 void makeDatabase(const fs::path& path, const std::function<void(Engine&)>& fill,
-                  const std::string& owner) {
-  using enum fs::perms;
+                  const Access& access) {
   const fs::path file = fs::absolute(path);
   const fs::path workgroup = workgroupPathOf(file.string());
   if (!file.has_filename() || workgroup == file)
@@ -103,24 +91,23 @@ void makeDatabase(const fs::path& path, const std::function<void(Engine&)>& fill
   refuseExisting(file);
   refuseExisting(workgroup);
 
-  const Owner newOwner(owner);
+  const FileAccess given(access);
   const Unfinished unfinished(concat(file.string(), ".", getpid(), ".new"));
-  {
-    const std::unique_ptr<Engine> engine = createSqlite(unfinished.file().string());
-    createSchema(*engine);
-    if (fill) fill(*engine);
-  }
-  unfinished.give(newOwner);
-  writeFileWhole(workgroup, workgroupText(kAccount, kAccount), owner_read | owner_write);
+  std::unique_ptr<Engine> engine = createSqlite(unfinished.file().string());
+  createSchema(*engine, fill);
+  finish(std::move(engine), unfinished.file());
+  unfinished.give(given);
+  writeFileWhole(workgroup, workgroupText(kAccount, kAccount), given.filePermissions());
   try {
-    newOwner.give(workgroup);
+    given.give(workgroup, given.filePermissions());
     moveTo(unfinished.file(), file);
+    syncFolder(file.parent_path());
   } catch (const RuntimeError&) {
     std::error_code ignored;
     fs::remove(workgroup, ignored);
+    fs::remove(file, ignored);
     throw;
   }
-  syncFolder(file.parent_path());
 }
 
 }  // namespace bw

@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "engine/EngineTransaction.h"
 #include "text/Text.h"
 #include "tools/Concepts.h"
 #include "tools/PracticeCatalogue.h"
@@ -267,10 +266,6 @@ class Office {
 
 }  // namespace
 
-void fillPractice(Engine& engine, Date today) {
-  EngineTransaction transaction(engine);
-  Office(engine, today).fill();
-  transaction.commit();
-}
+void fillPractice(Engine& engine, Date today) { Office(engine, today).fill(); }
 
 }  // namespace bw

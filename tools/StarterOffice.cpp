@@ -3,7 +3,6 @@
 #include <array>
 #include <string_view>
 
-#include "engine/EngineTransaction.h"
 #include "tools/Concepts.h"
 #include "tools/TableRows.h"
 
@@ -36,12 +35,10 @@ constexpr std::array<std::string_view, 22> kGroups{"Heart and vessels",
 }  // namespace
 
 void fillStarter(Engine& engine) {
-  EngineTransaction transaction(engine);
   fillConcepts(engine, [](std::int64_t) { return ConceptCodes(); });
   TableRows groups(engine, "DiagnosisFamily",
                    {"DiagnosisFamilyCode", "DiagnosisFamilyDescription"});
   for (std::int64_t code = 0; const std::string_view name : kGroups) groups(++code, name);
-  transaction.commit();
 }
 
 }  // namespace bw

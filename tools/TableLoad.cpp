@@ -41,7 +41,7 @@ TableLoad::TableLoad(Engine& engine, const SchemaTable& table, const std::filesy
 LoadCount TableLoad::run(std::ostream* progress) {
   if (!readHeader()) return {};
   if (replaces_) readStanding();
-  insert_ = engine_.prepareInsert(std::string(table_.name), columns_);
+  insert_ = engine_.prepareInsert(std::string(table_.name), columns_, RowsAre::unknown);
   while (const std::vector<std::string_view>* cells = file_.next()) {
     if (readRow(*cells)) store();
     if (progress != nullptr && file_.line() % kRowsBetweenProgress == 0)

@@ -17,7 +17,7 @@ namespace bw {
 class TableRows {
  public:
   TableRows(Engine& engine, const std::string& table, const std::vector<std::string>& columns)
-      : insert_(engine.prepareInsert(table, columns)) {}
+      : insert_(engine.prepareInsert(table, columns, RowsAre::good)) {}
 
   template <class... Cells>
   void operator()(const Cells&... cells) {

@@ -14,7 +14,10 @@ namespace {
 constexpr const char* kAbout =
     "Creates, fills, exports and checks the database of a Brantiwell office.\n"
     "A database is two files: the database itself (brantiwell.db) and beside it the workgroup\n"
-    "file (brantiwell.dw), without which the program does not open it. Move and copy both.";
+    "file (brantiwell.dw), without which the program does not open it. Move and copy both.\n"
+    "For several desks it lies on a PostgreSQL server instead: in place of a PATH say its "
+    "address,\n"
+    "postgresql://anna@server/office.";
 
 constexpr const char* kFooter =
     "Examples:\n"
@@ -24,6 +27,7 @@ constexpr const char* kFooter =
     "  brantiwell-database check /srv/office/brantiwell.db\n"
     "  sudo brantiwell-database register /srv/office/brantiwell.db\n"
     "  brantiwell-database practice ~/practice.db\n"
+    "  brantiwell-database copy /srv/office/brantiwell.db postgresql://admin@server/office\n"
     "\n"
     "Exit codes: 0 done, 1 the check found something, 2 bad arguments or refused data,\n"
     "3 the database or a file cannot be opened or written.";
@@ -49,6 +53,19 @@ constexpr const char* kTemplateHelp =
 constexpr const char* kCheckHelp =
     "Look for damage, missing tables, columns and queries, values that cannot be, and rows that\n"
     "name others which do not exist. Changes nothing.";
+constexpr const char* kBackupHelp =
+    "Copy a database with its workgroup file, while the program runs or not.\n"
+    "The copy is checked before it counts; an unchanged database is not copied again. The last 20\n"
+    "copies stay, and the last of each month. Without DATABASE the registered one; without FOLDER\n"
+    "the folders of the machine settings CopiesFolder (otherwise \"copies\" beside the database)\n"
+    "and SecondCopiesFolder.";
+constexpr const char* kCopiesHelp = "List the copies of a database with size, rows and verdict.";
+constexpr const char* kRestoreHelp =
+    "Put a copy in a database's place. Close the program first. What was there is kept under a\n"
+    "name with date and time.";
+constexpr const char* kCopyHelp =
+    "Copy an office into a new database: from a file to a server, back, or to another file.\n"
+    "All or nothing; the rows of both are compared at the end.";
 constexpr const char* kTablesHelp =
     "Tell what the columns of each table take, for the files of `load`.";
 constexpr const char* kChangeLogHelp =
@@ -72,13 +89,20 @@ class CommandLine {
   CommandLine() {
     app_.footer(kFooter);
     app_.require_subcommand(1);
-    addCreate();
+    app_.set_version_flag("--version", "brantiwell-database " BRANTIWELL_VERSION);
+    addNew();
     addMoving();
+    addCopies();
     addChanges();
     addOthers();
   }
 
   int run(int argc, char** argv) {
+    if (argc > 1 && argv[1][0] != '-' && !knows(argv[1])) {
+      std::cerr << "There is no command \"" << argv[1]
+                << "\". brantiwell-database --help tells which there are.\n";
+      return static_cast<int>(Exit::refused);
+    }
     try {
       app_.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -94,28 +118,51 @@ class CommandLine {
   }
 
  private:
+  bool knows(const std::string& command) {
+    const auto isNamed = [&command](CLI::App* one) { return one->get_name() == command; };
+    return !app_.get_subcommands(isNamed).empty();
+  }
+
   template <class Run>
   CLI::App* addBare(const char* name, const char* help, Run run) {
-    return app_.add_subcommand(name, help)->callback([this, run] { result_ = run(); });
+    return app_.add_subcommand(name, help)->callback([this, run] {
+      refuseBadTarget(path_);
+      result_ = run();
+    });
   }
 
   template <class Run>
   CLI::App* add(const char* name, const char* help, Run run) {
     CLI::App* added = addBare(name, help, run);
-    added->add_option("PATH", path_, "The database file")->required();
+    added->add_option("PATH", path_, "The database file, or the address of one on a server")
+        ->required();
     return added;
   }
 
-  void addCreate() {
+  void addNew() {
     CLI::App* create = add("create", kCreateHelp, [this] {
-      createDatabase(path_, std::cout, owner_, starter_ ? Contents::starter : Contents::none);
-      if (logged_) switchChangeLog(path_, true, std::cout);
+      createDatabase(path_, std::cout, access_, beginning_);
       return registered_ ? registerDatabase(path_, std::cout) : Exit::done;
     });
     create->add_flag("--register", registered_, "Register it too, as the command register does");
-    create->add_flag("--starter", starter_, "With concepts and groups of diagnoses to begin with");
-    create->add_flag("--change-log", logged_, "Write down who changes what, as changelog on does");
-    create->add_option("--owner", owner_, "The user who works with it; needs sudo");
+    create->add_flag("--starter", beginning_.starter,
+                     "With concepts and groups of diagnoses to begin with");
+    create->add_flag("--change-log", beginning_.changeLog,
+                     "Write down who changes what, as changelog on does");
+    takeAccess(create);
+    add("practice", kPracticeHelp,
+        [this] { return createPractice(path_, systemNow().date, std::cout); });
+    CLI::App* copy = add("copy", kCopyHelp, [this] {
+      refuseBadTarget(folder_);
+      return copyDatabase(path_, folder_, std::cout, access_);
+    });
+    copy->add_option("TO", folder_, "The new database, a file or an address")->required();
+    takeAccess(copy);
+  }
+
+  void takeAccess(CLI::App* making) {
+    making->add_option("--owner", access_.owner, "The user who works with it; needs sudo");
+    making->add_option("--group", access_.group, "The group whose members work with it");
   }
 
   void addMoving() {
@@ -142,6 +189,28 @@ class CommandLine {
         "--csv", [this] { form_ = TableForm::commas; }, "With commas and quotes, for spreadsheets");
   }
 
+  void addCopies() {
+    CLI::App* backup = addBare("backup", kBackupHelp, [this] {
+      return scheduled_ ? backUpByItself(systemNow(), std::cout)
+                        : backUpDatabase(path_, folder_, systemNow(), std::cout);
+    });
+    takeRegistered(backup, "Where the copies go");
+    backup->add_flag("--scheduled", scheduled_, "Of the registered database, for the daily timer");
+    takeRegistered(
+        addBare("copies", kCopiesHelp, [this] { return listCopies(path_, folder_, std::cout); }),
+        "Where the copies are");
+    CLI::App* restore = addBare("restore", kRestoreHelp, [this] {
+      return restoreDatabase(folder_, path_, systemNow(), std::cout);
+    });
+    restore->add_option("COPY", folder_, "The copy's database file")->required();
+    restore->add_option("DATABASE", path_, "The database file");
+  }
+
+  void takeRegistered(CLI::App* copying, const char* folder) {
+    copying->add_option("DATABASE", path_, "The database file");
+    copying->add_option("FOLDER", folder_, folder);
+  }
+
   void addChanges() {
     add("changelog", kChangeLogHelp,
         [this] { return switchChangeLog(path_, state_ == "on", std::cout); })
@@ -156,8 +225,13 @@ class CommandLine {
     history->add_option("--from", from_, "Only from a day on");
     history->add_option("--to", to_, "Only to the end of a day");
     CLI::Option* into = history->add_option("--into", folder_, "The new file for lines taken out");
-    history->add_option("--prune", before_, "Take the lines before a day out of the log")
-        ->needs(into);
+    CLI::Option* prune =
+        history->add_option("--prune", before_, "Take the lines before a day out of the log");
+    prune->needs(into);
+    into->needs(prune);
+    // It takes out all lines, whatever they are about.
+    for (const char* narrowing : {"--patient", "--table", "--user", "--from", "--to"})
+      prune->excludes(history->get_option(narrowing));
   }
 
   Exit runHistory() {
@@ -173,18 +247,16 @@ class CommandLine {
     })->add_flag("--man", manual_, "As a section of the manual page");
     add("check", kCheckHelp, [this] { return checkDatabase(path_, std::cout); });
     add("register", kRegisterHelp, [this] { return registerDatabase(path_, std::cout); });
-    add("practice", kPracticeHelp,
-        [this] { return createPractice(path_, systemNow().date, std::cout); });
   }
 
   CLI::App app_{kAbout, "brantiwell-database"};
   Exit result_ = Exit::done;
   std::filesystem::path path_;
-  std::filesystem::path folder_;  // or file
-  std::string owner_;
+  std::filesystem::path folder_;  // or the other file
+  Access access_;
+  Beginning beginning_;
   bool registered_ = false;
-  bool starter_ = false;
-  bool logged_ = false;
+  bool scheduled_ = false;
   LoadOptions loading_;
   TableForm form_ = TableForm::tabs;
   std::string state_;

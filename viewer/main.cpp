@@ -2,6 +2,7 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <string_view>
 
@@ -56,10 +57,13 @@ int saveOnly(const QCommandLineParser& line) {
   return result;
 }
 
-// Saving needs fonts and no screen.
+// Saving needs fonts and no screen, and telling of itself neither.
 bool needsNoScreen(int argc, char** argv) {
-  return std::any_of(argv, argv + argc, [](std::string_view argument) {
-    return argument.starts_with("--pdf") || argument.starts_with("--csv");
+  constexpr std::array<std::string_view, 6> kWithout{"--pdf", "--csv",     "--help",
+                                                     "-h",    "--version", "-v"};
+  return std::any_of(argv, argv + argc, [&kWithout](std::string_view argument) {
+    return std::ranges::any_of(
+        kWithout, [argument](std::string_view one) { return argument.starts_with(one); });
   });
 }
 
@@ -69,6 +73,7 @@ bool needsNoScreen(int argc, char** argv) {
 int main(int argc, char** argv) {
   if (needsNoScreen(argc, argv)) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication::setApplicationName("myviewer");
+  QApplication::setApplicationVersion(BRANTIWELL_VERSION);
   const QtMessageHandler usual = qInstallMessageHandler(sayThatThereIsNoDisplay);
   QApplication app(argc, argv);
   qInstallMessageHandler(usual);
@@ -76,6 +81,7 @@ int main(int argc, char** argv) {
   QCommandLineParser line;
   line.setApplicationDescription("Shows, prints and exports report documents.");
   line.addHelpOption();
+  line.addVersionOption();
   line.addOptions({kPdf, kCsv});
   line.addPositionalArgument("document", "The report document to show.", "[document]");
   line.process(app);

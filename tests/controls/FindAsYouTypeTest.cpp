@@ -191,6 +191,10 @@ TEST_F(FindInListOfSeveralTest, JustTheRowFoundIsSelectedAndEscGoesBackToAll) {
   EXPECT_EQ(list.selectedFromLast(), std::vector<int>{5});
   press(Qt::Key_Escape);
   EXPECT_EQ(list.selectedFromLast().size(), 6U);
+  letters("l");
+  press(Qt::Key_Backspace);
+  EXPECT_FALSE(open());
+  EXPECT_EQ(list.selectedFromLast().size(), 6U) << "no letter is left";
 }
 
 TEST_F(FindInListOfSeveralTest, EveryOtherKeyClosesTheFieldAndDoesWhatItAlwaysDoes) {

@@ -9,6 +9,7 @@
 #include "data/BWSQLSickness.h"
 #include "data/BWSQLWards.h"
 #include "tests/data/DataFixture.h"
+#include "tests/server/TestDatabase.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -101,7 +102,7 @@ TEST_P(CataloguesTest, AllocatorTellsItsFailureAndTheInsertStoresNothing) {
   EXPECT_EQ(family.insert(code, "x", message), 1);
   EXPECT_EQ(message, "");
   EXPECT_EQ(code, family.codeSetFirst ? 0 : 5);
-  EXPECT_EQ(takeMessages(), Strings{concat("no such column: ", family.key)});
+  EXPECT_EQ(takeMessages(), Strings{noSuchColumn(family.key)});
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, CataloguesTest, ::testing::ValuesIn(kFamilies),

@@ -2,17 +2,14 @@
 
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
-#include "data/Schema.h"
-#include "engine/SqliteEngine.h"
+#include "tests/server/TestDatabase.h"
 
 namespace bw {
 
 DataTest::DataTest()
     : now{makeDate(2003, 6, 15).value(), makeTime(14, 5, 9).value()}, saved_(services()) {
   resetShared();
-  auto engine = openSqlite(":memory:");
-  createSchema(*engine);
-  DatabaseConnection = officeConnection(std::move(engine));
+  DatabaseConnection = officeConnection(emptyOffice());
   DatabaseConnection.tap = [this](std::string_view statement) {
     statements_.emplace_back(statement);
     if (onStatement) onStatement(statement);

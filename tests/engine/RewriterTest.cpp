@@ -8,7 +8,9 @@
 namespace bw {
 namespace {
 
-std::string rewritten(std::string_view statement) { return rewriteStatement(statement).text; }
+std::string rewritten(std::string_view statement, SqlDialect dialect = SqlDialect::sqlite) {
+  return rewriteStatement(statement, dialect).text;
+}
 
 TEST(Rewriter, MakesDatesCanonical) {
   const std::vector<std::pair<const char*, const char*>> cases{
@@ -95,8 +97,8 @@ TEST(Rewriter, SeesAQuoteInAValueShiftInsideAndOutside) {
 }
 
 // The shape, and its values behind slashes.
-std::string shapeOf(std::string_view from) {
-  const EngineStatement statement = rewriteStatement(from);
+std::string shapeOf(std::string_view from, SqlDialect dialect = SqlDialect::sqlite) {
+  const EngineStatement statement = rewriteStatement(from, dialect);
   std::string told = statement.shape;
   for (const StatementValue& value : statement.values) {
     const auto* number = std::get_if<std::int64_t>(&value);
@@ -116,6 +118,17 @@ TEST(StatementShape, HasTheValuesBehindEqualsSigns) {
       {"SELECT '=5', 'it''s =5' FROM a WHERE b>=2 AND c=d",
        "SELECT '=5', 'it''s =5' FROM a WHERE b>=? AND c=d / 2"}};
   for (const auto& [statement, shape] : cases) EXPECT_EQ(shapeOf(statement), shape);
+}
+
+TEST(Rewriter, SpellsMomentsNamesAndPlacesForAServer) {
+  const std::vector<std::pair<const char*, const char*>> cases{
+      {"a=#06/15/2003#,b=#14:05:09#", "a=DATE '2003-06-15',b=TIME '14:05:09'"},
+      {"(#2003/06/15 14:05:09#, '[B] #1')", "(TIMESTAMP '2003-06-15 14:05:09', '[B] #1')"},
+      {"SELECT TOP 1 [Names] FROM [Patient a]", "SELECT \"names\" FROM \"patient a\" LIMIT 1"}};
+  for (const auto& [from, to] : cases) EXPECT_EQ(rewritten(from, SqlDialect::postgres), to);
+  EXPECT_EQ(shapeOf("UPDATE a SET [B]=#6/5/2003#, c='x' WHERE d = 7", SqlDialect::postgres),
+            "UPDATE a SET \"b\"=$1, c=$2 WHERE d = $3 / '2003-06-05' / 'x' / 7");
+  EXPECT_THROW(rewritten("SELECT [a\" = 1 OR \"b] FROM c", SqlDialect::postgres), RuntimeError);
 }
 
 TEST(StatementShape, LeavesWhatIsNoPlainValue) {

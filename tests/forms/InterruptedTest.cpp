@@ -9,6 +9,7 @@
 #include "engine/RelaxedSync.h"
 #include "engine/SqliteEngine.h"
 #include "tests/data/DataFixture.h"
+#include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 
 namespace bw {
@@ -73,6 +74,22 @@ TEST_F(InterruptedTest, RelaxedSyncLastsAsLongAsItLives) {
   } catch (const RuntimeError&) {
     EXPECT_EQ(synchronous(), full);
   }
+  // What is stored already is not told as lost.
+  {
+    RelaxedSync relaxed(DatabaseConnection);
+    run("UPDATE PatientCharges SET PrintLot = 7");
+    const FullDisk disk(0);
+    try {
+      relaxed.finish();
+      ADD_FAILURE() << "nothing was told";
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.text(),
+                "Everything that was done is stored, but it is not safe from a power cut yet: the "
+                "disk did not confirm it. The next record that is stored makes it safe.");
+    }
+  }
+  EXPECT_EQ(rows("SELECT DISTINCT PrintLot FROM PatientCharges"), "7");
+  EXPECT_EQ(synchronous(), full);
   // Where it cannot be, it is not.
   DatabaseConnection.BeginTrans();
   { const RelaxedSync relaxed(DatabaseConnection); }

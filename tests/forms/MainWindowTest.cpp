@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <QAction>
 #include <QApplication>
 #include <QTest>
@@ -8,6 +10,7 @@
 #include "charges/frmCharges.h"
 #include "controls/QtText.h"
 #include "core/Principal.h"
+#include "core/Services.h"
 #include "lists/Filters.h"
 #include "lists/Settings.h"
 #include "shell/frmShorcuts.h"
@@ -68,6 +71,25 @@ TEST_F(MainWindowTest, PlacementViewAndFilterComeBack) {
   closeMainWindow();
   EXPECT_EQ(setting("Settings", "MainWidth"), "13500") << "a minimized window stores no placement";
   EXPECT_EQ(setting("Settings", "ActiveFilter"), "4");
+}
+
+TEST_F(MainWindowTest, SettingsThatCannotBeStoredKeepNobodyFromClosing) {
+  openMainWindow();
+  services().settingsFolder = [] { return std::filesystem::path("/dev/null/none"); };
+  closeMainWindow();
+  const std::vector<std::string> messages = takeMessages();
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_TRUE(messages.front().starts_with("The settings cannot be stored in /dev/null/none"))
+      << messages.front();
+}
+
+TEST_F(MainWindowTest, SettingsAreForTheirOwnerAlone) {
+  const mode_t before = umask(0);
+  store("Settings", "Shortcut", "1");
+  umask(before);
+  EXPECT_EQ(std::filesystem::status(services().settingsFolder() / "brantiwell.ini").permissions(),
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  EXPECT_EQ(setting("Settings", "Shortcut"), "1");
 }
 
 TEST_F(MainWindowTest, AStoredTextThatNamesNothingEndsTheLoad) {

@@ -113,6 +113,9 @@ TEST_F(TypedChoicesTest, WhatTheGroupDoesNotHoldIsFoundInTheNextOnesAndEscGoesBa
     press(Qt::Key_Backspace);
     press(Qt::Key_Insert);
     EXPECT_EQ(found(), "Lungs: Asthma") << "stays where it was ticked";
+    letters("old fr");
+    EXPECT_EQ(found(), "Heart: Old fracture") << "behind the last group comes the first one";
+    press(Qt::Key_Escape);
     letters("fracture of h");
     press(Qt::Key_Insert);
     choose(control<ComboBox>(dialog, "CBDiagnosisFamilies"), "None yet");

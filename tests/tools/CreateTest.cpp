@@ -1,3 +1,4 @@
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -47,7 +48,7 @@ TEST(CreateTest, MakesTwoPrivateFilesThatTheProgramOpens) {
 TEST(CreateTest, TheStarterHasAChoiceForEveryChargeAndNoCodes) {
   const TemporaryFolder folder;
   std::ostringstream out;
-  createDatabase(folder / "a.db", out, {}, Contents::starter);
+  createDatabase(folder / "a.db", out, {}, {.starter = true, .changeLog = true});
   EXPECT_EQ(checkDatabase(folder / "a.db", out), Exit::done) << out.str();
   const std::unique_ptr<Engine> engine = openSqlite(folder / "a.db");
   // Every facility type, patient's status and attention, on a first visit and on further ones.
@@ -65,26 +66,29 @@ TEST(CreateTest, TheStarterHasAChoiceForEveryChargeAndNoCodes) {
 TEST(CreateTest, GivesFilesAndNewFoldersToTheirOwner) {
   const TemporaryFolder folder;
   std::ostringstream out;
-  EXPECT_THROW(createDatabase(folder / "a/a.db", out, "no such user"), Refused);
+  EXPECT_THROW(createDatabase(folder / "a/a.db", out, {"no such user", ""}), Refused);
   EXPECT_FALSE(fs::exists(folder / "a"));
 
-  const fs::path database = folder / "srv/office/brantiwell.db";
+  EXPECT_THROW(createDatabase(folder / "mistyped/office/a.db", out), Refused);
+  const fs::path database = folder / "srv/brantiwell.db";
   if (geteuid() != 0) {  // only root can give files away
-    EXPECT_THROW(createDatabase(database, out, "nobody"), RuntimeError);
+    EXPECT_THROW(createDatabase(database, out, {"nobody", ""}), RuntimeError);
     EXPECT_FALSE(fs::exists(folder / "srv"));
     return;
   }
-  createDatabase(database, out, "nobody");
+  createDatabase(database, out, {"nobody", "users"});
   checkDatabase(database, out);
   const uid_t nobody = getpwnam("nobody")->pw_uid;
-  std::vector<fs::path> files{folder / "srv", folder / "srv/office"};
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder / "srv/office"))
+  std::vector<fs::path> files{folder / "srv"};
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder / "srv"))
     files.push_back(entry.path());
-  EXPECT_GE(files.size(), 4U);
+  EXPECT_EQ(files.size(), 3U);
   for (const fs::path& file : files) {
     struct stat status {};
     ASSERT_EQ(stat(file.c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, nobody) << file;
+    EXPECT_EQ(status.st_gid, getgrnam("users")->gr_gid) << file;
+    EXPECT_EQ(status.st_mode & 07777U, S_ISDIR(status.st_mode) ? 02770U : 0660U) << file;
   }
 }
 

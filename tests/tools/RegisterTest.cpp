@@ -56,6 +56,13 @@ TEST_F(RegisterTest, WritesTheAbsolutePathForAllToRead) {
   folder_.write("foreign.db", "");
   folder_.write("foreign.dw", "");
   EXPECT_THROW(registerDatabase(folder_ / "foreign.db", out), Refused);
+  // Whatever the program would not open.
+  EXPECT_THROW(registerDatabase(folder_.path(), out), RuntimeError);
+  createDatabase(folder_ / "a;b.db", out);
+  EXPECT_THROW(registerDatabase(folder_ / "a;b.db", out), Refused);
+  createDatabase(folder_ / "other.db", out);
+  folder_.write("other.dw", "rubbish");
+  EXPECT_THROW(registerDatabase(folder_ / "other.db", out), Refused);
   std::filesystem::remove(folder_ / "office.dw");
   EXPECT_THROW(registerDatabase(folder_ / "office.db", out), Refused);
   EXPECT_EQ(text("Database"), (folder_ / "office.db").string());

@@ -1,0 +1,227 @@
+// What a server costs beyond the bare library that speaks to it, in an office of some hundred
+// thousand charges; under tests/server/with.
+
+#include <libpq-fe.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/Measure.h"
+#include "bench/Office.h"
+#include "core/Principal.h"
+#include "core/Services.h"
+#include "data/BWSQLCharges.h"
+#include "data/SavedQueries.h"
+#include "data/Schema.h"
+#include "engine/PostgresEngine.h"
+#include "engine/Rewriter.h"
+#include "text/Text.h"
+
+namespace {
+
+using namespace bw;
+
+constexpr double kMostTimesBare = 1.35;
+constexpr double kMostTimesPipeline = 1.1;
+constexpr double kMostOfOneDay = 8;  // milliseconds
+constexpr int kCharges = 1000;
+constexpr bench::OfficeSize kSize{8000, 400000};
+
+using Statements = std::vector<std::string>;
+
+struct Clear {
+  void operator()(PGresult* result) const noexcept { PQclear(result); }
+};
+using Result = std::unique_ptr<PGresult, Clear>;
+
+// The library alone, binary, row by row.
+class Bare {
+ public:
+  explicit Bare(const std::string& address) : connection_(PQconnectdb(address.c_str())) {
+    if (PQstatus(connection_) != CONNECTION_OK) throw std::runtime_error("No server.");
+    run("SET max_parallel_workers_per_gather = 0");
+    run("SET jit = off");
+  }
+  ~Bare() { PQfinish(connection_); }
+  Bare(const Bare&) = delete;
+  Bare& operator=(const Bare&) = delete;
+
+  // Touches every value of every row.
+  std::size_t run(const std::string& text) {
+    PQsendQueryParams(connection_, text.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 1);
+    PQsetSingleRowMode(connection_);
+    std::size_t sum = 0;
+    while (const Result result{PQgetResult(connection_)}) sum += touch(*result);
+    return sum;
+  }
+
+  // A trip for each list.
+  void pipeline(const Statements& statements) {
+    PQenterPipelineMode(connection_);
+    for (const std::string& text : statements)
+      PQsendQueryParams(connection_, text.c_str(), 0, nullptr, nullptr, nullptr, nullptr, 1);
+    PQpipelineSync(connection_);
+    for (std::size_t i = 0; i < statements.size(); ++i)
+      while (const Result result{PQgetResult(connection_)}) touch(*result);
+    const Result end{PQgetResult(connection_)};
+    PQexitPipelineMode(connection_);
+  }
+
+ private:
+  std::size_t touch(const PGresult& result) {
+    if (PQresultStatus(&result) == PGRES_FATAL_ERROR)
+      throw std::runtime_error(PQresultErrorMessage(&result));
+    std::size_t sum = 0;
+    for (int row = 0; row < PQntuples(&result); ++row)
+      for (int i = 0; i < PQnfields(&result); ++i)
+        sum += static_cast<std::size_t>(PQgetlength(&result, row, i)) +
+               static_cast<unsigned char>(*PQgetvalue(&result, row, i));
+    return sum;
+  }
+
+  PGconn* connection_;
+};
+
+std::string addressOf(const std::string& database) {
+  const char* server = std::getenv("BRANTIWELL_TEST_SERVER");
+  if (server == nullptr) throw std::runtime_error("To be run by tests/server/with.");
+  std::string address = server;
+  const std::string path = "@/postgres?";
+  return address.replace(address.find(path), path.size(), "@/" + database + "?");
+}
+
+void compareReads(Bare& bare, const std::string& name, const std::string& conditions) {
+  const std::string statement = "SELECT * FROM ChargesDescriptive" + conditions;
+  const std::string text = rewriteStatement(statement, SqlDialect::postgres).text;
+  bench::compare(
+      name, kMostTimesBare,
+      [&] { return bench::milliseconds([&] { DatabaseConnection.Read(statement); }); },
+      [&] { return bench::milliseconds([&] { bare.run(text); }); });
+}
+
+// Stores charges with three details, one a second of a clock.
+class Desk {
+ public:
+  Desk() {
+    services().now = [this] { return DateTime{day_, {second_}}; };
+  }
+
+  void store() {
+    for (int i = 0; i < kCharges; ++i) {
+      ++second_;
+      Date date;
+      TimeOfDay time;
+      std::string message;
+      if (ChargeInsert(static_cast<std::int16_t>(1 + i), date, time, day_, 1 + i % 90, 7, 8,
+                       static_cast<std::int16_t>(1 + i % 150), ";12;7;305;", ";", 0, message) != 0)
+        throw std::runtime_error(message);
+    }
+  }
+  void post() {
+    for (int i = 0; i < kCharges; ++i) {
+      std::string message;
+      if (ChargeSetPrintLot(static_cast<std::int16_t>(1 + i), day_, {i + 1}, 7, 1, message) != 0)
+        throw std::runtime_error(message);
+    }
+  }
+  void nextDay() {
+    ++day_.day;
+    second_ = 0;
+  }
+
+ private:
+  Date day_{40000};
+  std::int32_t second_ = 0;
+};
+
+// What a desk issues, a list for each transaction, each statement behind a savepoint.
+std::vector<Statements> issued(const std::function<void()>& work) {
+  std::vector<Statements> lists;
+  DatabaseConnection.tap = [&lists](std::string_view text) {
+    if (text == "BEGIN") lists.emplace_back();
+    const bool isBare = text == "BEGIN" || text == "COMMIT";
+    if (!isBare) lists.back().emplace_back("SAVEPOINT s");
+    lists.back().push_back(rewriteStatement(text, SqlDialect::postgres).text);
+    if (!isBare) lists.back().emplace_back("RELEASE s");
+  };
+  work();
+  DatabaseConnection.tap = nullptr;
+  return lists;
+}
+
+// The same statements on another day, so that the keys are new.
+void onDay(std::vector<Statements>& lists, Date from, Date to) {
+  const std::string before = isoDate(from);
+  for (Statements& list : lists)
+    for (std::string& text : list)
+      for (std::size_t at = text.find(before); at != std::string::npos; at = text.find(before, at))
+        text.replace(at, before.size(), isoDate(to));
+}
+
+void compareWrites(Bare& bare, Desk& desk) {
+  std::vector<Statements> inserts = issued([&] { desk.store(); });
+  std::vector<Statements> posts = issued([&] { desk.post(); });
+  Date last{40000};
+  Date next{50000};
+  const auto anew = [&](std::vector<Statements>& lists) { onDay(lists, last, next); };
+  bench::compare(
+      "server: store 1,000 charges", kMostTimesPipeline,
+      [&] {
+        desk.nextDay();
+        return bench::milliseconds([&] { desk.store(); });
+      },
+      [&] {
+        anew(inserts);
+        last = next;
+        ++next.day;
+        return bench::milliseconds([&] {
+          for (const Statements& list : inserts) bare.pipeline(list);
+        });
+      });
+  bench::compare(
+      "server: post 1,000 charges", kMostTimesBare,
+      [&] { return bench::milliseconds([&] { desk.post(); }); },
+      [&] {
+        return bench::milliseconds([&] {
+          for (const Statements& list : posts) bare.pipeline(list);
+        });
+      });
+}
+
+void measure() {
+  Bare(addressOf("postgres")).run("CREATE DATABASE bench TEMPLATE template0");
+  const std::string address = addressOf("bench");
+  bench::fillOnServer(address, kSize);
+  DatabaseConnection = officeConnection(openPostgres(address));
+  Bare bare(address);
+  const std::string day = isoDate({bench::kFirstDay.day + 500});
+  const std::string oneDay =
+      concat(" WHERE ChargeRealDate >= #", day.substr(0, 4), "/", day.substr(5, 2), "/",
+             day.substr(8), "#  and ChargeRealDate <= #", day.substr(0, 4), "/", day.substr(5, 2),
+             "/", day.substr(8), "#");
+  compareReads(bare, "server: whole view of 400,000", "");
+  compareReads(bare, "server: one day", oneDay);
+  const std::string statement = "SELECT * FROM ChargesDescriptive" + oneDay;
+  bench::report("server: one day", "ms", bench::median([&] {
+                  return bench::milliseconds([&] { DatabaseConnection.Read(statement); });
+                }),
+                kMostOfOneDay);
+  Desk desk;
+  compareWrites(bare, desk);
+}
+
+}  // namespace
+
+int main() {
+  try {
+    measure();
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return EXIT_FAILURE;
+  }
+  return bench::verdict();
+}

@@ -1,0 +1,71 @@
+#include "engine/PostgresCommit.h"
+
+#include <array>
+#include <random>
+#include <thread>
+
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Outcome = CommitResult::Outcome;
+
+std::string anyToken() {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::random_device random;
+  std::string token(32, '0');
+  for (char& digit : token) digit = kDigits[random() % kDigits.size()];
+  return token;
+}
+
+// Ends the process that served the lost connection: as long as it lives it may store yet.
+bool hasEnded(PostgresLink& link, const PostgresLink::Backend& backend) {
+  const PostgresResult still = link.query(
+      concat("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE pid = ", backend.number,
+             " AND backend_start = ", link.quoted(backend.start)));
+  return PQntuples(still.get()) == 0;
+}
+
+CommitResult result(Outcome outcome) {
+  if (outcome == Outcome::done) return {};
+  return {.outcome = outcome,
+          .why = DatabaseRefusal(outcome == Outcome::refused ? Refusal::lost : Refusal::unknown)};
+}
+
+}  // namespace
+
+PostgresCommits::PostgresCommits() : token_(anyToken()) {}
+
+// The first step of a station clears away those of stations that have not stored for long.
+void PostgresCommits::addStep(std::vector<PostgresCommand>& commands) {
+  if (step_ == 0)
+    commands.push_back({.text = "DELETE FROM bw_desks WHERE token IN (SELECT token FROM bw_desks"
+                                " WHERE used < now() - interval '2 days' FOR UPDATE SKIP LOCKED)"});
+  commands.push_back({.text = concat("INSERT INTO bw_desks AS d VALUES ('", token_, "', ", ++step_,
+                                     ", now()) ON CONFLICT (token)"
+                                     " DO UPDATE SET step = excluded.step, used = excluded.used")});
+}
+
+Outcome PostgresCommits::outcome(PostgresLink& link, const PostgresLink::Backend& backend) const {
+  link.connect();
+  while (!hasEnded(link, backend)) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  const PostgresResult found =
+      link.query(concat("SELECT 1 FROM bw_desks WHERE token = '", token_, "' AND step = ", step_));
+  return PQntuples(found.get()) > 0 ? Outcome::done : Outcome::refused;
+}
+
+CommitResult PostgresCommits::find(PostgresLink& link, const PostgresLink::Backend& backend,
+                                   std::chrono::milliseconds within) {
+  for (const auto end = Clock::now() + within;;) {
+    try {
+      return result(outcome(link, backend));
+    } catch (const DatabaseRefusal&) {
+      if (Clock::now() >= end) return result(Outcome::unknown);
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+}
+
+}  // namespace bw

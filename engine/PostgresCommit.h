@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "engine/Engine.h"
+#include "engine/PostgresLink.h"
+
+namespace bw {
+
+// Commits of one station, and what became of one whose answer was lost. The transaction itself
+// writes which step of the station it is (see ServerNames.h): where that stands it was stored, and
+// where it doesn't it was not, once the process that served it has ended. The state that the server
+// tells of a transaction's number is not enough: a crash may give the number to another one.
+class PostgresCommits {
+ public:
+  PostgresCommits();
+
+  // The commands that write the next step, behind those that a trip has already.
+  void addStep(std::vector<PostgresCommand>& commands);
+  // Connects anew and tells what became of the latest step that `backend` was to commit, within the
+  // time that the server may take to come back.
+  CommitResult find(PostgresLink& link, const PostgresLink::Backend& backend,
+                    std::chrono::milliseconds within);
+
+ private:
+  CommitResult::Outcome outcome(PostgresLink& link, const PostgresLink::Backend& backend) const;
+
+  std::string token_;  // of this station, by chance
+  long step_ = 0;
+};
+
+}  // namespace bw

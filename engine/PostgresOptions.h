@@ -1,0 +1,13 @@
+#pragma once
+
+#include <chrono>
+
+namespace bw {
+
+struct PostgresOptions {
+  std::chrono::milliseconds busyTimeout{5000};
+  // So long a server that went away in the midst of a commit is waited for.
+  std::chrono::milliseconds returnTimeout{20000};
+};
+
+}  // namespace bw

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace bw {
+
+// What the sources share that know the embedded engine.
+
+struct CloseSqlite {
+  void operator()(sqlite3* database) const noexcept;
+};
+struct FinalizeSqlite {
+  void operator()(sqlite3_stmt* statement) const noexcept;
+};
+using SqliteHandle = std::unique_ptr<sqlite3, CloseSqlite>;
+using SqliteStatement = std::unique_ptr<sqlite3_stmt, FinalizeSqlite>;
+
+// Raises the refusal that one of the engine's codes stands for.
+[[noreturn]] void refuseSqlite(int code, const char* message);
+
+SqliteStatement prepareSqlite(sqlite3* database, std::string_view text);
+
+// True for a row, false at the end.
+bool stepSqlite(sqlite3_stmt* statement);
+
+}  // namespace bw

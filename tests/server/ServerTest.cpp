@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "data/SavedQueries.h"
+#include "engine/PostgresEngine.h"
+#include "engine/PostgresLink.h"
+#include "tests/server/TestDatabase.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+using namespace std::chrono_literals;
+
+const std::string kLost = refusalSentence(Refusal::lost);
+
+// Two stations and an administrator at the database of an office.
+class ServerTest : public testing::Test {
+ protected:
+  static constexpr PostgresOptions kOptions{.busyTimeout = 100ms, .returnTimeout = 300ms};
+
+  ServerTest() : ours(emptyOffice()), administrator(addressOfDatabase(), {}) {
+    ours = Connection(openPostgres(addressOfDatabase(), kOptions));
+    theirs = Connection(openPostgres(addressOfDatabase(), kOptions));
+    administrator.query(
+        "INSERT INTO insurance VALUES (1, 'Mutual', ''); INSERT INTO facility VALUES (1, "
+        "'General', "
+        "1, '', ''); INSERT INTO patient (patientid, insurancecode) VALUES (7, 1), (8, 1)");
+  }
+
+  static std::string refusalOf(Connection& by, const std::string& statement) {
+    return refusalOf([&] { by.Execute(statement); });
+  }
+  static std::string refusalOf(const std::function<void()>& call) {
+    try {
+      call();
+    } catch (const RuntimeError& error) {
+      return error.text();
+    }
+    return {};
+  }
+  static std::string add(int number) {
+    return concat("INSERT INTO Insurance VALUES (", number, ", 'x', '')");
+  }
+  // The numbers of the insurances.
+  std::string stored() {
+    const PostgresResult found = administrator.query(
+        "SELECT string_agg(insurancecode::text, ' ' ORDER BY 1) FROM insurance");
+    return PQgetvalue(found.get(), 0, 0);
+  }
+  // Ends the process that serves a station while it commits, before anything is stored.
+  void breakCommits() {
+    administrator.query(
+        "CREATE FUNCTION end_it() RETURNS trigger LANGUAGE plpgsql AS "
+        "'BEGIN PERFORM pg_terminate_backend(pg_backend_pid()); RETURN NULL; END';"
+        "CREATE CONSTRAINT TRIGGER end_it AFTER INSERT ON insurance DEFERRABLE INITIALLY DEFERRED "
+        "FOR EACH ROW EXECUTE FUNCTION end_it()");
+  }
+  std::string refusalOfCommit(int number = 2) {
+    ours.BeginTrans();
+    ours.Execute(add(number));
+    return refusalOf([this] { ours.CommitTrans(); });
+  }
+
+  Connection ours;
+  Connection theirs;
+  PostgresLink administrator;
+};
+
+// What the saved queries compare by.
+TEST_F(ServerTest, FoldsTextsAsTheProgramDoes) {
+  const PostgresResult letters = administrator.query(
+      "SELECT t, bw_fold(t) FROM (SELECT string_agg(chr(i), '' ORDER BY i) AS t"
+      " FROM generate_series(1, 125000) AS i WHERE i NOT BETWEEN 55296 AND 57343) AS all_letters");
+  EXPECT_EQ(PQgetvalue(letters.get(), 0, 1), fold(PQgetvalue(letters.get(), 0, 0)));
+  const PostgresResult plain = administrator.query("SELECT bw_fold('Ab C'), bw_fold(NULL) IS NULL");
+  EXPECT_STREQ(PQgetvalue(plain.get(), 0, 0), "ab c");
+  EXPECT_STREQ(PQgetvalue(plain.get(), 0, 1), "t");
+}
+
+TEST_F(ServerTest, LostConnectionIsToldOnceAndTheNextStatementConnectsAnew) {
+  ours.BeginTrans();
+  ours.Execute(add(2));
+  cutConnections();
+  EXPECT_EQ(refusalOf(ours, add(3)), kLost);
+  EXPECT_NE(refusalOf(ours, add(3)), "") << "it would be stored by itself";
+  ours.RollbackTrans();
+  ours.BeginTrans();
+  ours.Execute(add(4));
+  ours.CommitTrans();
+  // Between statements nothing is lost: nobody needs to know.
+  cutConnections();
+  EXPECT_EQ(refusalOf(ours, add(5)), "");
+  administrator.connect();
+  EXPECT_EQ(stored(), "1 4 5");
+}
+
+TEST_F(ServerTest, ACommitWhoseAnswerWasLostIsToldAsItEnded) {
+  // Stored, since the server waits for a standby that never comes only when it has written. It
+  // hears of the standby some commits later.
+  PostgresLink server(std::getenv("BRANTIWELL_TEST_SERVER"), {});
+  server.query("ALTER SYSTEM SET synchronous_standby_names = 'nobody'");
+  server.query("SELECT pg_reload_conf()");
+  std::atomic<bool> killed = false;
+  std::thread killer([&server, &killed] {
+    while (!killed) {
+      const PostgresResult waiting = server.query(
+          "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE wait_event = 'SyncRep'");
+      killed = PQntuples(waiting.get()) > 0;
+    }
+  });
+  int count = 1;
+  std::string refusal;
+  while (!killed && refusal.empty()) refusal = refusalOfCommit(++count);
+  killed = true;
+  killer.join();
+  server.query("ALTER SYSTEM RESET synchronous_standby_names");
+  server.query("SELECT pg_reload_conf()");
+  EXPECT_EQ(refusal, "");
+  EXPECT_EQ(ours.Read("SELECT * FROM Insurance")->RecordCount(), count);
+  administrator.query("DELETE FROM insurance WHERE insurancecode > 1");
+
+  breakCommits();
+  EXPECT_EQ(refusalOfCommit(), kLost);
+  EXPECT_EQ(ours.transactionLevel(), 0);
+  EXPECT_EQ(stored(), "1");
+
+  PostgresLink elsewhere(std::getenv("BRANTIWELL_TEST_SERVER"), {});
+  const PostgresResult name = administrator.query("SELECT current_database()");
+  elsewhere.query(
+      concat("ALTER DATABASE ", PQgetvalue(name.get(), 0, 0), " ALLOW_CONNECTIONS off"));
+  EXPECT_EQ(refusalOfCommit(), refusalSentence(Refusal::unknown));
+  elsewhere.query(concat("ALTER DATABASE ", PQgetvalue(name.get(), 0, 0), " ALLOW_CONNECTIONS on"));
+  EXPECT_EQ(ours.Read("SELECT * FROM Insurance")->RecordCount(), 1);
+}
+
+// Of what was stored with relaxed syncing some may be gone after a crash of the server.
+TEST_F(ServerTest, RelaxedWorkSaysThatSomeOfItMayBeLost) {
+  ASSERT_TRUE(ours.relaxSync());
+  EXPECT_EQ(ours.Read("SELECT current_setting('synchronous_commit')")->text("current_setting"),
+            "off");
+  ours.BeginTrans();
+  ours.Execute(add(2));
+  ours.CommitTrans();
+  ours.restoreSync();
+  EXPECT_EQ(ours.Read("SELECT current_setting('synchronous_commit')")->text("current_setting"),
+            "on");
+  ASSERT_TRUE(ours.relaxSync());
+  ours.BeginTrans();
+  ours.Execute(add(3));
+  ours.CommitTrans();
+  ours.BeginTrans();
+  ours.Execute(add(4));
+  cutConnections();
+  EXPECT_EQ(refusalOf(ours, add(5)), refusalSentence(Refusal::lostSome));
+  ours.RollbackTrans();
+  EXPECT_EQ(refusalOf([this] { ours.restoreSync(); }), "");
+}
+
+TEST_F(ServerTest, LockOfAnotherStationFailsTheStatementAlone) {
+  theirs.BeginTrans();
+  theirs.Execute("UPDATE Patient SET InFacilityCode=1 WHERE PatientId=7");
+  ours.BeginTrans();
+  ours.Execute(add(2));
+  EXPECT_EQ(refusalOf(ours, "UPDATE Patient SET Names='x' WHERE PatientId=7"),
+            refusalSentence(Refusal::locked));
+  ours.Execute(add(3));
+  ours.CommitTrans();
+  EXPECT_EQ(stored(), "1 2 3");
+  // A facility to which another station is just admitting a patient.
+  EXPECT_EQ(refusalOf(ours, "DELETE FROM Facility WHERE FacilityCode=1"),
+            refusalSentence(Refusal::locked));
+  theirs.CommitTrans();
+  EXPECT_EQ(refusalOf(ours, "DELETE FROM Facility WHERE FacilityCode=1"),
+            "This record cannot be deleted: patients still use it.");
+}
+
+// All as of one moment, and without a trace of what the server adds to the tables.
+TEST_F(ServerTest, SnapshotSeesNoLaterChangeAndHiddenColumnsStayHidden) {
+  const std::unique_ptr<Engine> engine = openPostgres(addressOfDatabase(), kOptions);
+  engine->begin(TransactionKind::snapshot);
+  EXPECT_EQ(engine->read("SELECT * FROM Patient")->columns.size(), 10U);
+  theirs.Execute("DELETE FROM Patient WHERE PatientId=8");
+  EXPECT_EQ(engine->read("SELECT * FROM Patient")->rowCount(), 2U);
+  EXPECT_THROW(engine->execute("DELETE FROM Patient"), DatabaseRefusal);
+  if (engine->inTransaction()) engine->rollback();
+  EXPECT_EQ(engine->read("SELECT * FROM Patient")->rowCount(), 1U);
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,180 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/time.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <sstream>
+
+#include "engine/SqliteEngine.h"
+#include "tests/tools/FullDisk.h"
+#include "tests/tools/TemporaryFolder.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
+#include "tools/Commands.h"
+#include "tools/Copies.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+class BackupTest : public testing::Test {
+ protected:
+  BackupTest() { createPractice(file_, *makeDate(2024, 3, 1), out_); }
+
+  Exit backUp() {
+    out_.str("");
+    now_.time.second += 1;
+    return backUpDatabase(file_, copiesFolder_, now_, out_);
+  }
+  std::vector<Copy> copies() const { return copiesIn(copiesFolder_, file_); }
+  void change(int number) const {
+    openSqlite(file_)->execute(concat("UPDATE Doctors SET Description = 'd", number, "'"));
+  }
+  std::string doctor() const {
+    return textOrEmpty(
+        openSqlite(file_)->read("SELECT Description FROM Doctors")->columns[0].value(0));
+  }
+  std::string verdicts() {
+    out_.str("");
+    listCopies(file_, copiesFolder_, out_);
+    return out_.str();
+  }
+  // The last byte of a text that stands somewhere in a file.
+  static void spoil(const fs::path& file, const std::string& text) {
+    std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
+    const std::string content{std::istreambuf_iterator<char>(stream), {}};
+    stream.seekp(static_cast<std::streamoff>(content.find(text) + text.size() - 1));
+    stream.put('?');
+  }
+
+  TemporaryFolder folder_;
+  std::string file_ = folder_ / "office.db";
+  std::string copiesFolder_ = folder_ / "copies";
+  DateTime now_{*makeDate(2026, 3, 1), {36000}};
+  std::ostringstream out_;
+};
+
+TEST_F(BackupTest, ACopyIsPrivateCheckedAndNotMadeTwice) {
+  change(1);
+  // What the program has stored last stands in the log beside the file.
+  const std::unique_ptr<Engine> program = openSqlite(file_);
+  program->execute("UPDATE Doctors SET Description = 'in the log'");
+  ASSERT_EQ(backUp(), Exit::done) << out_.str();
+  EXPECT_EQ(backUp(), Exit::done);
+  ASSERT_EQ(copies().size(), 1U);
+  using enum fs::perms;
+  EXPECT_EQ(fs::status(copiesFolder_).permissions(), owner_all);
+  for (const fs::directory_entry& entry : fs::directory_iterator(copiesFolder_))
+    EXPECT_EQ(entry.status().permissions(), owner_read | owner_write) << entry.path();
+  EXPECT_EQ(copies().front().file.filename(), "office-2026-03-01-100001.db");
+  EXPECT_EQ(openSqlite(copies().front().file)
+                ->read("SELECT 1 FROM Doctors WHERE Description <> 'in the log'")
+                ->rowCount(),
+            0U);
+  EXPECT_NE(verdicts().find("rows  good"), std::string::npos) << out_.str();
+
+  // A copy that has gone bad counts no longer.
+  spoil(copies().front().file, "in the log");
+  EXPECT_NE(verdicts().find("not good: "), std::string::npos) << out_.str();
+  EXPECT_EQ(backUp(), Exit::done);
+  EXPECT_EQ(copies().size(), 2U);
+}
+
+TEST_F(BackupTest, RestoringKeepsWhatWasThereAndWaitsForThePrograms) {
+  change(1);
+  backUp();
+  const std::string copy = copies().front().file;
+  change(2);
+  {
+    const std::unique_ptr<Engine> mine = openSqlite(file_);
+    const pid_t other = fork();
+    if (other == 0)
+      _exit(static_cast<int>([&] {
+        try {
+          return restoreDatabase(copy, file_, now_, out_);
+        } catch (const Refused&) {
+          return Exit::refused;
+        }
+      }()));
+    int status = 0;
+    waitpid(other, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), static_cast<int>(Exit::refused));
+  }
+  EXPECT_EQ(doctor(), "d2");
+  folder_.write("office.db-wal", "what an office without its database left");
+  ASSERT_EQ(restoreDatabase(copy, file_, now_, out_), Exit::done) << out_.str();
+  EXPECT_EQ(doctor(), "d1");
+  std::string kept = folder_ / "office-before-2026-03-01-100001.db";
+  EXPECT_TRUE(fs::exists(kept + "-wal"));
+  fs::remove(kept + "-wal");
+  file_.swap(kept);
+  EXPECT_EQ(doctor(), "d2");
+
+  spoil(copy, "d1");
+  EXPECT_THROW(restoreDatabase(copy, file_, now_, out_), Refused);
+  EXPECT_EQ(doctor(), "d2");
+}
+
+TEST_F(BackupTest, TwentyStayAndTheLastOfEachMonth) {
+  std::vector<Copy> copies;
+  for (const char* month : {"2025-11", "2025-12", "2026-01"})
+    for (int day = 10; day < 25; ++day)
+      copies.push_back({fs::path(), concat(month, "-", day, "-120000")});
+  std::string dropped;
+  for (const Copy& copy : outlived(copies)) dropped += copy.moment.substr(5, 5) + " ";
+  EXPECT_EQ(dropped,
+            "12-19 12-18 12-17 12-16 12-15 12-14 12-13 12-12 12-11 12-10 11-23 11-22 11-21 11-20 "
+            "11-19 11-18 11-17 11-16 11-15 11-14 11-13 11-12 11-11 11-10 ");
+}
+
+TEST_F(BackupTest, AFailureLeavesNothingThatLooksLikeACopy) {
+  for (const rlim_t bytes : {rlim_t{0}, rlim_t{10'000}, rlim_t{100'000}}) {
+    const FullDisk full(bytes);
+    EXPECT_EQ(backUp(), Exit::unavailable) << bytes;
+    EXPECT_TRUE(copies().empty());
+  }
+  ASSERT_EQ(backUp(), Exit::done) << out_.str();
+  EXPECT_EQ(std::distance(fs::directory_iterator(copiesFolder_), {}), 3);
+  EXPECT_EQ(backUpDatabase(file_, folder_ / "mistyped/copies", now_, out_), Exit::unavailable);
+  EXPECT_FALSE(fs::exists(folder_ / "mistyped"));
+}
+
+// BRANTIWELL_KILLS sets how many.
+TEST_F(BackupTest, KillsLeaveNoNewCopyOrAGoodOne) {
+  const char* asked = std::getenv("BRANTIWELL_KILLS");
+  const int kills = asked == nullptr ? 8 : std::atoi(asked);
+  const auto begun = std::chrono::steady_clock::now();
+  backUp();
+  const auto whole = std::chrono::steady_clock::now() - begun;
+  for (int kill = 0; kill < kills; ++kill) {
+    change(kill);
+    const pid_t child = fork();
+    if (child == 0) {
+      const auto when =
+          std::chrono::duration_cast<std::chrono::microseconds>(whole) * (kill + 1) / (kills + 1);
+      const itimerval timer{
+          .it_interval = {},
+          .it_value = {.tv_sec = 0, .tv_usec = std::min<long>(when.count(), 999999)}};
+      setitimer(ITIMER_REAL, &timer, nullptr);  // its signal ends the process wherever it is
+      backUp();
+      _exit(0);
+    }
+    waitpid(child, nullptr, 0);
+    for (const Copy& copy : copies())
+      EXPECT_TRUE(faultsOf(copy.file, copy.workgroup(), notedSums(copy)).empty()) << kill;
+    EXPECT_EQ(doctor(), concat("d", kill));
+  }
+  EXPECT_TRUE(openSqlite(file_)->findDamage().empty());
+  change(kills);
+  ASSERT_EQ(backUp(), Exit::done) << out_.str();
+  for (const fs::directory_entry& entry : fs::directory_iterator(copiesFolder_))
+    EXPECT_EQ(entry.path().string().find(".new"), std::string::npos) << entry.path();
+}
+
+}  // namespace
+}  // namespace bw

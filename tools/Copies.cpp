@@ -1,0 +1,132 @@
+#include "tools/Copies.h"
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <system_error>
+
+#include "core/ApoyoRegistry.h"
+#include "engine/EngineMakers.h"
+#include "engine/Workgroup.h"
+#include "text/Formats.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kMoment = "0000-00-00-000000";
+constexpr std::int32_t kDay = 86'400;  // seconds
+
+bool isMoment(std::string_view text) {
+  return text.size() == kMoment.size() && std::ranges::equal(text, kMoment, [](char c, char model) {
+           return model == '0' ? isDigit(c) : c == model;
+         });
+}
+
+std::string prefixOf(const fs::path& database) { return database.stem().string() + "-"; }
+
+fs::path pathOf(const fs::path& folder, const fs::path& database, const std::string& moment) {
+  return folder / (prefixOf(database) + moment + database.extension().string());
+}
+
+}  // namespace
+
+fs::path Copy::sums() const { return file.string() + ".sum"; }
+fs::path Copy::workgroup() const { return workgroupPathOf(file.string()); }
+
+std::vector<fs::path> copiesFolders(const fs::path& database) {
+  const std::string set = installationText("CopiesFolder");
+  const std::string second = installationText("SecondCopiesFolder");
+  std::vector<fs::path> folders{set.empty() ? database.parent_path() / "copies" : fs::path(set)};
+  if (!second.empty()) folders.emplace_back(second);
+  return folders;
+}
+
+std::vector<Copy> copiesOf(const fs::path& database) {
+  return copiesIn(copiesFolders(database).front(), database);
+}
+
+std::vector<Copy> copiesIn(const fs::path& folder, const fs::path& database) {
+  std::vector<Copy> copies;
+  if (!fs::is_directory(folder)) return copies;
+  const std::string prefix = prefixOf(database);
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    const std::string stem = entry.path().stem().string();
+    if (entry.path().extension() != database.extension() || !stem.starts_with(prefix)) continue;
+    if (std::string moment = stem.substr(prefix.size()); isMoment(moment))
+      copies.push_back({entry.path(), std::move(moment)});
+  }
+  std::ranges::sort(copies, {}, &Copy::moment);
+  return copies;
+}
+
+Copy newCopy(const fs::path& folder, const fs::path& database, DateTime moment) {
+  for (;;) {
+    const std::string name = Format(moment, "yyyy-mm-dd-hhMMss");
+    Copy copy{pathOf(folder, database, name), name};
+    if (!fs::exists(fs::symlink_status(copy.file))) return copy;
+    if (++moment.time.second == kDay) moment = {{moment.date.day + 1}, {0}};
+  }
+}
+
+std::string sumsText(const std::vector<TablePrint>& prints) {
+  std::ostringstream text;
+  for (const TablePrint& print : prints)
+    text << print.table << '\t' << print.rows << '\t' << print.sum << '\n';
+  return text.str();
+}
+
+std::vector<TablePrint> notedSums(const Copy& copy) {
+  std::vector<TablePrint> prints;
+  std::ifstream file(copy.sums());
+  for (TablePrint print; file >> print.table >> print.rows >> print.sum;) prints.push_back(print);
+  return prints;
+}
+
+std::vector<std::string> faultsOf(const fs::path& file, const fs::path& workgroup,
+                                  const std::vector<TablePrint>& noted) {
+  std::vector<std::string> faults;
+  try {
+    if (!workgroupAdmits(workgroup, "Kelps", "Kelps"))
+      faults.push_back("The workgroup file does not admit the program: " + workgroup.string());
+    faults = openEngine(file.string())->findDamage();
+    if (printsOf(file.string()) != noted)
+      faults.emplace_back("Its rows are not those that were noted when it was made.");
+  } catch (const RuntimeError& error) {
+    faults.push_back(error.text());
+  }
+  return faults;
+}
+
+std::vector<Copy> outlived(const std::vector<Copy>& copies) {
+  constexpr std::size_t kStay = 20;
+  constexpr std::size_t kMonth = 7;  // "2026-11"
+  std::vector<Copy> old;
+  std::set<std::string> months;
+  std::size_t place = 0;
+  for (auto copy = copies.rbegin(); copy != copies.rend(); ++copy) {
+    const bool lastOfMonth = months.insert(copy->moment.substr(0, kMonth)).second;
+    if (++place > kStay && !lastOfMonth) old.push_back(*copy);
+  }
+  return old;
+}
+
+void drop(const Copy& copy) {
+  for (const fs::path& file : {copy.file, copy.workgroup(), copy.sums()}) fs::remove(file);
+}
+
+int ageInDays(const std::vector<Copy>& copies) {
+  if (copies.empty()) return -1;
+  std::error_code error;
+  const fs::file_time_type known = fs::last_write_time(copies.back().sums(), error);
+  if (error) return -1;
+  return static_cast<int>(
+      std::chrono::floor<std::chrono::days>(fs::file_time_type::clock::now() - known).count());
+}
+
+}  // namespace bw

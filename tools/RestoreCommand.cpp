@@ -1,0 +1,155 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <ostream>
+#include <system_error>
+
+#include "engine/Refusals.h"
+#include "engine/Workgroup.h"
+#include "files/Files.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
+#include "tools/BegunDatabase.h"
+#include "tools/Commands.h"
+#include "tools/Copies.h"
+#include "tools/Registered.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void fail(const char* what, const fs::path& file) {
+  throw RuntimeError(ErrorNumber::pathNotFound,
+                     concat(what, file.string(), ": ", std::generic_category().message(errno)));
+}
+
+// Nobody else has the database open, and nobody can open it, as long as this lives.
+class SoleUse {
+ public:
+  explicit SoleUse(const fs::path& database) {
+    // Where every connection of the engine holds a lock.
+    constexpr off_t kFirst = 0x40000000;
+    constexpr off_t kBytes = 512;
+    if (!fs::exists(database)) return;
+    descriptor_ = open(database.c_str(), O_RDWR | O_CLOEXEC);
+    if (descriptor_ < 0) fail("The database cannot be written: ", database);
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = kFirst;
+    lock.l_len = kBytes;
+    if (fcntl(descriptor_, F_SETLK, &lock) == 0) return;
+    close(descriptor_);
+    throw Refused("A program has the database open. Close it on every desktop, then try again: " +
+                  database.string());
+  }
+  SoleUse(const SoleUse&) = delete;
+  SoleUse& operator=(const SoleUse&) = delete;
+  ~SoleUse() {
+    if (descriptor_ >= 0) close(descriptor_);
+  }
+
+ private:
+  int descriptor_ = -1;
+};
+
+// To whom the restored files belong: as those that were there, else as the folder.
+struct Rights {
+  explicit Rights(const fs::path& database) {
+    struct stat status {};
+    if (stat(database.c_str(), &status) == 0)
+      mode = status.st_mode & 0777U;
+    else if (stat(fs::absolute(database).parent_path().c_str(), &status) != 0)
+      fail("There is no folder for ", database);
+    user = status.st_uid;
+    group = status.st_gid;
+  }
+  void give(const fs::path& file) const {
+    const bool own = geteuid() != 0 && geteuid() == user;
+    if ((!own && lchown(file.c_str(), user, group) != 0) || chmod(file.c_str(), mode) != 0)
+      fail("The file cannot be given to its owner: ", file);
+  }
+
+  uid_t user = 0;
+  gid_t group = 0;
+  mode_t mode = S_IRUSR | S_IWUSR;
+};
+
+// Moves what is there to names with the moment in them. The database goes first: without it nothing
+// else can be taken for a part of another.
+std::vector<fs::path> keep(const fs::path& database, const fs::path& kept) {
+  std::vector<fs::path> moved;
+  for (const auto& [from, to] :
+       {std::pair{database, kept},
+        std::pair{fs::path(database.string() + "-wal"), fs::path(kept.string() + "-wal")},
+        std::pair{fs::path(workgroupPathOf(database.string())),
+                  fs::path(workgroupPathOf(kept.string()))}})
+    if (fs::exists(from)) {
+      fs::rename(from, to);
+      moved.push_back(to);
+    }
+  fs::remove(database.string() + "-shm");
+  return moved;
+}
+
+[[noreturn]] void refuse(const fs::path& copy, const std::string& fault) {
+  throw Refused(
+      concat("The copy is not good, and nothing was restored: ", copy.string(), ": ", fault));
+}
+
+// Copies a copy to be put in place; returns what its tables hold.
+std::vector<TablePrint> prepare(const Copy& copy, const fs::path& prepared) {
+  std::vector<TablePrint> prints;
+  try {
+    prints = copySqlite(copy.file.string(), prepared.string());
+  } catch (const DatabaseRefusal& refusal) {
+    if (refusal.why() != Refusal::damaged) throw;
+    refuse(copy.file, refusal.text());
+  }
+  const std::vector<TablePrint> noted = notedSums(copy);
+  const std::vector<std::string> faults =
+      faultsOf(prepared, copy.workgroup(), noted.empty() ? prints : noted);
+  if (!faults.empty()) refuse(copy.file, faults.front());
+  return prints;
+}
+
+}  // namespace
+
+Exit restoreDatabase(const fs::path& from, const fs::path& given, DateTime now, std::ostream& out) {
+  const fs::path database = fs::absolute(givenOrRegistered(given));
+  const Copy copy{fs::absolute(from), {}};
+  if (!fs::is_regular_file(copy.file))
+    throw RuntimeError(ErrorNumber::fileNotFound, "There is no copy " + copy.file.string());
+  if (fs::exists(database) && fs::equivalent(copy.file, database))
+    throw Refused("The copy is the database itself.");
+  const SoleUse alone(database);
+  const Rights rights(database);
+  const BegunDatabase prepared(concat(database.string(), ".", getpid(), ".new"));
+  const std::vector<TablePrint> prints = prepare(copy, prepared.file());
+  rights.give(prepared.file());
+
+  const fs::path workgroup = workgroupPathOf(database.string());
+  const std::string account = workgroupContent(copy.workgroup());
+  const Copy kept = newCopy(database.parent_path(),
+                            database.parent_path() / concat(database.stem().string(), "-before",
+                                                            database.extension().string()),
+                            now);
+  for (const fs::path& file : keep(database, kept.file))
+    out << "Kept what was there as " << file.string() << ".\n";
+  writeFileWhole(workgroup, account, fs::perms(rights.mode));
+  rights.give(workgroup);
+  fs::rename(prepared.file(), database);
+  syncFolder(database.parent_path());
+  if (const auto faults = faultsOf(database, workgroup, prints); !faults.empty()) {
+    for (const std::string& fault : faults) out << fault << '\n';
+    return Exit::findings;
+  }
+  out << "Restored " << database.string() << " from " << copy.file.string()
+      << ", and checked it.\n";
+  return Exit::done;
+}
+
+}  // namespace bw

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+#include "engine/Engine.h"
+
+namespace bw {
+
+// Makes the tables of an office in an empty database on a server, all or nothing, and a group role
+// that may read and write their rows and nothing else. Says on `out` what is left to do for whoever
+// administers the server. Raises Refused for a database that holds something, or whose texts would
+// compare otherwise than in a file.
+void makeServerDatabase(const std::string& address, const std::function<void(Engine&)>& fill,
+                        std::ostream& out);
+
+}  // namespace bw
