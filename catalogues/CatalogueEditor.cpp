@@ -1,5 +1,6 @@
 #include "catalogues/CatalogueEditor.h"
 
+#include <QLabel>
 #include <QVBoxLayout>
 
 #include "core/Principal.h"
@@ -17,6 +18,13 @@ QLineEdit* CatalogueEditor::addText(const char* label, const char* name) {
   auto* box = new QLineEdit(this);
   addField(grid_, grid_->rowCount(), 0, label, box, name);
   return box;
+}
+
+QLabel* CatalogueEditor::addNote(const char* name) {
+  auto* note = new QLabel(this);
+  note->setObjectName(name);
+  grid_->addWidget(note, grid_->rowCount(), 1);
+  return note;
 }
 
 ComboBox* CatalogueEditor::addCombo(const char* label, const char* name) {

@@ -9,6 +9,7 @@
 #include "lists/EditedRecord.h"
 #include "lists/WorkingList.h"
 
+class QLabel;
 class QVBoxLayout;
 
 namespace bw {
@@ -20,6 +21,8 @@ class CatalogueEditor : public Dialog {
   CatalogueEditor(const char* name, const char* caption, QWidget* owner);
 
   QLineEdit* addText(const char* label, const char* name);
+  // A line of words below the field added last.
+  QLabel* addNote(const char* name);
   ComboBox* addCombo(const char* label, const char* name);
 
   void addDetails(const DetailFrame& frame, WorkingList& details, std::function<void()> add);

@@ -1,6 +1,8 @@
+#include <optional>
 #include <vector>
 
 #include "catalogues/CatalogueEditor.h"
+#include "catalogues/CodeField.h"
 #include "catalogues/Editors.h"
 #include "controls/QtText.h"
 #include "core/Principal.h"
@@ -30,6 +32,7 @@ struct TextRow {
   const char* name;
   const char* column;
   std::string Values::*value;
+  std::optional<CodeBook> book{};  // whose codes it takes
 };
 
 // The combo box of the record's group.
@@ -74,8 +77,8 @@ TextRow description(const char* column) {
 TextRow billingCode(const char* column) {
   return {"&Billing code:", "TxtBillingCode", column, &Values::billingCode};
 }
-TextRow realCode(const char* column) {
-  return {"&Real code:", "TxtRealCode", column, &Values::realCode};
+TextRow realCode(const char* column, CodeBook book) {
+  return {"&Real code:", "TxtRealCode", column, &Values::realCode, book};
 }
 
 const PlainRow kInsurance{
@@ -92,7 +95,7 @@ const PlainRow kProcedure{"frmEditProcedure",
                           store<ProcedureInsert, ProcedureUpdate, &Values::description,
                                 &Values::realCode, &Values::billingCode>,
                           {description("Description"), billingCode("BillingProcedureCode"),
-                           realCode("RealProcedureCode")}};
+                           realCode("RealProcedureCode", CodeBook::procedures)}};
 const PlainRow kDiagnosis{"frmEditDiagnosis",
                           "Diagnosis",
                           CurrentDiagnosisCode,
@@ -100,7 +103,7 @@ const PlainRow kDiagnosis{"frmEditDiagnosis",
                           store<DiagnosisInsert, DiagnosisUpdate, &Values::description,
                                 &Values::group, &Values::realCode, &Values::billingCode>,
                           {description("Description"), billingCode("BillingDiagnosisCode"),
-                           realCode("RealDiagnosisCode")},
+                           realCode("RealDiagnosisCode", CodeBook::diagnoses)},
                           &kFamilies};
 const PlainRow kDiagnosisFamily{
     "frmEditDiagnosisFamily",
@@ -130,14 +133,19 @@ class PlainEditor : public CatalogueEditor {
   void ok();
 
   const PlainRow& row_;
-  std::vector<QLineEdit*> texts_;
+  std::vector<QLineEdit*> texts_;  // the description first
+  CodeField* code_ = nullptr;
   ComboBox* groups_ = nullptr;
   RecordSetRef RsGroups;
 };
 
 PlainEditor::PlainEditor(const PlainRow& row, QWidget* owner)
     : CatalogueEditor(row.name, row.caption, owner), row_(row) {
-  for (const TextRow& text : row_.texts) texts_.push_back(addText(text.label, text.name));
+  for (const TextRow& text : row_.texts) {
+    texts_.push_back(addText(text.label, text.name));
+    if (text.book)
+      code_ = new CodeField(*text.book, *texts_.back(), *texts_.front(), *addNote("LblRealCode"));
+  }
   if (row_.group != nullptr) groups_ = addCombo("&Type:", row_.group->name);
   addFoot([this] { ok(); });
   setSize(420);
@@ -164,6 +172,7 @@ bool PlainEditor::loadStored() {
   if (!foundRecord(record)) return false;
   for (std::size_t i = 0; i < texts_.size(); ++i)
     texts_[i]->setText(toQt(record->textOrEmpty(row_.texts[i].column)));
+  if (code_ != nullptr) code_->judge();
   if (row_.group != nullptr)
     groups_->selectFound(RsGroups,
                          concat(row_.group->code, " = ", record->integer(row_.group->code)));

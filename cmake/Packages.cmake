@@ -59,6 +59,29 @@ install(FILES ${shared}/systemd/user/brantiwell-backup.service
 install(FILES ${timer} DESTINATION lib/systemd/user/timers.target.wants)
 install_icon(${CMAKE_CURRENT_SOURCE_DIR}/controls/icons/Brantiwell.svg brantiwell)
 install_icon(${shared}/icons/hicolor/scalable/apps/myviewer.svg myviewer)
+# Guide and operator's page for web browsers. They lie in the build as they are installed, where F1
+# looks for the guide.
+set(html ${CMAKE_BINARY_DIR}/share/doc/brantiwell/html)
+execute_process(COMMAND /usr/bin/python3 -c "import markdown" RESULT_VARIABLE no_markdown
+                OUTPUT_QUIET ERROR_QUIET)
+if(no_markdown)
+  message(STATUS "Without python3-markdown the guide is not made for F1")
+else()
+  foreach(page guide operator)
+    set(source ${CMAKE_CURRENT_SOURCE_DIR}/docs/${page}.md)
+    add_custom_command(
+      OUTPUT ${html}/${page}.html
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${html}
+      COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/cmake/html ${source} ${html}/${page}.html
+      DEPENDS ${source} ${CMAKE_CURRENT_SOURCE_DIR}/cmake/html
+      VERBATIM)
+    list(APPEND package_files ${html}/${page}.html)
+    install(FILES ${html}/${page}.html DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/brantiwell/html)
+  endforeach()
+  file(COPY docs/images DESTINATION ${html} FILES_MATCHING PATTERN "*.png")
+  install(DIRECTORY docs/images DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/brantiwell/html
+          FILES_MATCHING PATTERN "*.png")
+endif()
 add_custom_command(
   OUTPUT ${made}/brantiwell-database.1
   COMMAND ${CMAKE_COMMAND} -DPAGE=${shared}/man/man1/brantiwell-database.1

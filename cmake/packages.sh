@@ -5,7 +5,7 @@ build_packages=(
   mold ninja-build qt6-base-dev qt6-svg-dev qt6-webengine-dev fonts-liberation
 )
 run_packages=(sqlite3)
-package_packages=(binutils dpkg-dev file librsvg2-bin lintian)
+package_packages=(binutils dpkg-dev file librsvg2-bin lintian python3-markdown)
 test_packages=(
   appstream clang-format clang-tidy desktop-file-utils git libgtest-dev man-db postgresql python3
   shared-mime-info sqlite3

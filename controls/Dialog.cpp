@@ -11,6 +11,7 @@
 
 #include "controls/Twips.h"
 #include "controls/TypedInput.h"
+#include "core/Services.h"
 
 namespace bw {
 namespace {
@@ -79,6 +80,7 @@ class QuietGround : public QObject {
 Dialog::Dialog(const char* name, const QString& caption, QWidget* owner) : QDialog(owner) {
   setObjectName(name);
   setWindowTitle(caption);
+  openGuideByKey(this);
 }
 
 QWidget* Dialog::makeFoot(const Foot& foot, std::function<void()> ok,
@@ -118,6 +120,11 @@ void Dialog::reject() {
     cancel_->click();
   else
     done(0);
+}
+
+void openGuideByKey(QWidget* window) {
+  onEvent(new QShortcut(QKeySequence(Qt::Key_F1), window), &QShortcut::activated, window,
+          [] { services().help(); });
 }
 
 // Right behind another window no window is active yet.

@@ -52,6 +52,9 @@ class Dialog : public QDialog {
   QPushButton* cancel_ = nullptr;
 };
 
+// F1 opens the guide while the window is the active one.
+void openGuideByKey(QWidget* window);
+
 // The window that a dialog or message opened now belongs to.
 QWidget* activeOwner();
 

@@ -29,6 +29,7 @@ Services& services() {
           },
       .now = systemNow,
       .view = [](const std::filesystem::path&) { throw RuntimeError(ErrorNumber::fileNotFound); },
+      .help = [] {},
       .documentFolder = [] { return userFolder("XDG_DATA_HOME", ".local/share") / "brantiwell"; },
       .progress = [](const WorkProgress&) {},
       .settingsFolder = [] { return userFolder("XDG_CONFIG_HOME", ".config") / "brantiwell"; }};

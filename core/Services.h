@@ -30,6 +30,8 @@ struct Services {
   std::function<DateTime()> now;
   // Opens a document in the viewer and does not wait. Raises error 53 when there is no viewer.
   std::function<void(const std::filesystem::path& document)> view;
+  // Opens the guide.
+  std::function<void()> help;
   // Where documents are written; made when it is not there.
   std::function<std::filesystem::path()> documentFolder;
   // Shows the progress of a long work, until it has ended. Must not throw.

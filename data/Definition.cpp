@@ -155,6 +155,7 @@ std::vector<std::string> definitionOf(const Dialect& dialect) {
     for (const SchemaIndex& index : table.indexes) statements.push_back(indexOf(table, index));
   }
   statements.insert(statements.end(), dialect.hints.begin(), dialect.hints.end());
+  if (!dialect.version.empty()) statements.emplace_back(dialect.version);
   if (dialect.guard == nullptr) {
     addNamedRelations(statements, dialect);
     return statements;

@@ -43,7 +43,8 @@ struct Dialect {
   // Without it the engine names the relation or key that refuses: the sentences then belong to
   // these (see NamedRelations.h).
   std::string (*guard)(const SchemaGuard& guard) = nullptr;
-  std::span<const std::string_view> hints{};           // for the planner, behind tables and indexes
+  std::span<const std::string_view> hints{};  // for the planner, behind tables and indexes
+  std::string_view version{};  // marks a database as one of this version, outside its tables
   std::vector<std::string> (*beforehand)() = nullptr;  // what the tables need
   std::string_view changeLog{};                        // makes the table of engine/ChangeLog.h
 

@@ -63,6 +63,7 @@ const Dialect kSqliteDialect{.engine = SqlDialect::sqlite,
                              .inKeyOrder = "WITHOUT ROWID",
                              .guard = trigger,
                              .hints = kHints,
+                             .version = "PRAGMA user_version = 1",
                              .changeLog = kChangeLog};
 
 }  // namespace bw

@@ -1,6 +1,5 @@
 #include "shell/frmBrowser.h"
 
-#include <QCoreApplication>
 #include <QLabel>
 #include <QPluginLoader>
 #include <QPointer>
@@ -13,6 +12,7 @@
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "lists/MainFrame.h"
+#include "shell/Guide.h"
 #include "webpane/WebPane.h"
 
 namespace bw {
@@ -20,10 +20,6 @@ namespace {
 
 constexpr std::chrono::milliseconds kTimerInterval{5};
 constexpr int kCaptionMargin = 4;  // pixels
-
-QString besideProgram(const char* path) {
-  return QCoreApplication::applicationDirPath() + "/../" + path;
-}
 
 std::string startPage() {
   return fromQt(QUrl::fromLocalFile(besideProgram("share/brantiwell/start.html")).toString());

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "controls/Dialog.h"
 #include "controls/EventGuard.h"
 #include "controls/Icons.h"
 #include "controls/Twips.h"
@@ -55,6 +56,7 @@ frmMain::frmMain() {
   addClockPanels(statusBar());
   auto* otherPane = new QShortcut(QKeySequence(Qt::Key_F6), this);
   onEvent(otherPane, &QShortcut::activated, this, [this] { goToOtherPane(); });
+  openGuideByKey(this);
 }
 
 frmMain::~frmMain() {

@@ -14,6 +14,7 @@
 #include "core/Services.h"
 #include "printing/StartViewer.h"
 #include "records/KeptMemory.h"
+#include "shell/Guide.h"
 #include "shell/SessionEnd.h"
 #include "shell/Start.h"
 
@@ -55,6 +56,7 @@ int main(int argc, char** argv) {
   bw::installMessageBoxes();
   bw::installProgressWindow();
   bw::services().view = bw::startViewer;
+  bw::services().help = bw::openGuide;
   bool started = false;
   bw::guarded([&] { started = bw::start(); });
   // To ask for the fonts takes as long as a tenth of the start.

@@ -11,6 +11,7 @@
 #include "text/Text.h"
 #include "tools/Commands.h"
 #include "tools/Copies.h"
+#include "tools/SchemaAge.h"
 #include "tools/TableFile.h"
 
 namespace bw {
@@ -25,11 +26,6 @@ std::string sameRow(const SchemaReference& reference) {
     condition += concat(i == 0 ? "p." : " AND p.", reference.parent->columns[i].name, " = t.",
                         reference.columns[i].name);
   return condition;
-}
-
-std::string withoutBlanks(std::string text) {
-  std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
-  return text;
 }
 
 class Check {
@@ -99,20 +95,13 @@ class Check {
     }
   }
 
-  // Saved queries of files that were made by an older version of the program.
   void age(Engine& model) {
-    const std::string queries = "SELECT name, sql FROM sqlite_schema WHERE type = 'view'";
-    const std::shared_ptr<RowStore> ours = engine_.read(queries);
-    const std::shared_ptr<RowStore> wanted = model.read(queries);
-    for (std::size_t row = 0; row < wanted->rowCount(); ++row) {
-      const std::string name = textOrEmpty(wanted->columns[0].value(row));
-      const std::string text = textOrEmpty(wanted->columns[1].value(row));
-      for (std::size_t other = 0; other < ours->rowCount(); ++other)
-        if (sameName(textOrEmpty(ours->columns[0].value(other)), name) &&
-            withoutBlanks(textOrEmpty(ours->columns[1].value(other))) != withoutBlanks(text))
-          out_ << "Note: the saved query " << name
-               << " has the form of another version of the program.\n";
-    }
+    const SchemaAge parts(engine_, model);
+    parts.tell(out_);
+    if (parts.isNewer())
+      out_ << "Note: a later version of the program has made it.\n";
+    else if (parts.isOld())
+      out_ << "Note: the command upgrade brings it to what this version makes.\n";
   }
 
   void relations(const SchemaTable& table) {
@@ -219,7 +208,7 @@ Exit checkDatabase(const fs::path& path, std::ostream& out) {
     for (const std::string& sentence : engine->findDamage()) check.find(sentence);
   });
   content(check, *model);
-  if (isFile) check.part("The age of the saved queries", [&] { check.age(*model); });
+  if (isFile) check.part("The age of the database", [&] { check.age(*model); });
   if (check.found() > 0) return Exit::findings;
   out << "No fault found in " << path.string() << ".\n";
   return Exit::done;

@@ -72,6 +72,11 @@ Exit exportTables(const std::filesystem::path& path, const std::filesystem::path
 // The same files with nothing but their heads, to be filled in.
 Exit writeTemplates(const std::filesystem::path& folder, TableForm form, std::ostream& out);
 
+// Puts the codes of an official book into the file of code books of a database (the registered
+// one), in the place of those that it had of that book.
+Exit importCodes(const std::filesystem::path& file, const std::filesystem::path& database,
+                 TextCode code, std::ostream& out);
+
 // Tells what the columns of the tables take, and which rows they name.
 Exit printTables(std::ostream& out);
 
@@ -89,6 +94,10 @@ void refuseBadTarget(const std::filesystem::path& path);
 
 // Looks for damage and for whatever the program would stumble over; lists it on `out`.
 Exit checkDatabase(const std::filesystem::path& path, std::ostream& out);
+
+// Brings a file that another version made to what this one makes: indexes, saved queries and
+// guards; rows stay as they are. After a copy (see backUpDatabase), all or nothing.
+Exit upgradeDatabase(const std::filesystem::path& path, DateTime now, std::ostream& out);
 
 // Whether the database is to keep who changed what. Lines that it has stay.
 Exit switchChangeLog(const std::filesystem::path& path, bool kept, std::ostream& out);

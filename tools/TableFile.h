@@ -7,11 +7,9 @@
 #include <vector>
 
 #include "text/Value.h"
+#include "tools/TextFile.h"
 
 namespace bw {
-
-// How the characters of a text file are spelled.
-enum class TextCode : std::uint8_t { utf8, windows1252 };
 
 // A text file with the rows of one table: a line of column names, then a line a row. Lines may end
 // in LF or CR LF. In Table.tsv cells are parted by tabs and have no quotes. In Table.csv they are
@@ -21,6 +19,9 @@ class TableFile {
  public:
   // Raises error 53 when the file cannot be read, Refused when it is not spelled like that.
   explicit TableFile(const std::filesystem::path& file, TextCode code = TextCode::utf8);
+  // The same with a text that was read already; its cells may stand in quotes or are plain.
+  enum class Cells : std::uint8_t { plain, quoted };
+  TableFile(std::string name, std::string text, Cells cells);
 
   const std::vector<std::string_view>& header() const noexcept { return header_; }
 

@@ -50,6 +50,13 @@ constexpr const char* kExportHelp =
     "They hold patients' data; only you can read them.";
 constexpr const char* kTemplateHelp =
     "Write a file a table with nothing but its head into a new folder, to be filled for `load`.";
+constexpr const char* kCodesHelp =
+    "Bring official codes to the editors of diagnoses and procedures.";
+constexpr const char* kCodesImportHelp =
+    "Take the codes of a yearly public file: ICD-10-CM as its order file, HCPCS level II with\n"
+    "commas and a first line that names code, long and short description. They take the place of\n"
+    "those of the year before, in a file beside the database (the registered one); the database\n"
+    "itself is not touched.";
 constexpr const char* kCheckHelp =
     "Look for damage, missing tables, columns and queries, values that cannot be, and rows that\n"
     "name others which do not exist. Changes nothing.";
@@ -68,6 +75,9 @@ constexpr const char* kCopyHelp =
     "All or nothing; the rows of both are compared at the end.";
 constexpr const char* kTablesHelp =
     "Tell what the columns of each table take, for the files of `load`.";
+constexpr const char* kUpgradeHelp =
+    "Bring a database that another version made to what this one makes, after a copy of it.\n"
+    "Indexes, saved queries and guards are made anew; rows stay as they are.";
 constexpr const char* kChangeLogHelp =
     "Begin or stop to write down who changes what, in the database itself.\n"
     "A line a statement: moment, user, computer, rows, statement. Lines of before stay.";
@@ -92,21 +102,23 @@ class CommandLine {
     app_.set_version_flag("--version", "brantiwell-database " BRANTIWELL_VERSION);
     addNew();
     addMoving();
+    addCodes();
     addCopies();
     addChanges();
     addOthers();
   }
 
   int run(int argc, char** argv) {
-    if (argc > 1 && argv[1][0] != '-' && !knows(argv[1])) {
-      std::cerr << "There is no command \"" << argv[1]
-                << "\". brantiwell-database --help tells which there are.\n";
-      return static_cast<int>(Exit::refused);
-    }
+    if (argc > 1 && argv[1][0] != '-' && !knows(argv[1])) return refuseCommand(argv[1]);
     try {
       app_.parse(argc, argv);
+    } catch (const CLI::RequiredError& error) {
+      // Of a command that is none the parser says only that one is missing.
+      const std::vector<std::string> left = app_.remaining(true);
+      const bool isCommand = !left.empty() && !left.front().starts_with('-');
+      return isCommand ? refuseCommand(left.front()) : refuse(error);
     } catch (const CLI::ParseError& error) {
-      return app_.exit(error) == 0 ? 0 : static_cast<int>(Exit::refused);
+      return refuse(error);
     } catch (const Refused& refusal) {
       std::cerr << refusal.what() << '\n';
       result_ = Exit::refused;
@@ -118,6 +130,17 @@ class CommandLine {
   }
 
  private:
+  // 0 after a wish for help.
+  int refuse(const CLI::ParseError& error) {
+    return app_.exit(error) == 0 ? 0 : static_cast<int>(Exit::refused);
+  }
+
+  static int refuseCommand(const std::string& command) {
+    std::cerr << "There is no command \"" << command
+              << "\". brantiwell-database --help tells which there are.\n";
+    return static_cast<int>(Exit::refused);
+  }
+
   bool knows(const std::string& command) {
     const auto isNamed = [&command](CLI::App* one) { return one->get_name() == command; };
     return !app_.get_subcommands(isNamed).empty();
@@ -125,7 +148,12 @@ class CommandLine {
 
   template <class Run>
   CLI::App* addBare(const char* name, const char* help, Run run) {
-    return app_.add_subcommand(name, help)->callback([this, run] {
+    return addTo(app_, name, help, run);
+  }
+
+  template <class Run>
+  CLI::App* addTo(CLI::App& parent, const char* name, const char* help, Run run) {
+    return parent.add_subcommand(name, help)->callback([this, run] {
       refuseBadTarget(path_);
       result_ = run();
     });
@@ -174,13 +202,27 @@ class CommandLine {
     load->add_flag("--dry-run", loading_.dryRun, "Only tell what would be loaded or refused");
     load->add_flag("--update", loading_.update,
                    "Let rows of catalogues with a known number change the ones that stand");
-    load->add_flag_callback(
-        "--windows-1252", [this] { loading_.code = TextCode::windows1252; },
-        "The files are in Windows-1252; otherwise in UTF-8");
+    takeCode(load);
     takeNewFolder(add("export", kExportHelp,
                       [this] { return exportTables(path_, folder_, form_, std::cout); }));
     takeNewFolder(addBare("template", kTemplateHelp,
                           [this] { return writeTemplates(folder_, form_, std::cout); }));
+  }
+
+  void addCodes() {
+    CLI::App* codes = app_.add_subcommand("codes", kCodesHelp)->require_subcommand(1);
+    CLI::App* import = addTo(*codes, "import", kCodesImportHelp, [this] {
+      return importCodes(folder_, path_, loading_.code, std::cout);
+    });
+    import->add_option("FILE", folder_, "The book")->required();
+    import->add_option("DATABASE", path_, "The database file");
+    takeCode(import);
+  }
+
+  void takeCode(CLI::App* reading) {
+    reading->add_flag_callback(
+        "--windows-1252", [this] { loading_.code = TextCode::windows1252; },
+        "The files are in Windows-1252; otherwise in UTF-8");
   }
 
   void takeNewFolder(CLI::App* writing) {
@@ -246,6 +288,7 @@ class CommandLine {
       return manual_ ? printTablesManual(std::cout) : printTables(std::cout);
     })->add_flag("--man", manual_, "As a section of the manual page");
     add("check", kCheckHelp, [this] { return checkDatabase(path_, std::cout); });
+    add("upgrade", kUpgradeHelp, [this] { return upgradeDatabase(path_, systemNow(), std::cout); });
     add("register", kRegisterHelp, [this] { return registerDatabase(path_, std::cout); });
   }
 

@@ -92,6 +92,20 @@ TEST_F(MainWindowTest, SettingsAreForTheirOwnerAlone) {
   EXPECT_EQ(setting("Settings", "Shortcut"), "1");
 }
 
+TEST_F(MainWindowTest, F1OpensTheGuideInDialogsToo) {
+  int opened = 0;
+  services().help = [&opened] { ++opened; };
+  openMainWindow();
+  QTest::keyClick(&window(), Qt::Key_F1);
+  EXPECT_EQ(opened, 1);
+  script.in("frmEditInsurance", [](QWidget& editor) {
+    QTest::keyClick(&editor, Qt::Key_F1);
+    click(editor, "btnCancel");
+  });
+  trigger(window(), "NewInsurance");
+  EXPECT_EQ(opened, 2);
+}
+
 TEST_F(MainWindowTest, AStoredTextThatNamesNothingEndsTheLoad) {
   store("Settings", "ActiveFilter", "7");  // no such node
   EXPECT_THROW(openMainWindow(), RuntimeError);
