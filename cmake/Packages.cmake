@@ -59,7 +59,17 @@ install(FILES ${shared}/systemd/user/brantiwell-backup.service
 install(FILES ${timer} DESTINATION lib/systemd/user/timers.target.wants)
 install_icon(${CMAKE_CURRENT_SOURCE_DIR}/controls/icons/Brantiwell.svg brantiwell)
 install_icon(${shared}/icons/hicolor/scalable/apps/myviewer.svg myviewer)
-foreach(program brantiwell brantiwell-database myviewer)
+add_custom_command(
+  OUTPUT ${made}/brantiwell-database.1
+  COMMAND ${CMAKE_COMMAND} -DPAGE=${shared}/man/man1/brantiwell-database.1
+          -DPROGRAM=$<TARGET_FILE:brantiwell-database> -DRESULT=${made}/brantiwell-database.1
+          -P ${CMAKE_CURRENT_SOURCE_DIR}/cmake/manual.cmake
+  DEPENDS ${shared}/man/man1/brantiwell-database.1 brantiwell-database
+          ${CMAKE_CURRENT_SOURCE_DIR}/cmake/manual.cmake
+  VERBATIM)
+install_compressed(${made}/brantiwell-database.1 brantiwell-database.1
+                   ${CMAKE_INSTALL_MANDIR}/man1 brantiwell)
+foreach(program brantiwell myviewer)
   install_compressed(${shared}/man/man1/${program}.1 ${program}.1 ${CMAKE_INSTALL_MANDIR}/man1
                      brantiwell)
 endforeach()

@@ -17,114 +17,138 @@ constexpr std::array<SchemaColumn, count> columns(const SchemaColumn (&all)[coun
   return std::to_array(all);
 }
 
-constexpr SchemaColumn kDescription{.name = "Description", .type = text};
-constexpr SchemaColumn kChecked{.name = "checked", .working = true};
+constexpr SchemaColumn kDescription{.name = "Description", .about = "name", .type = text};
+constexpr SchemaColumn kChecked{
+    .name = "checked", .about = "for the program alone", .working = true};
 
 // clang-format off
 
-constexpr auto kFacilityTypes = columns({{.name = "FacilityTypeCode"}, kDescription});
+constexpr auto kFacilityTypes = columns({
+    {.name = "FacilityTypeCode", .about = "number"},
+    kDescription});
 constexpr auto kChargeTypes = columns({
-    {.name = "ChargeTypeCode"},
+    {.name = "ChargeTypeCode", .about = "number"},
     kDescription,
-    {.name = "DoctorCaption", .type = text}});
-constexpr auto kAttentionTypes = columns({{.name = "AttentionTypeCode"}, kDescription});
-constexpr auto kFrequency = columns({{.name = "Frequency"}, kDescription});
-constexpr auto kSicknessType = columns({{.name = "SicknessTypeCode"}, kDescription});
+    {.name = "DoctorCaption", .about = "what the doctor of a charge is called under it",
+     .type = text}});
+constexpr auto kAttentionTypes = columns({
+    {.name = "AttentionTypeCode", .about = "number"},
+    kDescription});
+constexpr auto kFrequency = columns({{.name = "Frequency", .about = "number"}, kDescription});
+constexpr auto kSicknessType = columns({
+    {.name = "SicknessTypeCode", .about = "number"},
+    kDescription});
 constexpr auto kInsurance = columns({
-    {.name = "InsuranceCode"},
+    {.name = "InsuranceCode", .about = "number"},
     kDescription,
-    {.name = "BillingInsuranceCode", .type = text, .collation = codes}});
+    {.name = "BillingInsuranceCode", .about = "biller's code, empty when unknown", .type = text,
+     .collation = codes}});
 constexpr auto kDiagnosisFamily = columns({
-    {.name = "DiagnosisFamilyCode"},
-    {.name = "DiagnosisFamilyDescription", .type = text}});
+    {.name = "DiagnosisFamilyCode", .about = "number"},
+    {.name = "DiagnosisFamilyDescription", .about = "name", .type = text}});
 constexpr auto kDiagnosis = columns({
-    {.name = "DiagnosisCode"},
+    {.name = "DiagnosisCode", .about = "number"},
     kDescription,
-    {.name = "DiagnosisFamilyCode", .parent = "DiagnosisFamily"},
-    {.name = "RealDiagnosisCode", .type = text},
-    {.name = "BillingDiagnosisCode", .type = text, .collation = codes},
+    {.name = "DiagnosisFamilyCode", .about = "group", .parent = "DiagnosisFamily"},
+    {.name = "RealDiagnosisCode", .about = "code of the diagnosis", .type = text},
+    {.name = "BillingDiagnosisCode", .about = "biller's code, empty when unknown", .type = text,
+     .collation = codes},
     kChecked});
 constexpr auto kProcedures = columns({
-    {.name = "ProcedureCode"},
+    {.name = "ProcedureCode", .about = "number"},
     kDescription,
-    {.name = "RealProcedureCode", .type = text},
-    {.name = "BillingProcedureCode", .type = text, .collation = codes},
+    {.name = "RealProcedureCode", .about = "code of the procedure", .type = text},
+    {.name = "BillingProcedureCode", .about = "biller's code, empty when unknown", .type = text,
+     .collation = codes},
     kChecked});
 constexpr auto kEvaluationManagement = columns({
-    {.name = "EMCode", .type = integer},
+    {.name = "EMCode", .about = "number", .type = integer},
     kDescription,
-    {.name = "FacilityTypeCode", .parent = "FacilityTypes"},
-    {.name = "ChargeTypeCode", .parent = "ChargeTypes"},
-    {.name = "AttentionTypeCode", .parent = "AttentionTypes"},
-    {.name = "BillingEMCode", .type = text, .collation = codes},
-    {.name = "RealEMCode", .type = text},
-    {.name = "ShowOnFirst"},
-    {.name = "ShowOnNext"},
-    {.name = "IsDischarge"}});
+    {.name = "FacilityTypeCode", .about = "kind of facility", .parent = "FacilityTypes"},
+    {.name = "ChargeTypeCode", .about = "patient's status", .parent = "ChargeTypes"},
+    {.name = "AttentionTypeCode", .about = "as what the doctor sees the patient",
+     .parent = "AttentionTypes"},
+    {.name = "BillingEMCode", .about = "biller's code, empty when unknown", .type = text,
+     .collation = codes},
+    {.name = "RealEMCode", .about = "code of the service", .type = text},
+    {.name = "ShowOnFirst", .about = "offered on a first visit: 0 no, 1 yes"},
+    {.name = "ShowOnNext", .about = "offered on further visits: 0 no, 1 yes"},
+    {.name = "IsDischarge", .about = "1 initial, 2 follow-up, 3 discharge"}});
 constexpr auto kFacility = columns({
-    {.name = "FacilityCode", .zeroIsNone = true},
+    {.name = "FacilityCode", .about = "number", .zeroIsNone = true},
     kDescription,
-    {.name = "FacilityTypeCode", .parent = "FacilityTypes"},
-    {.name = "BillingFacilityCode", .type = text, .collation = codes},
-    {.name = "BillingFacilityCodeOut", .type = text, .collation = codes}});
+    {.name = "FacilityTypeCode", .about = "kind of facility", .parent = "FacilityTypes"},
+    {.name = "BillingFacilityCode", .about = "biller's code for inpatients, empty when unknown",
+     .type = text, .collation = codes},
+    {.name = "BillingFacilityCodeOut", .about = "biller's code for outpatients", .type = text,
+     .collation = codes}});
 constexpr auto kFacilityWards = columns({
-    {.name = "WardCode", .zeroIsNone = true},
-    {.name = "FacilityCode", .parent = "Facility", .parentsPart = true},
+    {.name = "WardCode", .about = "number", .zeroIsNone = true},
+    {.name = "FacilityCode", .about = "facility", .parent = "Facility", .parentsPart = true},
     kDescription,
     kChecked});
 constexpr auto kDoctors = columns({
-    {.name = "DoctorCode", .zeroIsNone = true},
+    {.name = "DoctorCode", .about = "number", .zeroIsNone = true},
     kDescription,
-    {.name = "BillingDoctorCode", .type = text, .collation = codes}});
+    {.name = "BillingDoctorCode", .about = "biller's code, empty when unknown", .type = text,
+     .collation = codes}});
 constexpr auto kDoctorCoveringDoctors = columns({
-    {.name = "DoctorCode", .parent = "Doctors", .parentsPart = true},
-    {.name = "CoveringDoctorCode", .parent = "Doctors", .parentsPart = true}});
+    {.name = "DoctorCode", .about = "doctor", .parent = "Doctors", .parentsPart = true},
+    {.name = "CoveringDoctorCode", .about = "the one for whom that doctor covers",
+     .parent = "Doctors", .parentsPart = true}});
 constexpr auto kSickness = columns({
-    {.name = "SicknessCode"},
+    {.name = "SicknessCode", .about = "number"},
     kDescription,
-    {.name = "SicknessTypeCode", .parent = "SicknessType"},
+    {.name = "SicknessTypeCode", .about = "kind of history item", .parent = "SicknessType"},
     kChecked});
 constexpr auto kPatient = columns({
-    {.name = "PatientId", .zeroIsNone = true},
-    {.name = "Names", .type = text},
-    {.name = "DateOfBirth", .type = date, .optional = true},
-    {.name = "AccountNumber", .type = text, .collation = codes},
-    {.name = "InsuranceCode", .parent = "Insurance"},
-    {.name = "InFacilityCode", .parent = "Facility", .zeroIsNone = true},
-    {.name = "InWardCode", .parent = "FacilityWards", .zeroIsNone = true},
-    {.name = "InDoctorCode", .parent = "Doctors", .zeroIsNone = true},
-    {.name = "LastChargeDate", .type = date, .optional = true},
-    {.name = "ZITS", .type = dateTime, .optional = true}});
+    {.name = "PatientId", .about = "number", .zeroIsNone = true},
+    {.name = "Names", .about = "full name", .type = text},
+    {.name = "DateOfBirth", .about = "date of birth", .type = date, .optional = true},
+    {.name = "AccountNumber", .about = "account with the biller", .type = text, .collation = codes},
+    {.name = "InsuranceCode", .about = "insurance", .parent = "Insurance"},
+    {.name = "InFacilityCode", .about = "where the patient is admitted", .parent = "Facility",
+     .zeroIsNone = true},
+    {.name = "InWardCode", .about = "ward of the admission", .parent = "FacilityWards",
+     .zeroIsNone = true},
+    {.name = "InDoctorCode", .about = "attending doctor of the admission", .parent = "Doctors",
+     .zeroIsNone = true},
+    {.name = "LastChargeDate", .about = "1990-01-01 after a discharge", .type = date,
+     .optional = true},
+    {.name = "ZITS", .about = "last change of the row", .type = dateTime, .optional = true}});
 constexpr auto kPatientHistory = columns({
-    {.name = "PatientId", .parent = "Patient", .parentsPart = true},
-    {.name = "SicknessCode", .parent = "Sickness"},
-    {.name = "SicknessTypeCode", .parent = "SicknessType"}});
+    {.name = "PatientId", .about = "patient", .parent = "Patient", .parentsPart = true},
+    {.name = "SicknessCode", .about = "history item", .parent = "Sickness"},
+    {.name = "SicknessTypeCode", .about = "kind of history item", .parent = "SicknessType"}});
 constexpr auto kPatientDoctors = columns({
-    {.name = "PatientId", .parent = "Patient", .parentsPart = true},
-    {.name = "DoctorCode", .parent = "Doctors"},
-    {.name = "AttentionTypeCode", .parent = "AttentionTypes"},
-    {.name = "Frequency", .parent = "Frequency"}});
+    {.name = "PatientId", .about = "patient", .parent = "Patient", .parentsPart = true},
+    {.name = "DoctorCode", .about = "doctor", .parent = "Doctors"},
+    {.name = "AttentionTypeCode", .about = "as what the doctor sees the patient",
+     .parent = "AttentionTypes"},
+    {.name = "Frequency", .about = "how often the doctor visits", .parent = "Frequency"}});
 constexpr auto kPatientCharges = columns({
-    {.name = "PatientId", .parent = "Patient"},
-    {.name = "ChargeDate", .type = date},
-    {.name = "ChargeTime", .type = time},
-    {.name = "ChargeRealDate", .type = date},
-    {.name = "FacilityCode", .parent = "Facility"},
-    {.name = "EMCode", .type = integer, .parent = "EvaluationManagement"},
-    {.name = "DoctorCode", .parent = "Doctors"},
-    {.name = "ReferDoctorCode", .parent = "Doctors"},
-    {.name = "Status"},
-    {.name = "PrintLot", .type = integer, .optional = true}});
+    {.name = "PatientId", .about = "patient", .parent = "Patient"},
+    {.name = "ChargeDate", .about = "day on which it was entered", .type = date},
+    {.name = "ChargeTime", .about = "time at which it was entered", .type = time},
+    {.name = "ChargeRealDate", .about = "date of service", .type = date},
+    {.name = "FacilityCode", .about = "facility", .parent = "Facility"},
+    {.name = "EMCode", .about = "what it is primarily for", .type = integer,
+     .parent = "EvaluationManagement"},
+    {.name = "DoctorCode", .about = "doctor", .parent = "Doctors"},
+    {.name = "ReferDoctorCode", .about = "referring doctor", .parent = "Doctors"},
+    {.name = "Status", .about = "0 ready, 1 posted, 2 archived by hand, 3 archived"},
+    {.name = "PrintLot", .about = "lot in which it was posted", .type = integer,
+     .optional = true}});
 constexpr auto kChargeDiagnosis = columns({
-    {.name = "PatientId"},
-    {.name = "ChargeDate", .type = date},
-    {.name = "ChargeTime", .type = time},
-    {.name = "DiagnosisCode", .parent = "Diagnosis"}});
+    {.name = "PatientId", .about = "patient"},
+    {.name = "ChargeDate", .about = "day on which it was entered", .type = date},
+    {.name = "ChargeTime", .about = "time at which it was entered", .type = time},
+    {.name = "DiagnosisCode", .about = "diagnosis", .parent = "Diagnosis"}});
 constexpr auto kChargeProcedures = columns({
-    {.name = "PatientId"},
-    {.name = "ChargeDate", .type = date},
-    {.name = "ChargeTime", .type = time},
-    {.name = "ProcedureCode", .parent = "Procedures"}});
+    {.name = "PatientId", .about = "patient"},
+    {.name = "ChargeDate", .about = "day on which it was entered", .type = date},
+    {.name = "ChargeTime", .about = "time at which it was entered", .type = time},
+    {.name = "ProcedureCode", .about = "procedure", .parent = "Procedures"}});
 
 // None on Status alone, which would draw the planner away from the date; none on doctor, facility or
 // insurance, where reading the table is as quick; none for refused deletes.
@@ -147,19 +171,24 @@ constexpr auto kTables = std::to_array<SchemaTable>({
      .isLookup = true},
     {.name = "SicknessType", .about = "kinds of history item", .columns = kSicknessType,
      .isLookup = true},
-    {.name = "Insurance", .about = "insurance companies", .columns = kInsurance},
-    {.name = "DiagnosisFamily", .about = "groups of diagnoses", .columns = kDiagnosisFamily},
-    {.name = "Diagnosis", .about = "diagnoses", .columns = kDiagnosis, .users = "diagnoses"},
-    {.name = "Procedures", .about = "procedures", .columns = kProcedures},
+    {.name = "Insurance", .about = "insurance companies", .columns = kInsurance,
+     .isCatalogue = true},
+    {.name = "DiagnosisFamily", .about = "groups of diagnoses", .columns = kDiagnosisFamily,
+     .isCatalogue = true},
+    {.name = "Diagnosis", .about = "diagnoses", .columns = kDiagnosis, .isCatalogue = true,
+     .users = "diagnoses"},
+    {.name = "Procedures", .about = "procedures", .columns = kProcedures, .isCatalogue = true},
     {.name = "EvaluationManagement", .about = "what a charge is primarily for",
-     .columns = kEvaluationManagement},
-    {.name = "Facility", .about = "facilities", .columns = kFacility, .one = "facility"},
+     .columns = kEvaluationManagement, .isCatalogue = true},
+    {.name = "Facility", .about = "facilities", .columns = kFacility, .isCatalogue = true,
+     .one = "facility"},
     {.name = "FacilityWards", .about = "wards of the facilities", .columns = kFacilityWards,
-     .one = "ward"},
-    {.name = "Doctors", .about = "doctors", .columns = kDoctors, .one = "doctor"},
+     .isCatalogue = true, .one = "ward"},
+    {.name = "Doctors", .about = "doctors", .columns = kDoctors, .isCatalogue = true,
+     .one = "doctor"},
     {.name = "DoctorCoveringDoctors", .about = "which doctors a doctor covers for",
-     .columns = kDoctorCoveringDoctors, .keySize = 2},
-    {.name = "Sickness", .about = "history items", .columns = kSickness},
+     .columns = kDoctorCoveringDoctors, .keySize = 2, .isCatalogue = true},
+    {.name = "Sickness", .about = "history items", .columns = kSickness, .isCatalogue = true},
     {.name = "Patient", .about = "patients", .columns = kPatient, .users = "patients"},
     {.name = "PatientHistory", .about = "history items of the patients",
      .columns = kPatientHistory, .keySize = 3, .users = "patients",

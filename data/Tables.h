@@ -21,6 +21,7 @@ enum class Collation : std::uint8_t {
 
 struct SchemaColumn {
   std::string_view name;
+  std::string_view about;  // what it means, for whoever fills or reads a file of the table
   FieldType type = FieldType::smallint;
   Collation collation = Collation::letters;
   bool optional = false;      // takes no value, too
@@ -46,6 +47,7 @@ struct SchemaTable {
   std::span<const SchemaColumn> columns;
   std::size_t keySize = 1;     // so many columns from the first on are its key
   std::string_view owner{};    // the table with whose key its own begins, and whose row it follows
+  bool isCatalogue = false;    // a file may bring new contents for rows that stand
   bool isLookup = false;       // read by the program, never written; a new database has its rows
   bool hasRowNumbers = false;  // otherwise its rows stand in the order of the key, and come so
   std::span<const SchemaIndex> indexes{};

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "text/Moment.h"
+#include "tools/TableFile.h"
 
 // The commands of brantiwell-database. A path may be the address of a database on a server. Each
 // says what it did on `out`, one line a fact, and returns how it went. What stops it is raised:
@@ -35,21 +36,47 @@ struct Access {
   std::string group;
 };
 
-// An empty database with its lookup rows, and its workgroup file beside it. On a server there must
-// be an empty database; what is left to do there is told.
+// What a new database has beside its lookup rows.
+struct Beginning {
+  bool starter = false;    // concepts and groups of diagnoses with which an office can begin
+  bool changeLog = false;  // who changes what is written down from the first row on
+};
+
+// A new database, and its workgroup file beside it. On a server there must be an empty database;
+// what is left to do there is told.
 Exit createDatabase(const std::filesystem::path& path, std::ostream& out, const Access& access = {},
-                    bool keepsChangeLog = false);
+                    Beginning beginning = {});
 
 // The same with a fictional office in it, whose last charges are of `today`.
 Exit createPractice(const std::filesystem::path& path, Date today, std::ostream& out);
 
-// Loads a file a table (Table.tsv) into a database, all or nothing. Refused rows are listed on
-// `out`. `progress` hears how far it is; null for nobody.
+struct LoadOptions {
+  bool dryRun = false;  // nothing is stored
+  bool update = false;  // rows of catalogues may stand already, and get the file's contents
+  TextCode code = TextCode::utf8;
+};
+
+// Loads a file a table (Table.tsv, Table.csv) into a database, all or nothing. Refused rows are
+// listed on `out`. `progress` hears how far it is; null for nobody.
 Exit loadTables(const std::filesystem::path& path, const std::filesystem::path& folder,
-                std::ostream& out, std::ostream* progress);
+                std::ostream& out, std::ostream* progress, const LoadOptions& options = {});
+
+// As which of its two kinds a table's file is written (tools/TableFile.h).
+enum class TableForm : std::uint8_t { tabs, commas };
+
+// Writes all rows into a new folder, a file a table, as loadTables reads them. A table with tabs or
+// line ends in its texts is written with commas whatever was asked.
+Exit exportTables(const std::filesystem::path& path, const std::filesystem::path& folder,
+                  TableForm form, std::ostream& out);
+
+// The same files with nothing but their heads, to be filled in.
+Exit writeTemplates(const std::filesystem::path& folder, TableForm form, std::ostream& out);
 
 // Tells what the columns of the tables take, and which rows they name.
 Exit printTables(std::ostream& out);
+
+// The same as a section of the manual page.
+Exit printTablesManual(std::ostream& out);
 
 // Copies the office of one database into a new one, from a file to a server, back, or to another
 // file; all or nothing. The rows of both are compared at the end.

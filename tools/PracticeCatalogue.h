@@ -87,19 +87,4 @@ inline constexpr std::array<std::string_view, 19> kFirstNames{
     "Kitty", "Leopold", "Maud", "Ned", "Olive", "Percy", "Rosa", "Stella", "Tobias"};
 // clang-format on
 
-// A concept's words: "Hospital inpatient, first visit, short". Which of a doctor's visits and how
-// long it took; the sequence is that of the catalogue of concepts.
-struct Level {
-  std::string_view before;
-  std::string_view after;
-  std::int64_t sequence;
-};
-inline constexpr std::array kLevels{Level{"first", ", short", 1},   Level{"first", ", long", 1},
-                                    Level{"further", ", short", 2}, Level{"further", "", 2},
-                                    Level{"further", ", long", 2},  Level{"last", "", 3}};
-inline constexpr std::int64_t kUsualLevel = 3;
-
-inline constexpr std::array<std::string_view, 5> kPlaces{"Hospital", "Extended care", "Home",
-                                                         "Board and care", "Office"};
-
 }  // namespace bw::practice

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "text/Text.h"
+#include "tools/Concepts.h"
 #include "tools/PracticeCatalogue.h"
 #include "tools/TableRows.h"
 
@@ -29,11 +30,6 @@ constexpr Number kPostedAfter = 20;
 constexpr Number kArchivedAfter = 90;
 
 enum Status : Number { kReady = 0, kPosted = 1, kArchivedByHand = 2, kArchivedByRun = 3 };
-
-constexpr Number kInpatient = 1;
-constexpr Number kOutpatient = 2;
-constexpr Number kConsult = 1;
-constexpr Number kVisit = 2;
 
 Date daysBefore(Date date, Number days) { return {date.day - static_cast<std::int32_t>(days)}; }
 
@@ -62,7 +58,9 @@ class Office {
     fillDiagnoses();
     fillProcedures();
     fillHistoryItems();
-    fillConcepts();
+    fillConcepts(engine_, [](Number code) {
+      return ConceptCodes{.billing = billing("EM", code), .real = codeOf("Z", 200 + code)};
+    });
     fillFacilities();
     fillDoctors();
     fillPatients();
@@ -119,32 +117,6 @@ class Office {
           historyTypes_.push_back(kind.type);
           rows(static_cast<Number>(historyTypes_.size()), name, kind.type);
         }
-  }
-
-  // For every facility type, charge type and attention type as many concepts as there are levels.
-  void fillConcepts() {
-    TableRows rows(
-        engine_, "EvaluationManagement",
-        {"EMCode", "Description", "FacilityTypeCode", "ChargeTypeCode", "AttentionTypeCode",
-         "BillingEMCode", "RealEMCode", "ShowOnFirst", "ShowOnNext", "IsDischarge"});
-    for (Number type = 1; const std::string_view place : kPlaces) {
-      for (const Number chargeType : {kInpatient, kOutpatient})
-        for (const Number attention : {kConsult, kVisit})
-          for (Number level = 0; const auto& [before, after, sequence] : kLevels) {
-            const Number code = conceptOf(type, chargeType, attention, level++);
-            rows(code,
-                 concat(place, chargeType == kInpatient ? " inpatient, " : " outpatient, ", before,
-                        attention == kConsult ? " consult" : " visit", after),
-                 type, chargeType, attention, billing("EM", code), codeOf("Z", 200 + code),
-                 Number{sequence == 1}, Number{sequence != 1}, sequence);
-          }
-      ++type;
-    }
-  }
-
-  static Number conceptOf(Number facilityType, Number chargeType, Number attention, Number level) {
-    const Number combination = ((facilityType - 1) * 2 + chargeType - 1) * 2 + attention - 1;
-    return combination * static_cast<Number>(kLevels.size()) + level + 1;
   }
 
   void fillFacilities() {
@@ -233,7 +205,7 @@ class Office {
   // Mostly visits, every other one the usual.
   Number anyConcept(Number facilityType, Number chargeType) {
     const Number attention = any(6) == 0 ? kConsult : kVisit;
-    const Number level = any(2) == 0 ? kUsualLevel : any(kLevels.size());
+    const Number level = any(2) == 0 ? kUsualConceptLevel : any(kConceptLevels);
     return conceptOf(facilityType, chargeType, attention, level);
   }
 

@@ -5,10 +5,16 @@
 #include <fstream>
 #include <sstream>
 
+#include "text/CodePage.h"
 #include "text/RuntimeError.h"
+#include "text/Text.h"
+#include "tools/Commands.h"
 
 namespace bw {
 namespace {
+
+constexpr std::string_view kTsv = ".tsv";
+constexpr std::string_view kCsv = ".csv";
 
 std::string wholeText(const std::filesystem::path& file) {
   std::ifstream stream(file, std::ios::binary);
@@ -17,6 +23,32 @@ std::string wholeText(const std::filesystem::path& file) {
   if (!stream)
     throw RuntimeError(ErrorNumber::fileNotFound, "The file cannot be read: " + file.string());
   return std::move(text).str();
+}
+
+void appendUtf8(std::string& out, char16_t character) {
+  const auto add = [&out](unsigned byte) { out += static_cast<char>(byte); };
+  if (character < 0x80) return add(character);
+  if (character < 0x800)
+    add(0xC0U | character >> 6U);
+  else {
+    add(0xE0U | character >> 12U);
+    add(0x80U | (character >> 6U & 0x3FU));
+  }
+  add(0x80U | (character & 0x3FU));
+}
+
+std::string fromWindows1252(std::string_view name, std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size() + bytes.size() / 8);
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    const char16_t character = byte < 0x80 || byte >= 0xA0 ? byte : kWindows1252.at(byte - 0x80U);
+    if (character == 0 && byte != 0)
+      throw Refused(concat(name, ", line ", 1 + std::ranges::count(bytes.substr(0, i), '\n'),
+                           ": this is no text in Windows-1252."));
+    appendUtf8(text, character);
+  }
+  return text;
 }
 
 bool isContinuation(unsigned char byte) noexcept { return (byte & 0xC0U) == 0x80U; }
@@ -64,36 +96,82 @@ std::optional<Value> asValue(const std::optional<T>& moment) {
 
 }  // namespace
 
-TableFile::TableFile(const std::filesystem::path& file) : text_(wholeText(file)), rest_(text_) {
-  if (rest_.starts_with("\xEF\xBB\xBF")) rest_.remove_prefix(3);
+TableFile::TableFile(const std::filesystem::path& file, TextCode code)
+    : name_(file.filename().string()), text_(wholeText(file)), quotes_(tableEnding(file) == kCsv) {
+  if (code == TextCode::windows1252) text_ = fromWindows1252(name_, text_);
+  const std::string_view text = text_;
+  if (text.starts_with("\xEF\xBB\xBF")) at_ = 3;
+  if (quotes_) separator_ = text.find(',') < text.find('\n') ? ',' : ';';
   readCells();
   header_ = cells_;
 }
 
 const std::vector<std::string_view>* TableFile::next() {
-  if (rest_.empty()) return nullptr;
+  if (at_ == text_.size()) return nullptr;
   readCells();
   return &cells_;
 }
 
 double TableFile::done() const noexcept {
-  return text_.empty() ? 1
-                       : 1 - static_cast<double>(rest_.size()) / static_cast<double>(text_.size());
+  return text_.empty() ? 1 : static_cast<double>(at_) / static_cast<double>(text_.size());
 }
 
 void TableFile::readCells() {
-  const std::size_t end = std::min(rest_.find('\n'), rest_.size());
-  std::string_view line = rest_.substr(0, end);
-  rest_.remove_prefix(std::min(end + 1, rest_.size()));
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  ++line_;
+  line_ = nextLine_;
   cells_.clear();
-  for (;;) {
-    const std::size_t tab = line.find('\t');
-    cells_.push_back(line.substr(0, tab));
-    if (tab == std::string_view::npos) return;
-    line.remove_prefix(tab + 1);
+  do
+    cells_.push_back(quotes_ && at_ < text_.size() && text_[at_] == '"' ? quotedCell()
+                                                                        : plainCell());
+  while (stepsToCell());
+}
+
+bool TableFile::isAtEndOfCell() const noexcept {
+  return at_ == text_.size() || text_[at_] == separator_ || text_[at_] == '\n';
+}
+
+// Over what stands behind a cell; false at the end of the row.
+bool TableFile::stepsToCell() {
+  if (at_ == text_.size()) return false;
+  if (text_[at_++] == separator_) return true;
+  ++nextLine_;
+  return false;
+}
+
+std::string_view TableFile::plainCell() {
+  const std::size_t from = at_;
+  while (!isAtEndOfCell()) ++at_;
+  std::string_view cell(text_.data() + from, at_ - from);
+  const bool endsRow = at_ == text_.size() || text_[at_] == '\n';
+  if (endsRow && cell.ends_with('\r')) cell.remove_suffix(1);
+  return cell;
+}
+
+std::string_view TableFile::quotedCell() {
+  char* const begin = text_.data() + ++at_;
+  char* end = begin;
+  for (;; ++at_) {
+    const std::size_t quote = text_.find('"', at_);
+    if (quote == std::string::npos) refuse("a quoted cell does not end.");
+    const std::string_view piece(text_.data() + at_, quote - at_);
+    nextLine_ += static_cast<std::size_t>(std::ranges::count(piece, '\n'));
+    end = std::ranges::copy(piece, end).out;
+    at_ = quote + 1;
+    if (at_ == text_.size() || text_[at_] != '"') break;
+    *end++ = '"';
   }
+  if (at_ < text_.size() && text_[at_] == '\r') ++at_;
+  if (!isAtEndOfCell()) refuse("text stands behind the closing quote of a cell.");
+  return {begin, end};
+}
+
+void TableFile::refuse(std::string_view sentence) const {
+  throw Refused(concat(name_, ", line ", line_, ": ", sentence));
+}
+
+std::optional<std::string_view> tableEnding(const std::filesystem::path& file) {
+  for (const std::string_view ending : {kTsv, kCsv})
+    if (sameName(file.extension().string(), ending)) return ending;
+  return {};
 }
 
 std::optional<Value> cellValue(FieldType type, std::string_view cell) {
@@ -110,6 +188,14 @@ std::optional<Value> cellValue(FieldType type, std::string_view cell) {
     default:
       return integerIn(cell);
   }
+}
+
+std::string cellText(const Value& value) {
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
+  if (const auto* date = std::get_if<Date>(&value)) return isoDate(*date);
+  if (const auto* time = std::get_if<TimeOfDay>(&value)) return isoTime(*time);
+  if (const auto* moment = std::get_if<DateTime>(&value)) return isoDateTime(*moment);
+  return textOrEmpty(value);
 }
 
 }  // namespace bw

@@ -7,13 +7,12 @@
 #include <sstream>
 
 #include "data/Schema.h"
-#include "data/Tables.h"
 #include "engine/Connection.h"
 #include "engine/SqliteEngine.h"
+#include "tests/tools/DatabaseContent.h"
 #include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"
-#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {
@@ -44,6 +43,24 @@ TEST(CreateTest, MakesTwoPrivateFilesThatTheProgramOpens) {
       textOrEmpty(openSqlite(database.string())->read("PRAGMA journal_mode")->columns[0].value(0)),
       "wal");
   EXPECT_EQ(checkDatabase(database, out), Exit::done) << out.str();
+}
+
+TEST(CreateTest, TheStarterHasAChoiceForEveryChargeAndNoCodes) {
+  const TemporaryFolder folder;
+  std::ostringstream out;
+  createDatabase(folder / "a.db", out, {}, {.starter = true, .changeLog = true});
+  EXPECT_EQ(checkDatabase(folder / "a.db", out), Exit::done) << out.str();
+  const std::unique_ptr<Engine> engine = openSqlite(folder / "a.db");
+  // Every facility type, patient's status and attention, on a first visit and on further ones.
+  for (const char* visit : {"ShowOnFirst", "ShowOnNext"})
+    EXPECT_EQ(engine
+                  ->read(std::string("SELECT DISTINCT FacilityTypeCode, ChargeTypeCode, "
+                                     "AttentionTypeCode FROM EvaluationManagement WHERE "
+                                     "BillingEMCode = '' AND RealEMCode = '' AND ") +
+                         visit + " = 1")
+                  ->rowCount(),
+              20U);
+  EXPECT_GT(engine->read("SELECT * FROM DiagnosisFamily")->rowCount(), 0U);
 }
 
 TEST(CreateTest, GivesFilesAndNewFoldersToTheirOwner) {
@@ -99,16 +116,6 @@ TEST(CreateTest, LeavesNothingHalfMadeOnAFullDisk) {
   }
 }
 
-std::string contentOf(Engine& engine) {
-  std::string content;
-  for (const SchemaTable& table : schemaTables()) {
-    const std::shared_ptr<RowStore> rows = engine.read(concat("SELECT * FROM ", table.name));
-    for (std::size_t row = 0; row < rows->rowCount(); ++row)
-      for (const Column& column : rows->columns) content += textOrEmpty(column.value(row)) + "\t";
-  }
-  return content;
-}
-
 TEST(PracticeTest, HasSomethingForEveryView) {
   const TemporaryFolder folder;
   std::ostringstream out;
@@ -145,7 +152,7 @@ TEST(PracticeTest, HasSomethingForEveryView) {
             0U);
   // The same office on every computer.
   ASSERT_EQ(createPractice(folder / "b.db", today, out), Exit::done);
-  EXPECT_EQ(contentOf(*engine), contentOf(*openSqlite(folder / "b.db")));
+  EXPECT_EQ(contentOf(folder / "a.db"), contentOf(folder / "b.db"));
 }
 
 }  // namespace

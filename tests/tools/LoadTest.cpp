@@ -18,9 +18,9 @@ class LoadTest : public testing::Test {
     out_.str("");
   }
 
-  Exit load() {
+  Exit load(const LoadOptions& options = {}) {
     out_.str("");
-    return loadTables(database_, folder_ / "tables", out_, nullptr);
+    return loadTables(database_, folder_ / "tables", out_, nullptr, options);
   }
   void table(const std::string& name, const std::string& text) {
     folder_.write("tables/" + name + ".tsv", text);
@@ -92,6 +92,60 @@ TEST_F(LoadTest, NamesEveryRefusedRowAndLoadsNothing) {
             "0|0|");
 }
 
+TEST_F(LoadTest, ReadsWhatSpreadsheetsWrite) {
+  const LoadOptions windows{.code = TextCode::windows1252};
+  folder_.write("tables/Doctors.CSV",
+                "\"DoctorCode\";Description;BillingDoctorCode\r\n"
+                "1;\"M\xfcller; \"\"Jr.\"\"\r\n\x80\";\r\n"
+                "\"2\";5\" tube;\"\"\r\n");
+  ASSERT_EQ(load(windows), Exit::done) << out_.str();
+  EXPECT_EQ(cells("SELECT * FROM Doctors"), "1|Müller; \"Jr.\"\r\n€||2|5\" tube||");
+
+  const auto refusalOf = [&](const std::string& rows) -> std::string {
+    folder_.write("tables/Doctors.csv", "DoctorCode,Description,BillingDoctorCode\n" + rows);
+    try {
+      load(windows);
+    } catch (const Refused& refusal) {
+      return refusal.what();
+    }
+    return out_.str();
+  };
+  std::filesystem::remove(folder_ / "tables/Doctors.CSV");
+  EXPECT_EQ(refusalOf("3,\"a\nb\",\n4,\"open,\n5,c,\n"),
+            "Doctors.csv, line 4: a quoted cell does not end.");
+  EXPECT_EQ(refusalOf("3,\"a\"b,\n"),
+            "Doctors.csv, line 2: text stands behind the closing quote of a cell.");
+  EXPECT_EQ(refusalOf("3,a,\n4,\x81,\n"), "Doctors.csv, line 3: this is no text in Windows-1252.");
+  EXPECT_EQ(cells("SELECT count(*) FROM Doctors"), "2|");
+}
+
+TEST_F(LoadTest, UpdatesCataloguesAloneAndOnlyWhenAsked) {
+  table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n1\tMutual\tA\n2\tOld\t\n");
+  table("Patient", std::string(kPatientHeader) + "1\tAda\t\t\t1\t0\t0\t0\t\t\n");
+  ASSERT_EQ(load(), Exit::done) << out_.str();
+  std::filesystem::remove(folder_ / "tables/Patient.tsv");
+  table("Insurance",
+        "InsuranceCode\tDescription\tBillingInsuranceCode\n3\tNew\t\n1\tMUTUAL\tA\n2\tOld\t\n");
+  EXPECT_EQ(load(), Exit::refused);
+  EXPECT_EQ(load({.dryRun = true, .update = true}), Exit::done);
+  const std::string count = "Insurance: 3 rows (new: 1, changed: 1, as they stood: 1)\n";
+  EXPECT_EQ(out_.str(), count + "Only tried: 3 rows from " + (folder_ / "tables").string() +
+                            " would be taken. Nothing was loaded.\n");
+  const std::string all = "SELECT InsuranceCode, Description FROM Insurance";
+  EXPECT_EQ(cells(all), "1|Mutual|2|Old|");
+  ASSERT_EQ(load({.update = true}), Exit::done);
+  EXPECT_EQ(out_.str().substr(0, count.size()), count);
+  EXPECT_EQ(cells(all), "1|MUTUAL|2|Old|3|New|");
+
+  // A number that stands twice in the file, and a patient who is there.
+  table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n1\tA\t\n1\tB\t\n");
+  table("Patient", std::string(kPatientHeader) + "1\tEve\t\t\t1\t0\t0\t0\t\t\n");
+  EXPECT_EQ(load({.update = true}), Exit::refused);
+  EXPECT_NE(out_.str().find("Insurance.tsv, line 3, InsuranceCode"), std::string::npos);
+  EXPECT_NE(out_.str().find("Patient.tsv, line 2, PatientId"), std::string::npos);
+  EXPECT_EQ(cells(all) + cells("SELECT Names FROM Patient"), "1|MUTUAL|2|Old|3|New|Ada|");
+}
+
 TEST_F(LoadTest, NamesUnknownAndMissingColumns) {
   table("Doctors", "DoctorCode\tName\tdoctorcode\n1\tOne\t1\n");
   EXPECT_EQ(load(), Exit::refused);
@@ -107,12 +161,12 @@ TEST_F(LoadTest, TheListOfTablesTellsWhatFilesMayHold) {
   printTables(out_);
   for (const char* line :
        {"\nPatient: patients\n",
-        "\n  PatientId       a whole number from -32768 to 32767, not 0; key\n",
-        "\n  DateOfBirth     a date like 2021-03-09, or empty\n",
-        "\n  InWardCode      a whole number from -32768 to 32767; a row of FacilityWards, or 0 for "
-        "none\n",
-        "\n  Description     a text in UTF-8 of at most 255 characters\n",
-        "\n  checked       0; may be left out\n",
+        "\n  PatientId       number: a whole number from -32768 to 32767, not 0; key\n",
+        "\n  DateOfBirth     date of birth: a date like 2021-03-09, or empty\n",
+        "\n  InWardCode      ward of the admission: a whole number from -32768 to 32767; a row of "
+        "FacilityWards, or 0 for none\n",
+        "\n  Description     name: a text in UTF-8 of at most 255 characters\n",
+        "\n  checked       for the program alone: 0; may be left out\n",
         "\n  PatientId, ChargeDate, ChargeTime: a row of PatientCharges\n"})
     EXPECT_NE(out_.str().find(line), std::string::npos) << line << out_.str();
 }
