@@ -40,7 +40,8 @@ void ListModel::fill(std::shared_ptr<const RowStore> store,
   std::vector<std::ptrdiff_t> fields = fieldsOf(columns_, *store);
   if (fields.front() >= 0) {
     const Column& first = store->columns[static_cast<std::size_t>(fields.front())];
-    if (std::any_of(rows.begin(), rows.end(), [&](std::uint32_t row) { return first.isNull(row); }))
+    if (first.mayHoldNull() &&
+        std::any_of(rows.begin(), rows.end(), [&](std::uint32_t row) { return first.isNull(row); }))
       throw RuntimeError(ErrorNumber::invalidNull);
   }
   beginResetModel();

@@ -85,6 +85,29 @@ Settings connectionSettings(const std::string& address) {
   return all;
 }
 
+std::string connectionText(const std::string& address, const std::string& database) {
+  Settings settings = connectionSettings(address);
+  std::erase_if(settings, [](const auto& one) { return one.first == "dbname"; });
+  for (const auto& one : parsed(address)) settings.push_back(one);
+  if (!database.empty()) settings.emplace_back("dbname", database);
+  std::string text;
+  for (const auto& [name, value] : settings) {
+    text += concat(name, "='");
+    for (const char letter : value) {
+      if (letter == '\'' || letter == '\\') text += '\\';
+      text += letter;
+    }
+    text += "' ";
+  }
+  return text;
+}
+
+std::string databaseNameOf(const std::string& address) {
+  const Settings settings = parsed(address);
+  const std::string name = settingOf(settings, "dbname");
+  return name.empty() ? settingOf(settings, "user") : name;
+}
+
 bool holdsPassword(const std::string& address) {
   try {
     return !settingOf(parsed(address), "password").empty();

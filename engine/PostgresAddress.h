@@ -19,6 +19,12 @@ bool isServerAddress(std::string_view target) noexcept;
 // one that cannot be read.
 std::vector<std::pair<std::string, std::string>> connectionSettings(const std::string& address);
 
+// The same as one text, as the server's own programs take it; for another database if one is named.
+std::string connectionText(const std::string& address, const std::string& database = {});
+
+// The name of the database that an address means.
+std::string databaseNameOf(const std::string& address);
+
 // Whether it holds a password, which would stand for everybody to read. An address that cannot be
 // read holds none.
 bool holdsPassword(const std::string& address);

@@ -25,55 +25,60 @@ bool isMoment(FieldType type) noexcept {
 
 }  // namespace
 
-template <std::size_t kWidth>
-void Column::Block::packAs(const std::vector<std::int64_t>& values) {
-  width = kWidth;
-  bytes.resize(values.size() * kWidth);
-  for (std::size_t i = 0; i < values.size(); ++i) storeAs<kWidth>(i, values[i]);
-  bytes.shrink_to_fit();
-}
-
-template <std::size_t kWidth>
-bool Column::Block::storeAs(std::size_t index, std::int64_t raw) noexcept {
-  const std::uint64_t distance = static_cast<std::uint64_t>(raw) - static_cast<std::uint64_t>(base);
-  if (raw != kNull && (raw < base || distance >= kNullCode<kWidth>)) return false;
-  const std::uint64_t code = raw == kNull ? kNullCode<kWidth> : distance;
-  std::memcpy(bytes.data() + index * kWidth, &code, kWidth);
-  return true;
-}
-
-bool Column::Block::store(std::size_t index, std::int64_t raw) noexcept {
-  switch (width) {
-    case 1:
-      return storeAs<1>(index, raw);
-    case 2:
-      return storeAs<2>(index, raw);
-    case 3:
-      return storeAs<3>(index, raw);
-    case 4:
-      return storeAs<4>(index, raw);
-    default:
-      return storeAs<8>(index, raw);
+// The width for values of that range, and what else a code is read with.
+void Column::Block::fit(const std::vector<std::int64_t>& values) {
+  std::int64_t lowest = std::numeric_limits<std::int64_t>::max();
+  std::int64_t highest = std::numeric_limits<std::int64_t>::min();
+  mayHoldNull = false;
+  for (const std::int64_t value : values) {
+    mayHoldNull |= value == kNull;
+    lowest = std::min(lowest, value == kNull ? lowest : value);
+    highest = std::max(highest, value);  // Null is the lowest number of all
   }
+  base = highest == kNull ? 0 : lowest;
+  const std::uint64_t range =
+      highest == kNull ? 0
+                       : static_cast<std::uint64_t>(highest) - static_cast<std::uint64_t>(lowest);
+  const auto bits = static_cast<unsigned>(std::bit_width(range + 1));
+  width = static_cast<std::uint8_t>(bits > kMostShifted ? kWhole : bits);
+  nullCode = ~std::uint64_t{0} >> (kWhole - width);
 }
 
 void Column::Block::pack(const std::vector<std::int64_t>& values) {
-  std::int64_t lowest = std::numeric_limits<std::int64_t>::max();
-  std::int64_t highest = std::numeric_limits<std::int64_t>::min();
+  fit(values);
+  bytes.assign(values.size() * width / 8 + 2 * sizeof(std::uint64_t), 0);
+  bytes.shrink_to_fit();
+  std::uint8_t* at = bytes.data();
+  std::uint64_t word = 0;
+  unsigned used = 0;  // bits of the word
   for (const std::int64_t value : values) {
-    if (value == kNull) continue;
-    lowest = std::min(lowest, value);
-    highest = std::max(highest, value);
+    const std::uint64_t code = codeOf(value);
+    word |= code << used;
+    used += width;
+    if (used < kWhole) continue;
+    std::memcpy(at, &word, sizeof word);
+    at += sizeof word;
+    used -= kWhole;
+    word = used == 0 ? 0 : code >> (width - used);
   }
-  base = lowest > highest ? 0 : lowest;
-  const std::uint64_t range =
-      lowest > highest ? 0
-                       : static_cast<std::uint64_t>(highest) - static_cast<std::uint64_t>(lowest);
-  if (range < kNullCode<1>) return packAs<1>(values);
-  if (range < kNullCode<2>) return packAs<2>(values);
-  if (range < kNullCode<3>) return packAs<3>(values);
-  if (range < kNullCode<4>) return packAs<4>(values);
-  packAs<8>(values);
+  std::memcpy(at, &word, sizeof word);
+}
+
+std::int64_t Column::Block::highest() const noexcept {
+  constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+  const std::uint64_t above = static_cast<std::uint64_t>(kMost) - static_cast<std::uint64_t>(base);
+  return nullCode > above ? kMost : base + static_cast<std::int64_t>(nullCode - 1);
+}
+
+bool Column::Block::store(std::size_t index, std::int64_t raw) noexcept {
+  if (raw != kNull && (raw < base || codeOf(raw) >= nullCode)) return false;
+  mayHoldNull |= raw == kNull;
+  const std::size_t bit = index * width;
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes.data() + bit / 8, sizeof word);
+  word = (word & ~(nullCode << bit % 8)) | codeOf(raw) << bit % 8;
+  std::memcpy(bytes.data() + bit / 8, &word, sizeof word);
+  return true;
 }
 
 void Column::seal() {
@@ -162,9 +167,12 @@ bool Column::isLookedUpBy(const Column& key) const noexcept {
   return lookUp_ != nullptr && &lookUp_->key() == &key;
 }
 
-std::int64_t Column::foundByKey(std::size_t row) const noexcept {
-  const std::uint32_t found = lookUp_->row(row);
+std::int64_t Column::rawFound(std::uint32_t found) const noexcept {
   return found == KeyIndex::kNone ? kNull : held(found);
+}
+
+std::int64_t Column::foundByKey(std::size_t row) const noexcept {
+  return rawFound(lookUp_->row(row));
 }
 
 std::int64_t Column::lookedUp(std::size_t row) const noexcept {
@@ -173,6 +181,28 @@ std::int64_t Column::lookedUp(std::size_t row) const noexcept {
     if (own != written_.end()) return own->second;
   }
   return foundByKey(row);
+}
+
+Column::Bounds Column::bounds() const noexcept {
+  if (isText()) return {0, static_cast<std::int64_t>(dictionary_.size()) - 1};
+  Bounds bounds;
+  const auto take = [&bounds](std::int64_t raw) {
+    if (raw == kNull) return;
+    bounds.lowest = std::min(bounds.lowest, raw);
+    bounds.highest = std::max(bounds.highest, raw);
+  };
+  for (const Block& block : blocks_) {
+    take(block.base);
+    take(block.highest());
+  }
+  for (const std::int64_t raw : open_) take(raw);
+  for (const auto& [row, raw] : written_) take(raw);
+  return bounds;
+}
+
+bool Column::mayHoldNull() const noexcept {
+  return lookUp_ != nullptr || std::ranges::any_of(blocks_, &Block::mayHoldNull) ||
+         std::ranges::find(open_, kNull) != open_.end();
 }
 
 Value Column::value(std::size_t row) const {

@@ -22,7 +22,7 @@ static_assert(std::endian::native == std::endian::little, "Column packs the low 
 
 // One column of a row store. Every value is kept as one whole number, its raw value: the integer
 // itself, the day of a date, the second of a time, day * 86400 + second of both, the dictionary's
-// number of a text. Blocks of rows are packed to 1, 2, 3, 4 or 8 bytes a value, by their range.
+// number of a text. Blocks of rows are packed to as many bits a value as their range needs.
 //
 // A looked-up column holds the values of another store's rows; a row has that of the row which its
 // key names. Everything else about it is like in a column that holds a value for each row.
@@ -63,6 +63,15 @@ class Column {
   // Lets a row of a looked-up column keep its value when its key changes.
   void keep(std::size_t row) { written_.try_emplace(static_cast<std::uint32_t>(row), raw(row)); }
 
+  // Of a looked-up column: null for one that holds a value for each row.
+  const RowLookUp* lookUp() const noexcept { return lookUp_.get(); }
+  // What the row of the other store has.
+  std::int64_t rawFound(std::uint32_t found) const noexcept;
+  // What stands over that, by row.
+  const std::unordered_map<std::uint32_t, std::int64_t>& written() const noexcept {
+    return written_;
+  }
+
   Value value(std::size_t row) const;
   bool isNull(std::size_t row) const noexcept { return raw(row) == kNull; }
   std::int64_t raw(std::size_t row) const noexcept {
@@ -74,6 +83,15 @@ class Column {
 
   // Stores a value that fits the column's type already (see convertedTo).
   void set(std::size_t row, const Value& value);
+
+  // No value lies beyond these; of texts the ranks do not.
+  struct Bounds {
+    std::int64_t lowest = std::numeric_limits<std::int64_t>::max();
+    std::int64_t highest = std::numeric_limits<std::int64_t>::min();
+  };
+  Bounds bounds() const noexcept;
+  // False when no row is without a value, for sure.
+  bool mayHoldNull() const noexcept;
 
   // Keys that order like the values, without regard to the case of texts; Null is the lowest.
   // Ranks stay valid until the column grows or changes.
@@ -90,42 +108,36 @@ class Column {
  private:
   static constexpr std::size_t kBlockRows = 1U << 14U;
 
-  // Values less `base`, lowest byte first, one code above the range standing for Null.
+  // Values less `base`, packed bit behind bit; the highest code stands for Null.
   struct Block {
     std::int64_t base = 0;
-    std::uint8_t width = 0;
-    std::vector<std::uint8_t> bytes;
+    std::uint64_t nullCode = 0;  // all bits of a code
+    std::uint8_t width = 0;      // bits a value: up to kMostShifted, or kWhole
+    bool mayHoldNull = false;
+    std::vector<std::uint8_t> bytes;  // and a word behind the last value
+
+    static constexpr unsigned kWhole = 64;
+    static constexpr unsigned kMostShifted = 57;  // wherever it begins in a byte, a word holds it
+
     std::int64_t raw(std::size_t index) const noexcept {
-      const std::uint8_t* at = bytes.data() + index * width;
-      switch (width) {
-        case 1:
-          return unpack<1>(at);
-        case 2:
-          return unpack<2>(at);
-        case 3:
-          return unpack<3>(at);
-        case 4:
-          return unpack<4>(at);
-        default:
-          return unpack<8>(at);
-      }
-    }
-    template <std::size_t kWidth>
-    static constexpr std::uint64_t kNullCode = ~std::uint64_t{0} >> (64 - 8 * kWidth);
-    template <std::size_t kWidth>
-    std::int64_t unpack(const std::uint8_t* at) const noexcept {
-      std::uint64_t code = 0;
-      std::memcpy(&code, at, kWidth);
-      if (code == kNullCode<kWidth>) return kNull;
+      const std::size_t bit = index * width;
+      std::uint64_t word = 0;
+      std::memcpy(&word, bytes.data() + bit / 8, sizeof word);
+      const std::uint64_t code = (word >> bit % 8) & nullCode;
+      if (code == nullCode) return kNull;
       return static_cast<std::int64_t>(static_cast<std::uint64_t>(base) + code);
     }
-    template <std::size_t kWidth>
-    void packAs(const std::vector<std::int64_t>& values);
-    template <std::size_t kWidth>
-    bool storeAs(std::size_t index, std::int64_t raw) noexcept;
+    std::int64_t highest() const noexcept;  // that fits
     void pack(const std::vector<std::int64_t>& values);
     // Overwrites one value; false when it does not fit the block's base and width.
     bool store(std::size_t index, std::int64_t raw) noexcept;
+
+   private:
+    std::uint64_t codeOf(std::int64_t raw) const noexcept {
+      return raw == kNull ? nullCode
+                          : static_cast<std::uint64_t>(raw) - static_cast<std::uint64_t>(base);
+    }
+    void fit(const std::vector<std::int64_t>& values);
   };
 
   std::int64_t held(std::size_t index) const noexcept {
@@ -151,8 +163,8 @@ class Column {
   std::size_t sealed_ = 0;
   std::vector<std::int64_t> open_;
   TextDictionary dictionary_;
-  std::shared_ptr<const RowLookUp> lookUp_;                  // of a looked-up column
-  std::unordered_map<std::uint32_t, std::int64_t> written_;  // over what its keys find, by row
+  std::shared_ptr<const RowLookUp> lookUp_;  // of a looked-up column
+  std::unordered_map<std::uint32_t, std::int64_t> written_;
 };
 
 }  // namespace bw

@@ -52,6 +52,14 @@ KeyIndex KeyIndex::through(const Column& foreign, const KeyIndex& next) const {
   return KeyIndex(std::move(found));
 }
 
+std::vector<std::uint32_t> KeyIndex::rowsByPlace() const {
+  if (!sparse_.empty()) return {};
+  std::vector<std::uint32_t> rows = dense_;
+  std::ranges::replace(rows, kNone, otherwise_);
+  rows.push_back(otherwise_);
+  return rows;
+}
+
 std::uint32_t KeyIndex::inSparse(std::int64_t key) const noexcept {
   const auto found = std::lower_bound(sparse_.begin(), sparse_.end(), Entry{key, 0});
   return found == sparse_.end() || found->first != key ? otherwise_ : found->second;

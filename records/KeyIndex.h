@@ -21,6 +21,15 @@ class KeyIndex {
   // The row that stands for every key without one, kNone at first.
   void setOtherwise(std::uint32_t row) noexcept { otherwise_ = row; }
 
+  // Where a key's row stands among rowsByPlace(); in no place there: the last one.
+  std::size_t place(std::int64_t key) const noexcept {
+    const std::uint64_t place =
+        static_cast<std::uint64_t>(key) - static_cast<std::uint64_t>(lowest_);
+    return place < dense_.size() ? static_cast<std::size_t>(place) : dense_.size();
+  }
+  // Nothing when the keys lie far apart.
+  std::vector<std::uint32_t> rowsByPlace() const;
+
   // kNone also for Column::kNull.
   std::uint32_t row(std::int64_t key) const noexcept {
     if (key == Column::kNull) return kNone;
@@ -52,6 +61,7 @@ class RowLookUp {
   RowLookUp(const Column& key, KeyIndex rows) : key_(key), rows_(std::move(rows)) {}
 
   const Column& key() const noexcept { return key_; }
+  const KeyIndex& rows() const noexcept { return rows_; }
   std::uint32_t row(std::size_t of) const noexcept { return rows_.row(key_.raw(of)); }
 
  private:

@@ -5,6 +5,8 @@
 #include <limits>
 #include <numeric>
 
+#include "records/RowCodes.h"
+
 namespace bw {
 namespace {
 
@@ -15,7 +17,8 @@ constexpr unsigned kMostDigitBits = 16;
 template <class Key>
 class Digit {
  public:
-  Digit(unsigned shift, unsigned bits) : shift_(shift), mask_((Key{1} << bits) - 1) {}
+  Digit(unsigned shift, unsigned bits)
+      : shift_(shift), mask_(static_cast<Key>((std::uint64_t{1} << bits) - 1)) {}
 
   void distribute(const std::vector<std::uint32_t>& rows, const std::vector<Key>& keys,
                   std::vector<std::uint32_t>& rowsOut, std::vector<Key>* keysOut) const {
@@ -53,38 +56,21 @@ void sortByKeys(std::vector<std::uint32_t>& rows, std::vector<Key>& keys, unsign
   }
 }
 
-struct Bounds {
-  std::int64_t lowest = std::numeric_limits<std::int64_t>::max();
-  std::int64_t highest = std::numeric_limits<std::int64_t>::min();
-};
-
-Bounds boundsOf(const std::vector<std::uint32_t>& rows, const Column& column) {
-  if (column.isText()) return {0, static_cast<std::int64_t>(column.dictionary().size()) - 1};
-  Bounds bounds;
-  for (const std::uint32_t row : rows) {
-    const std::int64_t raw = column.raw(row);
-    if (raw == Column::kNull) continue;
-    bounds.lowest = std::min(bounds.lowest, raw);
-    bounds.highest = std::max(bounds.highest, raw);
-  }
-  return bounds;
-}
-
 std::uint64_t distance(std::int64_t from, std::int64_t to) noexcept {
   return static_cast<std::uint64_t>(to) - static_cast<std::uint64_t>(from);
 }
 
 // A missing value becomes 0, the others count from 1 or, descending, from the highest down.
 template <class Key>
-void sortByColumn(std::vector<std::uint32_t>& rows, const Column& column, Bounds bounds,
+void sortByColumn(std::vector<std::uint32_t>& rows, const Column& column, Column::Bounds bounds,
                   bool descending) {
   const std::uint64_t range = distance(bounds.lowest, bounds.highest) + 1;
-  std::vector<Key> keys(rows.size());
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    const std::int64_t rank = column.rank(column.raw(rows[i]));
+  const auto keyOf = [&](std::int64_t raw) {
+    const std::int64_t rank = column.rank(raw);
     const std::uint64_t up = rank == Column::kNull ? 0 : distance(bounds.lowest, rank) + 1;
-    keys[i] = static_cast<Key>(descending ? range - up : up);
-  }
+    return static_cast<Key>(descending ? range - up : up);
+  };
+  std::vector<Key> keys = RowCodes<Key, decltype(keyOf)>(column, keyOf).of(rows);
   sortByKeys(rows, keys, static_cast<unsigned>(std::bit_width(range)));
 }
 
@@ -102,9 +88,12 @@ bool isHeadOf(const std::vector<BoundSort>& keys, const std::vector<BoundSort>& 
 void sortStably(std::vector<std::uint32_t>& rows, const RowStore& store, BoundSort key) {
   const Column& column = store.columns[key.column];
   column.prepareRanks();
-  const Bounds bounds = boundsOf(rows, column);
+  const Column::Bounds bounds = column.bounds();
   if (bounds.lowest > bounds.highest) return;  // nothing but missing values
-  if (distance(bounds.lowest, bounds.highest) < std::numeric_limits<std::uint32_t>::max())
+  const std::uint64_t range = distance(bounds.lowest, bounds.highest);
+  if (range < std::numeric_limits<std::uint16_t>::max())
+    sortByColumn<std::uint16_t>(rows, column, bounds, key.descending);
+  else if (range < std::numeric_limits<std::uint32_t>::max())
     sortByColumn<std::uint32_t>(rows, column, bounds, key.descending);
   else
     sortByColumn<std::uint64_t>(rows, column, bounds, key.descending);

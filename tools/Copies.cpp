@@ -1,5 +1,7 @@
 #include "tools/Copies.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <fstream>
@@ -9,16 +11,19 @@
 
 #include "core/ApoyoRegistry.h"
 #include "engine/EngineMakers.h"
+#include "engine/PostgresAddress.h"
 #include "engine/Workgroup.h"
 #include "text/Formats.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
+#include "tools/Commands.h"
 
 namespace bw {
 namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kDump = ".dump";  // of a database on a server
 constexpr std::string_view kMoment = "0000-00-00-000000";
 constexpr std::int32_t kDay = 86'400;  // seconds
 
@@ -28,11 +33,17 @@ bool isMoment(std::string_view text) {
          });
 }
 
-std::string prefixOf(const fs::path& database) { return database.stem().string() + "-"; }
-
-fs::path pathOf(const fs::path& folder, const fs::path& database, const std::string& moment) {
-  return folder / (prefixOf(database) + moment + database.extension().string());
-}
+// What the names of its copies begin and end with.
+struct Names {
+  explicit Names(const fs::path& database) {
+    const bool isFile = !isServerAddress(database.string());
+    prefix = concat(isFile ? database.stem().string() : databaseNameOf(database.string()), "-");
+    std::ranges::replace(prefix, '/', '_');
+    extension = isFile ? database.extension().string() : kDump;
+  }
+  std::string prefix;
+  std::string extension;
+};
 
 }  // namespace
 
@@ -42,6 +53,8 @@ fs::path Copy::workgroup() const { return workgroupPathOf(file.string()); }
 std::vector<fs::path> copiesFolders(const fs::path& database) {
   const std::string set = installationText("CopiesFolder");
   const std::string second = installationText("SecondCopiesFolder");
+  if (set.empty() && isServerAddress(database.string()))
+    throw Refused("Say a folder for the copies.");
   std::vector<fs::path> folders{set.empty() ? database.parent_path() / "copies" : fs::path(set)};
   if (!second.empty()) folders.emplace_back(second);
   return folders;
@@ -54,21 +67,42 @@ std::vector<Copy> copiesOf(const fs::path& database) {
 std::vector<Copy> copiesIn(const fs::path& folder, const fs::path& database) {
   std::vector<Copy> copies;
   if (!fs::is_directory(folder)) return copies;
-  const std::string prefix = prefixOf(database);
+  const Names names(database);
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     const std::string stem = entry.path().stem().string();
-    if (entry.path().extension() != database.extension() || !stem.starts_with(prefix)) continue;
-    if (std::string moment = stem.substr(prefix.size()); isMoment(moment))
+    if (entry.path().extension() != names.extension || !stem.starts_with(names.prefix)) continue;
+    if (std::string moment = stem.substr(names.prefix.size()); isMoment(moment))
       copies.push_back({entry.path(), std::move(moment)});
   }
   std::ranges::sort(copies, {}, &Copy::moment);
   return copies;
 }
 
+fs::path begunCopy(const fs::path& folder, const fs::path& database) {
+  return folder / concat(".", Names(database).prefix, getpid(), ".new");
+}
+
+void sweepCopies(const fs::path& folder, const fs::path& database) {
+  const std::string prefix = Names(database).prefix;
+  std::vector<fs::path> left;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    const std::string name = entry.path().filename().string();
+    if (name.starts_with("." + prefix) && name.find(".new") != std::string::npos)
+      left.push_back(entry.path());
+    const fs::path copy = folder / entry.path().stem();
+    if (name.ends_with(".sum") && name.starts_with(prefix) && !fs::exists(copy)) {
+      left.push_back(entry.path());
+      left.emplace_back(workgroupPathOf(copy.string()));
+    }
+  }
+  for (const fs::path& file : left) fs::remove(file);
+}
+
 Copy newCopy(const fs::path& folder, const fs::path& database, DateTime moment) {
+  const Names names(database);
   for (;;) {
     const std::string name = Format(moment, "yyyy-mm-dd-hhMMss");
-    Copy copy{pathOf(folder, database, name), name};
+    Copy copy{folder / concat(names.prefix, name, names.extension), name};
     if (!fs::exists(fs::symlink_status(copy.file))) return copy;
     if (++moment.time.second == kDay) moment = {{moment.date.day + 1}, {0}};
   }
@@ -123,7 +157,10 @@ void drop(const Copy& copy) {
 int ageInDays(const std::vector<Copy>& copies) {
   if (copies.empty()) return -1;
   std::error_code error;
-  const fs::file_time_type known = fs::last_write_time(copies.back().sums(), error);
+  const Copy& newest = copies.back();
+  const bool hasSums = newest.file.extension() != kDump;
+  const fs::file_time_type known =
+      fs::last_write_time(hasSums ? newest.sums() : newest.file, error);
   if (error) return -1;
   return static_cast<int>(
       std::chrono::floor<std::chrono::days>(fs::file_time_type::clock::now() - known).count());

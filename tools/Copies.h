@@ -9,10 +9,11 @@
 
 namespace bw {
 
-// A copy of a database is three files in a folder, named by the database and the moment: the
+// A copy of a database file is three files in a folder, named by the database and the moment: the
 // database, its workgroup file, and the sums of its tables (.sum), whose time tells when the copy
 // was last known to hold what the database holds. The database's file is named last and dropped
-// first, so that whatever has its name is whole.
+// first, so that whatever has its name is whole. A copy of a database on a server is one file, by
+// the server's own program (ServerDumps.h).
 struct Copy {
   std::filesystem::path file;
   std::string moment;  // "2026-11-25-101500", local time
@@ -25,7 +26,7 @@ struct Copy {
 inline constexpr int kOldInDays = 7;
 
 // The folders that are set for the copies of a database on this computer: the first is made when it
-// is not there; a second must be.
+// is not there; a second must be. Raises Refused when none is set for a database on a server.
 std::vector<std::filesystem::path> copiesFolders(const std::filesystem::path& database);
 
 // The copies of a database in the first of them.
@@ -34,6 +35,12 @@ std::vector<Copy> copiesOf(const std::filesystem::path& database);
 // The copies of a database in a folder, the oldest first; none when there is no such folder.
 std::vector<Copy> copiesIn(const std::filesystem::path& folder,
                            const std::filesystem::path& database);
+
+// Removes what a run that was ended before left: nothing of it counts as a copy.
+void sweepCopies(const std::filesystem::path& folder, const std::filesystem::path& database);
+// Under which name a copy is begun.
+std::filesystem::path begunCopy(const std::filesystem::path& folder,
+                                const std::filesystem::path& database);
 
 // The next name in a folder that is not taken, from a moment on.
 Copy newCopy(const std::filesystem::path& folder, const std::filesystem::path& database,

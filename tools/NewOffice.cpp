@@ -1,5 +1,6 @@
 #include "tools/NewOffice.h"
 
+#include "data/Schema.h"
 #include "engine/PostgresAddress.h"
 #include "tools/Commands.h"
 #include "tools/NewDatabase.h"
@@ -12,7 +13,8 @@ void makeOffice(const std::filesystem::path& path, const std::function<void(Engi
   if (!isServerAddress(path.string())) return makeDatabase(path, fill, access);
   if (!access.owner.empty() || !access.group.empty())
     throw Refused("A database on a server has no owner on this computer.");
-  makeServerDatabase(path.string(), fill, out);
+  makeServerDatabase(
+      path.string(), [&fill](Engine& engine) { createSchema(engine, fill); }, out);
 }
 
 void refuseBadTarget(const std::filesystem::path& path) {

@@ -1,16 +1,17 @@
 #include "tools/Registered.h"
 
 #include "core/ApoyoRegistry.h"
+#include "engine/PostgresAddress.h"
 #include "tools/Commands.h"
 
 namespace bw {
 
 std::filesystem::path givenOrRegistered(const std::filesystem::path& path) {
-  if (!path.empty()) return path;
-  std::string registered = installationText("Database");
-  if (registered.empty())
+  const std::filesystem::path target =
+      path.empty() ? std::filesystem::path(installationText("Database")) : path;
+  if (target.empty())
     throw Refused("No database is registered on this computer: say which one you mean.");
-  return registered;
+  return isServerAddress(target.string()) ? target : std::filesystem::absolute(target);
 }
 
 }  // namespace bw

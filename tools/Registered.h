@@ -4,7 +4,8 @@
 
 namespace bw {
 
-// The path, or where it is empty the database that is registered. Raises Refused when none is.
+// The whole path or address, or where it is empty that of the database that is registered. Raises
+// Refused when none is.
 std::filesystem::path givenOrRegistered(const std::filesystem::path& path);
 
 }  // namespace bw

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <system_error>
 
+#include "engine/PostgresAddress.h"
 #include "engine/Refusals.h"
 #include "engine/Workgroup.h"
 #include "files/Files.h"
@@ -15,6 +16,7 @@
 #include "tools/Commands.h"
 #include "tools/Copies.h"
 #include "tools/Registered.h"
+#include "tools/ServerDumps.h"
 
 namespace bw {
 namespace {
@@ -119,7 +121,8 @@ std::vector<TablePrint> prepare(const Copy& copy, const fs::path& prepared) {
 }  // namespace
 
 Exit restoreDatabase(const fs::path& from, const fs::path& given, DateTime now, std::ostream& out) {
-  const fs::path database = fs::absolute(givenOrRegistered(given));
+  const fs::path database = givenOrRegistered(given);
+  if (isServerAddress(database.string())) return restoreDump(from, database.string(), out);
   const Copy copy{fs::absolute(from), {}};
   if (!fs::is_regular_file(copy.file))
     throw RuntimeError(ErrorNumber::fileNotFound, "There is no copy " + copy.file.string());

@@ -3,7 +3,6 @@
 #include <ostream>
 #include <vector>
 
-#include "data/Schema.h"
 #include "engine/EngineMakers.h"
 #include "engine/EngineTransaction.h"
 #include "text/Text.h"
@@ -101,12 +100,12 @@ class NewOffice {
 
 }  // namespace
 
-void makeServerDatabase(const std::string& address, const std::function<void(Engine&)>& fill,
+void makeServerDatabase(const std::string& address, const std::function<void(Engine&)>& make,
                         std::ostream& out) {
   const std::unique_ptr<Engine> engine = openEngine(address);
   const NewOffice office(*engine);
   office.refuseUnfit();
-  createSchema(*engine, fill);
+  make(*engine);
   office.tellWhatIsLeft(out, office.makeRole());
 }
 

@@ -8,11 +8,11 @@
 
 namespace bw {
 
-// Makes the tables of an office in an empty database on a server, all or nothing, and a group role
-// that may read and write their rows and nothing else. Says on `out` what is left to do for whoever
+// Makes the tables of an office in an empty database on a server by `make`, and a group role that
+// may read and write their rows and nothing else. Says on `out` what is left to do for whoever
 // administers the server. Raises Refused for a database that holds something, or whose texts would
 // compare otherwise than in a file.
-void makeServerDatabase(const std::string& address, const std::function<void(Engine&)>& fill,
+void makeServerDatabase(const std::string& address, const std::function<void(Engine&)>& make,
                         std::ostream& out);
 
 }  // namespace bw

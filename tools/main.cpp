@@ -65,11 +65,12 @@ constexpr const char* kBackupHelp =
     "The copy is checked before it counts; an unchanged database is not copied again. The last 20\n"
     "copies stay, and the last of each month. Without DATABASE the registered one; without FOLDER\n"
     "the folders of the machine settings CopiesFolder (otherwise \"copies\" beside the database)\n"
-    "and SecondCopiesFolder.";
+    "and SecondCopiesFolder. Of a database on a server it is the server's own dump (pg_dump),\n"
+    "restored for trial where the account may make a database.";
 constexpr const char* kCopiesHelp = "List the copies of a database with size, rows and verdict.";
 constexpr const char* kRestoreHelp =
     "Put a copy in a database's place. Close the program first. What was there is kept under a\n"
-    "name with date and time.";
+    "name with date and time. On a server the database must be a new, empty one.";
 constexpr const char* kCopyHelp =
     "Copy an office into a new database: from a file to a server, back, or to another file.\n"
     "All or nothing; the rows of both are compared at the end.";

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
@@ -31,6 +32,8 @@ class CodeBooksTest : public FormsTest {
     return control<QLineEdit>(window, name);
   }
   static void press(QWidget& box, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    box.activateWindow();  // another one may just have gone
+    QApplication::processEvents();
     box.setFocus();
     QTest::keyClick(&box, key, modifiers);
   }

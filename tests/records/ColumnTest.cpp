@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <random>
 
 #include "tests/records/Rows.h"
@@ -103,20 +104,35 @@ INSTANTIATE_TEST_SUITE_P(Kinds, ColumnTest, ::testing::ValuesIn(kKinds),
                          [](const auto& test) { return std::string(test.param.name); });
 
 TEST(ColumnTypesTest, WidthsAreChosenByTheRangeOfABlock) {
+  constexpr std::int64_t kLowest = std::numeric_limits<std::int64_t>::min() + 1;
+  const auto power = [](unsigned of) { return static_cast<std::int64_t>(std::uint64_t{1} << of); };
   const struct {
-    std::int64_t highest;
-    std::size_t bytesAtMost;
-  } cases[] = {{254, 1}, {255, 2}, {65534, 2}, {65535, 4}, {4294967294, 4}, {4294967295, 8}};
-  for (const auto& [highest, bytesAtMost] : cases) {
+    std::int64_t highest;  // from the lowest on
+    std::size_t bits;
+  } cases[] = {{0, 1},
+               {1, 2},
+               {2, 2},
+               {3, 3},
+               {254, 8},
+               {255, 9},
+               {65534, 16},
+               {power(32) - 2, 32},
+               {power(33), 34},
+               {power(57) - 2, 57},
+               {power(57) - 1, 64},
+               {power(62), 64}};
+  for (const auto& [highest, bits] : cases) {
+    SCOPED_TRACE(highest);
     Column column("c", FieldType::integer);
     for (std::size_t i = 0; i < kBlock; ++i)
-      column.appendInteger(i % 2 == 0 ? std::int64_t{-2147483648} : highest - 2147483648);
+      column.appendInteger(kLowest + (i % 2 == 0 ? 0 : highest));
     column.finish();
-    EXPECT_LE(column.bytes(), kBlock * bytesAtMost + 200) << highest;
-    EXPECT_EQ(column.value(kBlock - 1), Value(highest - 2147483648));
+    EXPECT_LE(column.bytes(), kBlock * bits / 8 + 200);
+    EXPECT_FALSE(column.mayHoldNull());
     column.set(1, Value());
-    EXPECT_TRUE(column.isNull(1));
-    EXPECT_EQ(column.value(3), Value(highest - 2147483648));
+    EXPECT_TRUE(column.mayHoldNull());
+    for (std::size_t i = 0; i < kBlock; ++i)
+      ASSERT_EQ(column.raw(i), i == 1 ? Column::kNull : kLowest + (i % 2 == 0 ? 0 : highest)) << i;
   }
 }
 

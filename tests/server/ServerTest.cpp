@@ -1,14 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <sstream>
 #include <thread>
 
 #include "data/SavedQueries.h"
 #include "engine/PostgresEngine.h"
 #include "engine/PostgresLink.h"
 #include "tests/server/TestDatabase.h"
+#include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
+#include "tools/Commands.h"
+#include "tools/Copies.h"
 
 namespace bw {
 namespace {
@@ -188,6 +192,32 @@ TEST_F(ServerTest, SnapshotSeesNoLaterChangeAndHiddenColumnsStayHidden) {
   EXPECT_THROW(engine->execute("DELETE FROM Patient"), DatabaseRefusal);
   if (engine->inTransaction()) engine->rollback();
   EXPECT_EQ(engine->read("SELECT * FROM Patient")->rowCount(), 1U);
+}
+
+// The copy is tried before it counts: what another station adds meanwhile is not in it.
+TEST_F(ServerTest, CopyIsADumpOfOneMomentThatFillsAnEmptyDatabase) {
+  const TemporaryFolder folder;
+  const DateTime now{*makeDate(2026, 3, 1), {36000}};
+  std::ostringstream out;
+  const auto backUp = [&] {
+    return backUpDatabase(addressOfDatabase(), folder / "copies", now, out);
+  };
+  ASSERT_EQ(backUp(), Exit::done) << out.str();
+  EXPECT_NE(out.str().find("compared its rows"), std::string::npos) << out.str();
+  theirs.Execute(add(2));
+  ASSERT_EQ(backUp(), Exit::done) << out.str();
+  std::vector<Copy> copies = copiesIn(folder / "copies", addressOfDatabase());
+  ASSERT_EQ(copies.size(), 2U);
+  std::filesystem::resize_file(copies[1].file, 2000);
+  EXPECT_EQ(listCopies(addressOfDatabase(), folder / "copies", out), Exit::findings);
+  EXPECT_THROW(restoreDatabase(copies[0].file, addressOfDatabase(), now, out), Refused);
+
+  const std::unique_ptr<Engine> empty = emptyDatabase();
+  EXPECT_THROW(restoreDatabase(copies[1].file, addressOfDatabase(), now, out), Refused);
+  ASSERT_EQ(restoreDatabase(copies[0].file, addressOfDatabase(), now, out), Exit::done)
+      << out.str();
+  EXPECT_EQ(empty->read("SELECT InsuranceCode FROM Insurance")->rowCount(), 1U);
+  EXPECT_EQ(empty->read("SELECT PatientId FROM Patient")->rowCount(), 2U);
 }
 
 }  // namespace

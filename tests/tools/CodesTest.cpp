@@ -112,7 +112,7 @@ TEST_F(CodesTest, WhatIsNoBookIsNamedByItsLineAndChangesNothing) {
 TEST_F(CodesTest, EachOfManyCodesIsFoundAndNoneBesideThem) {
   EXPECT_EQ(state(CodeBook::diagnoses, "Q01"), CodeState::unknown) << "without a file";
   std::string order;
-  for (int i = 0; i < 500; i += 2) {
+  for (std::size_t i = 0; i < 500; i += 2) {
     std::string code = concat("B", 100 + i);
     order += line(code, i % 4 == 0, std::string(i % 60, 'x'), std::string(i % 97, 'y'));
   }
