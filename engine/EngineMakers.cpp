@@ -13,12 +13,14 @@ namespace {
 constexpr std::array kMakers{
     EngineMaker{.takes = isServerAddress,
                 .guardedByWorkgroup = false,
-                .open = [](const std::string& address) { return openPostgres(address); },
+                .open = [](const std::string& address,
+                           Access access) { return openPostgres(address, {.access = access}); },
                 .openDamaged = [](const std::string& address) { return openPostgres(address); }},
     EngineMaker{
         .takes = [](std::string_view) { return true; },
         .guardedByWorkgroup = true,
-        .open = [](const std::string& path) { return openSqlite(path); },
+        .open = [](const std::string& path,
+                   Access access) { return openSqlite(path, {.access = access}); },
         .openDamaged =
             [](const std::string& path) { return openSqlite(path, {.quickCheck = false}); }},
 };
@@ -30,8 +32,8 @@ const EngineMaker& makerOf(std::string_view target) noexcept {
                                [target](const EngineMaker& maker) { return maker.takes(target); });
 }
 
-std::unique_ptr<Engine> openEngine(const std::string& target) {
-  return makerOf(target).open(target);
+std::unique_ptr<Engine> openEngine(const std::string& target, Access access) {
+  return makerOf(target).open(target, access);
 }
 
 }  // namespace bw

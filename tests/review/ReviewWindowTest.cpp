@@ -1,0 +1,154 @@
+#include "review/ReviewWindow.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "controls/EventGuard.h"
+#include "controls/ListView.h"
+#include "controls/QtText.h"
+#include "core/Principal.h"
+#include "data/SavedQueries.h"
+#include "data/Schema.h"
+#include "engine/SqliteEngine.h"
+#include "review/OfficeSnapshot.h"
+#include "review/Page.h"
+#include "review/Statements.h"
+#include "tests/data/DataFixture.h"
+
+namespace bw {
+namespace {
+
+class ReviewWindowTest : public DataTest {
+ protected:
+  ReviewWindowTest() {
+    services().settingsFolder = [this] { return below("settings"); };
+    services().documentFolder = [this] { return below("documents"); };
+    services().view = [this](const std::filesystem::path& document) { viewed.push_back(document); };
+    unhandledError() = [](const std::exception& error) { ADD_FAILURE() << error.what(); };
+    seedOffice();
+  }
+
+  std::filesystem::path below(const char* name) const { return fromQt(folder_.filePath(name)); }
+
+  static ListView& list(const QWidget& window, const char* name) {
+    auto* found = window.findChild<ListView*>(name);
+    if (found == nullptr) throw std::runtime_error(name);
+    return *found;
+  }
+  static Strings column(const ListView& list, int column) {
+    Strings texts;
+    for (int row = 0; row < list.count(); ++row)
+      texts.push_back(fromQt(list.model()->index(row, column).data().toString()));
+    return texts;
+  }
+
+  std::vector<std::filesystem::path> viewed;
+
+ private:
+  QTemporaryDir folder_;
+};
+
+// Nothing lacks but the billing codes of doctors 3 and 4: a ready charge of 3 on 6/2, and one of 4
+// on 6/3.
+void addUncodedCharges() {
+  for (const char* statement :
+       {"UPDATE Diagnosis SET BillingDiagnosisCode = 'X'",
+        "UPDATE Procedures SET BillingProcedureCode = 'X'",
+        "INSERT INTO PatientCharges VALUES (25000, #06/02/2003#, #08:30:00#, #06/02/2003#, 1, 1, "
+        "3, 2, 0, NULL)",
+        "INSERT INTO ChargeDiagnosis VALUES (25000, #06/02/2003#, #08:30:00#, 2)",
+        "INSERT INTO PatientCharges VALUES (25000, #06/03/2003#, #08:30:00#, #06/03/2003#, 1, 1, "
+        "4, 2, 0, NULL)",
+        "INSERT INTO ChargeDiagnosis VALUES (25000, #06/03/2003#, #08:30:00#, 2)"})
+    DatabaseConnection.Execute(statement);
+}
+
+TEST_F(ReviewWindowTest, RowsAreFoundByLettersAndEnterCopiesWhatFindsThemAgain) {
+  addUncodedCharges();
+  ReviewWindow window("posting");
+  window.show();
+  ListView& causes = list(window, "lstCauses");
+  ListView& charges = list(window, "lstCharges");
+  EXPECT_EQ(column(charges, 3), Strings(2, "Doctor without billing code"));
+  charges.setFocus();
+  QTest::keyClicks(&charges, "dunn");
+  EXPECT_EQ(charges.selectedItem(), 1);
+  QTest::keyClick(&charges, Qt::Key_Return);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "A1 6/3/2003");
+  EXPECT_EQ(window.statusBar()->currentMessage(), "Copied: A1 6/3/2003");
+  // A cause that has no charges, and then the one that has.
+  causes.setFocus();
+  QTest::keyClicks(&causes, "no diagnosis");
+  EXPECT_EQ(charges.count(), 0);
+  EXPECT_EQ(fromQt(charges.accessibleDescription()),
+            "Nothing is missing: these charges can be posted.");
+}
+
+TEST_F(ReviewWindowTest, ACauseWithoutItsTickStaysAwayInTheNextWindowToo) {
+  addUncodedCharges();
+  {
+    ReviewWindow window("posting");
+    window.show();
+    ListView& causes = list(window, "lstCauses");
+    causes.setFocus();
+    QTest::keyClicks(&causes, "doctor without");
+    QTest::keyClick(&causes, Qt::Key_F2);  // ends the search
+    QTest::keyClick(&causes, Qt::Key_Space);
+    QTest::qWait(0);
+    EXPECT_EQ(list(window, "lstCharges").count(), 0);
+  }
+  const ReviewWindow window("posting");
+  EXPECT_EQ(list(window, "lstCharges").count(), 0);
+  ListView& causes = list(window, "lstCauses");
+  EXPECT_FALSE(causes.checked(0));
+  EXPECT_FALSE(causes.checked(2));
+  EXPECT_TRUE(causes.checked(3));
+  EXPECT_EQ(column(causes, 1)[2], "2");
+}
+
+// A file that the program writes to while Review reads.
+class ReadOnlyTest : public ReviewWindowTest {
+ protected:
+  ReadOnlyTest() : path_(below("office.db").string()), writer_(createSqlite(path_)) {
+    createSchema(*writer_);
+    writer_->execute("INSERT INTO Insurance VALUES (1, 'Mutual', 'MU')");
+    DatabaseConnection = officeConnection(openSqlite(path_, {.access = Access::readOnly}));
+  }
+  Engine& writer() { return *writer_; }
+
+ private:
+  std::string path_;
+  std::unique_ptr<Engine> writer_;
+};
+
+TEST_F(ReadOnlyTest, TheEngineRefusesEveryWriteAndDefinition) {
+  for (const char* statement :
+       {"INSERT INTO Insurance VALUES (2, 'Other', '')", "UPDATE Insurance SET Description = 'x'",
+        "DELETE FROM Insurance", "CREATE TABLE Other (a INTEGER)", "DROP TABLE Sickness"}) {
+    try {
+      DatabaseConnection.Execute(statement);
+      ADD_FAILURE() << statement;
+    } catch (const DatabaseRefusal& refusal) {
+      EXPECT_EQ(refusal.why(), Refusal::readOnly) << statement;
+    }
+  }
+  EXPECT_EQ(rows("SELECT * FROM Insurance"), "1|Mutual|MU");
+}
+
+TEST_F(ReadOnlyTest, AReadingIsAsOfOneMomentAndKeepsNoWriterWaiting) {
+  {
+    OfficeSnapshot snapshot(2);
+    EXPECT_EQ(snapshot.read(statements::kInsuranceNames)->rowCount(), 1U);
+    writer().execute("INSERT INTO Insurance VALUES (2, 'Other', '')");
+    EXPECT_EQ(snapshot.read(statements::kInsuranceNames)->rowCount(), 1U);
+  }
+  OfficeSnapshot next(1);
+  EXPECT_EQ(next.read(statements::kInsuranceNames)->rowCount(), 2U);
+}
+
+}  // namespace
+}  // namespace bw
