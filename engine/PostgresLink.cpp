@@ -93,8 +93,7 @@ void PostgresLink::setUp() {
              "; SET max_parallel_workers_per_gather = 0;",
              "SET jit = off; SET standard_conforming_strings = on; SET datestyle = 'ISO, YMD';"
              "SET extra_float_digits = 1;"
-             "SET default_transaction_read_only = ",
-             options_.access == Access::readOnly ? "on;" : "off;",
+             options_.access == Access::readOnly ? "SET default_transaction_read_only = on;" : "",
              "SELECT pid, backend_start, to_regclass('bw_desks') IS NOT NULL"
              " FROM pg_stat_get_activity(pg_backend_pid()) AS a"));
   backend_ = {PQgetvalue(facts.get(), 0, 0), PQgetvalue(facts.get(), 0, 1)};

@@ -272,8 +272,8 @@ ReadyOffice readReadyOffice() {
   OfficeSnapshot snapshot(7);
   ReadyOffice office;
   office.charges = snapshot.read(statements::kReadyCharges);
-  office.diagnoses = snapshot.read(statements::kReadyDiagnoses);
-  office.procedures = snapshot.read(statements::kReadyProcedures);
+  office.diagnoses = snapshot.read(statements::diagnosesWhere(statements::kReady));
+  office.procedures = snapshot.read(statements::proceduresWhere(statements::kReady));
   office.diagnosisCatalogue = snapshot.read(statements::kDiagnoses);
   office.procedureCatalogue = snapshot.read(statements::kProcedures);
   office.admitted = snapshot.read(statements::kAdmittedPatients);

@@ -20,6 +20,7 @@
 #include "printing/ListReports.h"
 #include "printing/PageSize.h"
 #include "reports/ApoyoImpresion.h"
+#include "review/BarChart.h"
 #include "review/PageChoices.h"
 #include "review/TableText.h"
 #include "text/Conversions.h"
@@ -28,6 +29,8 @@
 
 namespace bw {
 namespace {
+
+constexpr std::int64_t kNoLink = -1;  // no row has it
 
 std::string sectionOf(const PageKind& kind, const PageList& list) {
   return concat(kind.name, " ", list.name);
@@ -74,6 +77,7 @@ void Page::makeLists(QBoxLayout* column) {
     leading_.view->onOpen = [this] { following_.view->setFocus(); };
     splitter->setStretchFactor(1, 2);
   }
+  if (kind_.hasBars) splitter->addWidget(bars_ = new BarChart(splitter));
   if (kind_.tickKey != nullptr) {
     leading_.view->onColumnClick = nullptr;
     leading_.view->onItemCheck = [this](int row, bool on) { tick(row, on); };
@@ -89,10 +93,11 @@ Page::Shown Page::makeList(const PageList& list, QSplitter* splitter) {
   ColumnLayoutRestore(*view, sectionOf(kind_, list));
   Shown& shown = &list == &kind_.leading ? leading_ : following_;
   view->onOpen = [this, &shown] { copyRow(shown); };
-  view->onColumnClick = [&shown](int column) {
-    if (shown.records)
-      sortByColumn(shown.records, *shown.view,
-                   concat(" ", shown.list->columns[static_cast<std::size_t>(column)].key, " "));
+  view->onColumnClick = [this, &shown](int column) {
+    if (!shown.records) return;
+    sortByColumn(shown.records, *shown.view,
+                 concat(" ", shown.list->columns[static_cast<std::size_t>(column)].key, " "));
+    showBars();
   };
   return {&list, view};
 }
@@ -133,13 +138,17 @@ void Page::read() {
   selectLink(link);
   if (following_.view != nullptr) follow();
   told_->setText(toQt(content.told));
-  if (bars_ != nullptr) bars_->update();
+  showBars();
+}
+
+void Page::showBars() {
+  if (bars_ != nullptr) bars_->setRows(leading_.records->rows(), leading_.records->view());
 }
 
 // The order that the user chose stays.
 void Page::fill(Shown& shown, const Rows& rows) {
   const std::string sort = shown.records ? shown.records->Sort() : std::string();
-  // A copy of the columns' places only: what is shown is never written to.
+  // Read-only, so that the rows stay as they are.
   shown.records = RecordSetRef(
       std::make_shared<RecordSet>(std::const_pointer_cast<RowStore>(rows), LockType::readOnly));
   shown.records->setSort(sort);
@@ -163,7 +172,7 @@ void Page::selectLink(std::int64_t link) {
 }
 
 void Page::follow() {
-  const std::int64_t link = chosenLink();
+  const std::int64_t link = leading_.view->count() == 0 ? kNoLink : chosenLink();
   following_.records->setFilter(link == 0 ? std::string() : concat(kind_.link, " = ", link));
   ListFill(*following_.view, following_.records);
 }
@@ -243,6 +252,12 @@ void Page::saveTable() {
 void Page::storeLayout() const {
   for (const Shown* shown : {&leading_, &following_})
     if (shown->view != nullptr) ColumnLayoutSave(*shown->view, sectionOf(kind_, *shown->list));
+}
+
+void Page::switchLists() {
+  ListView* other =
+      following_.view != nullptr && leading_.view->hasFocus() ? following_.view : leading_.view;
+  other->setFocus();
 }
 
 void Page::takeFocus() { leading_.view->setFocus(); }

@@ -14,6 +14,7 @@ class QSplitter;
 
 namespace bw {
 
+class BarChart;
 class PageChoices;
 
 // One page: its choices at the head, its lists below each other, its sums and buttons at the foot.
@@ -36,6 +37,7 @@ class Page : public QWidget {
   std::string tableName();  // its proposed name
   void storeLayout() const;
   void takeFocus();
+  void switchLists();  // from the leading list to the other, and back
 
  private:
   struct Shown {
@@ -49,6 +51,7 @@ class Page : public QWidget {
   void fill(Shown& shown, const Rows& rows);
   void tick(int row, bool on);
   void follow();
+  void showBars();
   void copyRow(const Shown& shown);
   std::int64_t chosenLink() const;
   void selectLink(std::int64_t link);
@@ -58,7 +61,7 @@ class Page : public QWidget {
   PageChoices* choices_;
   Shown leading_;
   Shown following_;
-  QWidget* bars_ = nullptr;
+  BarChart* bars_ = nullptr;
   QLabel* told_ = nullptr;
   bool wasRead_ = false;
 };

@@ -77,6 +77,10 @@ struct PageKind {
 };
 
 extern const PageKind kBeforePostingPage;
+extern const PageKind kRoundsPage;
+extern const PageKind kDoublesPage;
+extern const PageKind kLotsPage;
+extern const PageKind kFiguresPage;
 
 // In the order of their places in the window.
 std::span<const PageKind* const> pageKinds();

@@ -9,7 +9,8 @@
 namespace bw {
 
 std::span<const PageKind* const> pageKinds() {
-  static constexpr std::array kKinds{&kBeforePostingPage};
+  static constexpr std::array kKinds{&kBeforePostingPage, &kRoundsPage, &kDoublesPage, &kLotsPage,
+                                     &kFiguresPage};
   return kKinds;
 }
 

@@ -42,10 +42,12 @@ ReviewWindow::ReviewWindow(std::string_view page)
   goTo(page);
   onEvent(tabs_, &QTabWidget::currentChanged, this, [this] {
     statusBar()->clearMessage();
-    current()->readOnce();
-    current()->takeFocus();
+    readCurrent();
   });
   addKeys();
+}
+
+void ReviewWindow::readCurrent() {
   current()->readOnce();
   current()->takeFocus();
 }
@@ -67,6 +69,7 @@ void ReviewWindow::addKeys() {
     key(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)),
         [this, i] { tabs_->setCurrentIndex(i); });
   key(QKeySequence(Qt::Key_F5), [this] { current()->read(); });
+  key(QKeySequence(Qt::Key_F6), [this] { current()->switchLists(); });
   key(QKeySequence(Qt::CTRL | Qt::Key_P), [this] { current()->print(); });
   key(QKeySequence(Qt::CTRL | Qt::Key_E), [this] { current()->saveTable(); });
   key(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });

@@ -10,12 +10,14 @@ namespace bw {
 
 class Page;
 
-// The window: a tab a page. A page is read when it first comes on show.
+// The window: a tab a page. A page is read when it first comes on show; the one that the window
+// opens with by readCurrent(), when the window can be seen.
 class ReviewWindow : public QMainWindow {
  public:
   explicit ReviewWindow(std::string_view page);
 
   void goTo(std::string_view page);
+  void readCurrent();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

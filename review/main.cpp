@@ -1,5 +1,8 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QTimer>
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 
@@ -14,6 +17,7 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/SavedQueries.h"
+#include "printing/ListReports.h"
 #include "printing/StartViewer.h"
 #include "records/KeptMemory.h"
 #include "review/Page.h"
@@ -55,7 +59,8 @@ bool openOffice() {
   return true;
 }
 
-// Without a window: the document is written and opened. Messages go to the standard error stream.
+// Without a window: the document is written and opened, and its path told. Messages go to the
+// standard error stream.
 int printPage(const PageKind& kind) {
   services().message = [](const std::string& text) { complain(text); };
   services().progress = [](const WorkProgress&) {};
@@ -63,9 +68,31 @@ int printPage(const PageKind& kind) {
   int result = EXIT_FAILURE;
   guarded([&] {
     Page page(kind, nullptr);
-    result = page.print() ? EXIT_SUCCESS : EXIT_FAILURE;
+    if (!page.print()) return;
+    result = EXIT_SUCCESS;
+    std::puts(documentPath(kind.document).c_str());
   });
   return result;
+}
+
+// Printing needs fonts and no screen, and answers need neither.
+bool needsNoScreen(int argc, char** argv) {
+  constexpr std::array<std::string_view, 5> kWithout{"--print", "--help", "-h", "--version", "-v"};
+  return std::any_of(argv, argv + argc, [](std::string_view argument) {
+    return std::ranges::find(kWithout, argument) != kWithout.end();
+  });
+}
+
+// The platform is for this program alone: the viewer that it starts shows a window.
+std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
+  const char* platform = "QT_QPA_PLATFORM";
+  const bool offscreen = needsNoScreen(argc, argv) && !qEnvironmentVariableIsSet(platform);
+  if (offscreen) qputenv(platform, "offscreen");
+  const QtMessageHandler usual = qInstallMessageHandler(sayThatThereIsNoDisplay);
+  auto application = std::make_unique<QApplication>(argc, argv);
+  qInstallMessageHandler(usual);
+  if (offscreen) qunsetenv(platform);
+  return application;
 }
 
 }  // namespace
@@ -74,9 +101,7 @@ int main(int argc, char** argv) {
   keepFreedMemory();
   QApplication::setApplicationName("brantiwell-review");
   QApplication::setApplicationVersion(BRANTIWELL_VERSION);
-  const QtMessageHandler usual = qInstallMessageHandler(sayThatThereIsNoDisplay);
-  QApplication application(argc, argv);
-  qInstallMessageHandler(usual);
+  const std::unique_ptr<QApplication> application = makeApplication(argc, argv);
   QApplication::setDesktopFileName("brantiwell-review");
   QCommandLineParser line;
   line.setApplicationDescription(
@@ -88,7 +113,7 @@ int main(int argc, char** argv) {
   const QCommandLineOption print("print",
                                  "Print the page into a document and open it, without a window.");
   line.addOptions({page, print});
-  line.process(application);
+  line.process(*application);
   const std::string name = fromQt(line.value(page));
   const PageKind* kind = name.empty() ? pageKinds().front() : pageOfName(name);
   if (kind == nullptr)
@@ -98,5 +123,6 @@ int main(int argc, char** argv) {
   if (!openOffice()) return EXIT_FAILURE;
   ReviewWindow window(name);
   window.show();
+  QTimer::singleShot(0, &window, [&window] { guarded([&window] { window.readCurrent(); }); });
   return QApplication::exec();
 }

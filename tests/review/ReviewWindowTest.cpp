@@ -1,12 +1,17 @@
 #include "review/ReviewWindow.h"
 
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+#include <algorithm>
 
+#include "controls/ComboBox.h"
 #include "controls/EventGuard.h"
 #include "controls/ListView.h"
 #include "controls/QtText.h"
@@ -71,6 +76,7 @@ TEST_F(ReviewWindowTest, RowsAreFoundByLettersAndEnterCopiesWhatFindsThemAgain) 
   addUncodedCharges();
   ReviewWindow window("posting");
   window.show();
+  window.readCurrent();
   ListView& causes = list(window, "lstCauses");
   ListView& charges = list(window, "lstCharges");
   EXPECT_EQ(column(charges, 3), Strings(2, "Doctor without billing code"));
@@ -93,6 +99,7 @@ TEST_F(ReviewWindowTest, ACauseWithoutItsTickStaysAwayInTheNextWindowToo) {
   {
     ReviewWindow window("posting");
     window.show();
+    window.readCurrent();
     ListView& causes = list(window, "lstCauses");
     causes.setFocus();
     QTest::keyClicks(&causes, "doctor without");
@@ -101,13 +108,77 @@ TEST_F(ReviewWindowTest, ACauseWithoutItsTickStaysAwayInTheNextWindowToo) {
     QTest::qWait(0);
     EXPECT_EQ(list(window, "lstCharges").count(), 0);
   }
-  const ReviewWindow window("posting");
+  ReviewWindow window("posting");
+  window.readCurrent();
   EXPECT_EQ(list(window, "lstCharges").count(), 0);
   ListView& causes = list(window, "lstCauses");
   EXPECT_FALSE(causes.checked(0));
   EXPECT_FALSE(causes.checked(2));
   EXPECT_TRUE(causes.checked(3));
   EXPECT_EQ(column(causes, 1)[2], "2");
+}
+
+// Each page has its key, a list that leads, and its document.
+TEST_F(ReviewWindowTest, EveryPageOpensByItsKeyAndPrintsWhatItShows) {
+  run("UPDATE PatientCharges SET PrintLot = 200306011, Status = 1");
+  addUncodedCharges();
+  run("INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
+      "(25009, 'Smith, Anne', #1950/02/28#, 'A9', 1)");
+  ReviewWindow window("posting");
+  window.show();
+  window.readCurrent();
+  auto& tabs = *window.findChild<QTabWidget*>("tabPages");
+  for (int i = 0; i < tabs.count(); ++i) {
+    const PageKind& kind = *pageKinds()[static_cast<std::size_t>(i)];
+    QTest::keyClick(&window, static_cast<Qt::Key>(Qt::Key_1 + i), Qt::ControlModifier);
+    EXPECT_EQ(tabs.currentIndex(), i);
+    ListView& leading = list(window, kind.leading.name);
+    EXPECT_TRUE(leading.hasFocus()) << kind.name;
+    EXPECT_GT(leading.count(), 0) << kind.name;
+    if (kind.name == "rounds") window.findChild<ComboBox*>("cmbShow")->setListIndex(1);
+    QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
+    ASSERT_EQ(viewed.size(), static_cast<std::size_t>(i) + 1) << kind.name;
+    EXPECT_EQ(viewed.back().filename(), kind.document);
+    EXPECT_TRUE(std::filesystem::exists(viewed.back()));
+  }
+}
+
+TEST_F(ReviewWindowTest, DaysBetweenVisitsMakeADoctorDue) {
+  ReviewWindow window("rounds");
+  window.show();
+  window.readCurrent();
+  ListView& visits = list(window, "lstVisits");
+  EXPECT_EQ(visits.count(), 0);
+  QTimer::singleShot(0, &window, [] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    auto* daily = dialog->findChild<QSpinBox*>("spnDays1");
+    daily->selectAll();
+    QTest::keyClicks(daily, "10");
+    QTest::keyClick(daily, Qt::Key_Return, Qt::ControlModifier);
+  });
+  QTest::mouseClick(window.findChild<QPushButton*>("btnMore"), Qt::LeftButton);
+  EXPECT_EQ(column(visits, 0), Strings{"Smith, Ann"});
+  EXPECT_EQ(column(visits, 10), Strings{"4 days late"});
+  visits.setFocus();
+  QTest::keyClick(&visits, Qt::Key_Return);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "A1");
+}
+
+TEST_F(ReviewWindowTest, ATableOfALotIsNamedWithItAndHoldsNoFormulas) {
+  run("UPDATE PatientCharges SET PrintLot = 200306011, Status = 1");
+  run("UPDATE Patient SET Names = '=SUM(1), \"Ann\"'");
+  ReviewWindow window("lots");
+  window.show();
+  window.readCurrent();
+  Page* page = window.findChildren<Page*>()[3];
+  EXPECT_EQ(page->tableName(), "Lot 200306011.csv");
+  const std::string table = page->table();
+  EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 2);
+  EXPECT_NE(
+      table.find("200306011,A1,\"'=SUM(1), \"\"Ann\"\"\",2/28/1950,Mutual,6/1/2003,General,GI,"
+                 "Inpatient,Ames,A,Bell,B,Visit,99231,BV,"),
+      table.npos)
+      << table;
 }
 
 // A file that the program writes to while Review reads.
