@@ -50,6 +50,7 @@ install(FILES ${shared}/mime/packages/myviewer.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES ${shared}/brantiwell/start.html DESTINATION ${CMAKE_INSTALL_DATADIR}/brantiwell)
 install(FILES ${shared}/bash-completion/completions/brantiwell-database
+              ${shared}/bash-completion/completions/brantiwell-review
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 # The daily copy, on for every user; whoever does not work with the database makes none.
 set(timer ${made}/brantiwell-backup.timer)

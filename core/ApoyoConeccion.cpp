@@ -15,14 +15,15 @@ std::string connectionStringOf(const std::string& path) {
          ";Jet OLEDB:System database=" + workgroupPathOf(path) + ";User Id=Kelps;Password=Kelps";
 }
 
-bool ConnectDatabase(std::string& message, Access access) {
+bool ConnectDatabase(std::string& message, EngineAccess access) {
   if (DatabaseConnected) return false;
   if (DatabasePath.empty()) {
     message = "Falta iniciar Informacion de Bases de datos";
     return false;
   }
   const std::string connectionString = connectionStringOf(DatabasePath);
-  if (SessionCreate(DatabaseConnection, connectionString) && SessionOpen(DatabaseConnection, access)) {
+  if (SessionCreate(DatabaseConnection, connectionString) &&
+      SessionOpen(DatabaseConnection, access)) {
     DatabaseConnected = true;
     return true;
   }
@@ -38,7 +39,7 @@ bool SessionCreate(Connection& connection, const std::string& connectionString) 
 
 const std::string& connectionAdvice() { return advice; }
 
-bool SessionOpen(Connection& connection, Access access) {
+bool SessionOpen(Connection& connection, EngineAccess access) {
   advice.clear();
   try {
     connection.Open(access);

@@ -33,7 +33,7 @@ constexpr const char* kApostrophe =
 Connection::Connection(std::unique_ptr<Engine> engine)
     : engine_(std::move(engine)), changeLog_(ChangeLog::of(*engine_)) {}
 
-void Connection::Open(Access access) {
+void Connection::Open(EngineAccess access) {
   const std::string target = settingOf(ConnectionString, "Data Source");
   const EngineMaker& maker = makerOf(target);
   if (maker.guardedByWorkgroup &&

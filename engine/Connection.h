@@ -28,7 +28,7 @@ class Connection {
 
   // Opens what ConnectionString names: its data source, and where a workgroup file guards it that
   // file and its account. Raises error `database` when one of them is missing or refused.
-  void Open(Access access = Access::readWrite);
+  void Open(EngineAccess access = EngineAccess::readWrite);
   bool isOpen() const noexcept { return engine_ != nullptr; }
 
   // Transactions nest. Commit and Rollback end the innermost level only; what an inner commit

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/Access.h"
+#include "engine/EngineAccess.h"
 #include "engine/EngineStatement.h"
 #include "engine/Refusals.h"
 #include "records/RowStore.h"

@@ -11,16 +11,17 @@ namespace bw {
 namespace {
 
 constexpr std::array kMakers{
-    EngineMaker{.takes = isServerAddress,
-                .guardedByWorkgroup = false,
-                .open = [](const std::string& address,
-                           Access access) { return openPostgres(address, {.access = access}); },
-                .openDamaged = [](const std::string& address) { return openPostgres(address); }},
+    EngineMaker{
+        .takes = isServerAddress,
+        .guardedByWorkgroup = false,
+        .open = [](const std::string& address,
+                   EngineAccess access) { return openPostgres(address, {.access = access}); },
+        .openDamaged = [](const std::string& address) { return openPostgres(address); }},
     EngineMaker{
         .takes = [](std::string_view) { return true; },
         .guardedByWorkgroup = true,
         .open = [](const std::string& path,
-                   Access access) { return openSqlite(path, {.access = access}); },
+                   EngineAccess access) { return openSqlite(path, {.access = access}); },
         .openDamaged =
             [](const std::string& path) { return openSqlite(path, {.quickCheck = false}); }},
 };
@@ -32,7 +33,7 @@ const EngineMaker& makerOf(std::string_view target) noexcept {
                                [target](const EngineMaker& maker) { return maker.takes(target); });
 }
 
-std::unique_ptr<Engine> openEngine(const std::string& target, Access access) {
+std::unique_ptr<Engine> openEngine(const std::string& target, EngineAccess access) {
   return makerOf(target).open(target, access);
 }
 

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "engine/Access.h"
+#include "engine/EngineAccess.h"
 
 namespace bw {
 
@@ -10,7 +10,7 @@ struct PostgresOptions {
   std::chrono::milliseconds busyTimeout{5000};
   // So long a server that went away in the midst of a commit is waited for.
   std::chrono::milliseconds returnTimeout{20000};
-  Access access = Access::readWrite;
+  EngineAccess access = EngineAccess::readWrite;
 };
 
 }  // namespace bw

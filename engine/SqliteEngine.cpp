@@ -321,7 +321,7 @@ std::unique_ptr<Engine> openFile(const std::string& path, const SqliteOptions& o
   const bool inMemory = path == kInMemory;
   sqlite3* opened = nullptr;
   // One thread uses a connection: locks within it would only cost.
-  const bool readsOnly = options.access == Access::readOnly;
+  const bool readsOnly = options.access == EngineAccess::readOnly;
   const int flags = (readsOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) |
                     SQLITE_OPEN_NOMUTEX | (inMemory ? SQLITE_OPEN_CREATE : 0);
   const int status = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);

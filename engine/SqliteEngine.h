@@ -11,7 +11,7 @@ namespace bw {
 struct SqliteOptions {
   std::chrono::milliseconds busyTimeout{5000};
   bool quickCheck = true;  // false opens a damaged file too, as far as that goes
-  Access access = Access::readWrite;
+  EngineAccess access = EngineAccess::readWrite;
 };
 
 // Opens an existing file; it is never created. Missing, damaged or refused: raises

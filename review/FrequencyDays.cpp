@@ -21,7 +21,7 @@
 namespace bw {
 namespace {
 
-constexpr const char* kSection = "Days between visits";
+constexpr const char* kSection = "FrequencyDays";
 constexpr int kMostDays = 999;
 
 struct Frequency {

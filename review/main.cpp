@@ -51,7 +51,7 @@ void installServices() {
 bool openOffice() {
   DatabasePath = installationText("Database");
   std::string message;
-  if (!ConnectDatabase(message, Access::readOnly)) {
+  if (!ConnectDatabase(message, EngineAccess::readOnly)) {
     MsgBox(message);
     return false;
   }
@@ -76,8 +76,8 @@ int printPage(const PageKind& kind) {
 }
 
 // Printing needs fonts and no screen, and answers need neither.
+constexpr std::array<std::string_view, 5> kWithout{"--print", "--help", "-h", "--version", "-v"};
 bool needsNoScreen(int argc, char** argv) {
-  constexpr std::array<std::string_view, 5> kWithout{"--print", "--help", "-h", "--version", "-v"};
   return std::any_of(argv, argv + argc, [](std::string_view argument) {
     return std::ranges::find(kWithout, argument) != kWithout.end();
   });

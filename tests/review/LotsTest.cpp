@@ -87,7 +87,8 @@ TEST_F(LotsTest, EveryLotOfAnOfficeOfChanceHasItsSums) {
 TEST_F(LotsTest, TheBillersTableHasALineAChargeWithAllCodes) {
   makeOffice(3);
   readTables();
-  const auto& [lot, charges] = *lots().begin();
+  const auto all = lots();
+  const auto& [lot, charges] = *all.begin();
   const std::vector<TableRow> patients = table("Patient");
   const std::vector<TableRow> concepts = table("EvaluationManagement");
   const std::vector<TableRow> facilities = table("Facility");

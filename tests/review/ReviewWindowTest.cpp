@@ -8,7 +8,6 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <algorithm>
 
 #include "controls/ComboBox.h"
@@ -18,11 +17,14 @@
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
 #include "data/Schema.h"
+#include "engine/EngineMakers.h"
 #include "engine/SqliteEngine.h"
 #include "review/OfficeSnapshot.h"
 #include "review/Page.h"
 #include "review/Statements.h"
 #include "tests/data/DataFixture.h"
+#include "tests/forms/ModalScript.h"
+#include "tests/server/TestDatabase.h"
 
 namespace bw {
 namespace {
@@ -39,6 +41,12 @@ class ReviewWindowTest : public DataTest {
 
   std::filesystem::path below(const char* name) const { return fromQt(folder_.filePath(name)); }
 
+  // As the program does.
+  static void open(ReviewWindow& window) {
+    window.show();
+    QApplication::processEvents();
+    window.readCurrent();
+  }
   static ListView& list(const QWidget& window, const char* name) {
     auto* found = window.findChild<ListView*>(name);
     if (found == nullptr) throw std::runtime_error(name);
@@ -52,6 +60,7 @@ class ReviewWindowTest : public DataTest {
   }
 
   std::vector<std::filesystem::path> viewed;
+  ModalScript script;
 
  private:
   QTemporaryDir folder_;
@@ -75,8 +84,7 @@ void addUncodedCharges() {
 TEST_F(ReviewWindowTest, RowsAreFoundByLettersAndEnterCopiesWhatFindsThemAgain) {
   addUncodedCharges();
   ReviewWindow window("posting");
-  window.show();
-  window.readCurrent();
+  open(window);
   ListView& causes = list(window, "lstCauses");
   ListView& charges = list(window, "lstCharges");
   EXPECT_EQ(column(charges, 3), Strings(2, "Doctor without billing code"));
@@ -98,8 +106,7 @@ TEST_F(ReviewWindowTest, ACauseWithoutItsTickStaysAwayInTheNextWindowToo) {
   addUncodedCharges();
   {
     ReviewWindow window("posting");
-    window.show();
-    window.readCurrent();
+    open(window);
     ListView& causes = list(window, "lstCauses");
     causes.setFocus();
     QTest::keyClicks(&causes, "doctor without");
@@ -125,8 +132,7 @@ TEST_F(ReviewWindowTest, EveryPageOpensByItsKeyAndPrintsWhatItShows) {
   run("INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
       "(25009, 'Smith, Anne', #1950/02/28#, 'A9', 1)");
   ReviewWindow window("posting");
-  window.show();
-  window.readCurrent();
+  open(window);
   auto& tabs = *window.findChild<QTabWidget*>("tabPages");
   for (int i = 0; i < tabs.count(); ++i) {
     const PageKind& kind = *pageKinds()[static_cast<std::size_t>(i)];
@@ -145,16 +151,12 @@ TEST_F(ReviewWindowTest, EveryPageOpensByItsKeyAndPrintsWhatItShows) {
 
 TEST_F(ReviewWindowTest, DaysBetweenVisitsMakeADoctorDue) {
   ReviewWindow window("rounds");
-  window.show();
-  window.readCurrent();
+  open(window);
   ListView& visits = list(window, "lstVisits");
   EXPECT_EQ(visits.count(), 0);
-  QTimer::singleShot(0, &window, [] {
-    QWidget* dialog = QApplication::activeModalWidget();
-    auto* daily = dialog->findChild<QSpinBox*>("spnDays1");
-    daily->selectAll();
-    QTest::keyClicks(daily, "10");
-    QTest::keyClick(daily, Qt::Key_Return, Qt::ControlModifier);
+  script.in("frmDays", [](QWidget& dialog) {
+    dialog.findChild<QSpinBox*>("spnDays1")->setValue(10);
+    dialog.findChild<QPushButton*>("btnOk")->click();
   });
   QTest::mouseClick(window.findChild<QPushButton*>("btnMore"), Qt::LeftButton);
   EXPECT_EQ(column(visits, 0), Strings{"Smith, Ann"});
@@ -168,8 +170,7 @@ TEST_F(ReviewWindowTest, ATableOfALotIsNamedWithItAndHoldsNoFormulas) {
   run("UPDATE PatientCharges SET PrintLot = 200306011, Status = 1");
   run("UPDATE Patient SET Names = '=SUM(1), \"Ann\"'");
   ReviewWindow window("lots");
-  window.show();
-  window.readCurrent();
+  open(window);
   Page* page = window.findChildren<Page*>()[3];
   EXPECT_EQ(page->tableName(), "Lot 200306011.csv");
   const std::string table = page->table();
@@ -184,15 +185,22 @@ TEST_F(ReviewWindowTest, ATableOfALotIsNamedWithItAndHoldsNoFormulas) {
 // A file that the program writes to while Review reads.
 class ReadOnlyTest : public ReviewWindowTest {
  protected:
-  ReadOnlyTest() : path_(below("office.db").string()), writer_(createSqlite(path_)) {
-    createSchema(*writer_);
-    writer_->execute("INSERT INTO Insurance VALUES (1, 'Mutual', 'MU')");
-    DatabaseConnection = officeConnection(openSqlite(path_, {.access = Access::readOnly}));
+  ReadOnlyTest() : writer_(onServer() ? openEngine(addressOfDatabase()) : makeFile()) {
+    DatabaseConnection = officeConnection(openEngine(target(), EngineAccess::readOnly));
   }
   Engine& writer() { return *writer_; }
 
  private:
-  std::string path_;
+  std::string target() const {
+    return onServer() ? addressOfDatabase() : below("office.db").string();
+  }
+  std::unique_ptr<Engine> makeFile() const {
+    std::unique_ptr<Engine> engine = createSqlite(target());
+    createSchema(*engine);
+    engine->execute("INSERT INTO Insurance VALUES (1, 'Mutual', 'MU')");
+    return engine;
+  }
+
   std::unique_ptr<Engine> writer_;
 };
 
