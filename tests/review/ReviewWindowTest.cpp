@@ -171,7 +171,7 @@ TEST_F(ReviewWindowTest, ATableOfALotIsNamedWithItAndHoldsNoFormulas) {
   run("UPDATE Patient SET Names = '=SUM(1), \"Ann\"'");
   ReviewWindow window("lots");
   open(window);
-  Page* page = window.findChildren<Page*>()[3];
+  auto* page = static_cast<Page*>(window.findChild<QWidget*>("pagelstLots"));
   EXPECT_EQ(page->tableName(), "Lot 200306011.csv");
   const std::string table = page->table();
   EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 2);
