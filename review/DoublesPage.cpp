@@ -37,7 +37,7 @@ const PageKind kDoublesPage{
                               {"Moving", "Would move here", 1600}, {"Collisions", "In the way", 1200},
                               {"Admitted", "Admitted to", 2400}, {"Insurance", "Insurance", 2000},
                               {"Reason", "Reason", 5000}},
-                  .empty = "Select a group."},
+                  .empty = "There are no such patients."},
     .document = "ReviewDoubles.myv",
     .read = read};
 // clang-format on

@@ -31,6 +31,8 @@ constexpr Delay kDelays[] = {{-1, "Before the care"}, {0, "The same day"},   {1,
                              {2, "2 days"},           {3, "3 days"},         {7, "4 to 7 days"},
                              {14, "8 to 14 days"},    {30, "15 to 30 days"}, {INT64_MAX, "Later"}};
 
+enum class Order : std::uint8_t { mostFirst, byKey, byKeyBackwards };
+
 // A division by a column of the charges, or by a key that is worked out.
 struct Division {
   const char* name;
@@ -38,7 +40,7 @@ struct Division {
   std::string_view words = {};
   std::int64_t (*keyOf)(const Charges& charges, std::size_t row) = nullptr;
   std::string (*wordsOf)(std::int64_t key) = nullptr;
-  bool inOrder = false;  // of the keys
+  Order order = Order::mostFirst;
 };
 
 std::int64_t monthOf(const Charges& charges, std::size_t row) {
@@ -63,12 +65,15 @@ std::string delayWords(std::int64_t key) {
 }
 
 constexpr Division kDivisions[] = {
-    {.name = "Month", .keyOf = monthOf, .wordsOf = monthWords, .inOrder = true},
+    {.name = "Month", .keyOf = monthOf, .wordsOf = monthWords, .order = Order::byKeyBackwards},
     {.name = "Doctor", .key = "DoctorCode", .words = "Doctor"},
     {.name = "Facility", .key = "FacilityCode", .words = "Facility"},
     {.name = "Insurance", .key = "InsuranceCode", .words = "Insurance"},
     {.name = "E&M concept", .key = "EMCode", .words = "EMDescription"},
-    {.name = "Days from care to writing", .keyOf = delayOf, .wordsOf = delayWords, .inOrder = true},
+    {.name = "Days from care to writing",
+     .keyOf = delayOf,
+     .wordsOf = delayWords,
+     .order = Order::byKey},
 };
 
 struct Measure {
@@ -109,8 +114,9 @@ class Counting {
     const std::int64_t to = question.to ? question.to->day : INT64_MAX;
     for (std::size_t row = 0; row < charges_.rows.rowCount(); ++row)
       if (const std::int64_t day = charges_.care(row); day >= from && day <= to) add(row);
-    const auto before = [this](const Sum& one, const Sum& other) {
-      if (division_.inOrder || one.count == other.count) return one.key < other.key;
+    const auto before = [order = division_.order](const Sum& one, const Sum& other) {
+      if (order == Order::byKeyBackwards) return one.key > other.key;
+      if (order == Order::byKey || one.count == other.count) return one.key < other.key;
       return one.count > other.count;
     };
     std::sort(sums_.begin(), sums_.end(), before);

@@ -22,9 +22,9 @@ struct FigureQuestion {
   std::optional<Date> to{};
 };
 
-// Rows: Caption, Count, Share (of the sum). Months and days come in their order, everything else
-// with the most first. A patient is counted once in each row that he has charges in, and once in
-// `all`, so that rows of patients may come to more than that.
+// Rows: Caption, Count, Share (of the sum). The latest month comes first, days come in their
+// order, everything else with the most first. A patient is counted once in each row that he has
+// charges in, and once in `all`, so that rows of patients may come to more than that.
 struct Figures {
   Rows rows;
   std::size_t all = 0;

@@ -77,7 +77,10 @@ void Page::makeLists(QBoxLayout* column) {
     leading_.view->onOpen = [this] { following_.view->setFocus(); };
     splitter->setStretchFactor(1, 2);
   }
-  if (kind_.hasBars) splitter->addWidget(bars_ = new BarChart(splitter));
+  if (kind_.hasBars) {
+    splitter->addWidget(bars_ = new BarChart(splitter));
+    splitter->setSizes({1, 1});  // halves
+  }
   if (kind_.tickKey != nullptr) {
     leading_.view->onColumnClick = nullptr;
     leading_.view->onItemCheck = [this](int row, bool on) { tick(row, on); };

@@ -99,10 +99,10 @@ TEST_F(FiguresTest, EveryNumberOfAnOfficeOfChanceIsThatOfItsRows) {
   }
 }
 
-TEST_F(FiguresTest, MonthsComeInTheirOrderAndDoctorsWithTheMostFirst) {
+TEST_F(FiguresTest, TheLatestMonthAndTheDoctorWithTheMostComeFirst) {
   makeOffice(2);
   const Strings months = linesOf(*figures({.division = month}).rows, {"Caption"});
-  EXPECT_TRUE(std::is_sorted(months.begin(), months.end()));
+  EXPECT_TRUE(std::is_sorted(months.rbegin(), months.rend()));
   EXPECT_GT(months.size(), 1U);
   std::vector<int> counts;
   for (const std::string& count : linesOf(*figures({.division = doctor}).rows, {"Count"}))
