@@ -24,7 +24,7 @@
 #include "review/PageChoices.h"
 #include "review/TableText.h"
 #include "text/Conversions.h"
-#include "text/Formats.h"
+#include "text/RuntimeError.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -130,7 +130,16 @@ void Page::readOnce() {
   if (!wasRead_) read();
 }
 
+// What the database refuses is told, and what was on show stays.
 void Page::read() {
+  try {
+    readOffice();
+  } catch (const RuntimeError& error) {
+    MsgBox(error.text());
+  }
+}
+
+void Page::readOffice() {
   const BusyCursor busy;
   choices_->readCatalogues();
   const PageContent content = kind_.read(choices_->chosen());

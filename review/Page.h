@@ -45,6 +45,7 @@ class Page : public QWidget {
     ListView* view = nullptr;
     RecordSetRef records{};
   };
+  void readOffice();
   void makeLists(QBoxLayout* column);
   void makeFoot(QBoxLayout* column);
   Shown makeList(const PageList& list, QSplitter* splitter);

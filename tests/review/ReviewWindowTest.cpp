@@ -166,6 +166,17 @@ TEST_F(ReviewWindowTest, DaysBetweenVisitsMakeADoctorDue) {
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "A1");
 }
 
+TEST_F(ReviewWindowTest, ARefusedReadingIsToldAndLeavesWhatWasShown) {
+  addUncodedCharges();
+  ReviewWindow window("posting");
+  open(window);
+  const int shown = list(window, "lstCharges").count();
+  closeConnection();
+  QTest::keyClick(&window, Qt::Key_F5);
+  EXPECT_EQ(takeMessages(), Strings{kClosed});
+  EXPECT_EQ(list(window, "lstCharges").count(), shown);
+}
+
 TEST_F(ReviewWindowTest, ATableOfALotIsNamedWithItAndHoldsNoFormulas) {
   run("UPDATE PatientCharges SET PrintLot = 200306011, Status = 1");
   run("UPDATE Patient SET Names = '=SUM(1), \"Ann\"'");
