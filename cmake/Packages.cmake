@@ -41,7 +41,8 @@ function(install_icon source name)
   set(package_files ${package_files} PARENT_SCOPE)
 endfunction()
 
-install(FILES ${shared}/applications/brantiwell.desktop ${shared}/applications/myviewer.desktop
+install(FILES ${shared}/applications/brantiwell.desktop
+              ${shared}/applications/brantiwell-review.desktop ${shared}/applications/myviewer.desktop
         DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${shared}/metainfo/com.fenmoor.brantiwell.metainfo.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
@@ -49,6 +50,7 @@ install(FILES ${shared}/mime/packages/myviewer.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES ${shared}/brantiwell/start.html DESTINATION ${CMAKE_INSTALL_DATADIR}/brantiwell)
 install(FILES ${shared}/bash-completion/completions/brantiwell-database
+              ${shared}/bash-completion/completions/brantiwell-review
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 # The daily copy, on for every user; whoever does not work with the database makes none.
 set(timer ${made}/brantiwell-backup.timer)
@@ -92,7 +94,7 @@ add_custom_command(
   VERBATIM)
 install_compressed(${made}/brantiwell-database.1 brantiwell-database.1
                    ${CMAKE_INSTALL_MANDIR}/man1 brantiwell)
-foreach(program brantiwell myviewer)
+foreach(program brantiwell brantiwell-review myviewer)
   install_compressed(${shared}/man/man1/${program}.1 ${program}.1 ${CMAKE_INSTALL_MANDIR}/man1
                      brantiwell)
 endforeach()
@@ -142,7 +144,8 @@ procedures, posts them to the insurance companies in numbered lots, prints
 them for the biller and archives them. Around the charges stand the register
 of patients and the catalogues that a charge is built from.
 .
-The package holds the program, the viewer of its reports and the tool that
+The package holds the program, a second one that only reads (what is missing,
+who is due, what happened), the viewer of their reports and the tool that
 creates and checks databases.")
 
 set(CPACK_DEBIAN_WEBPANE_PACKAGE_NAME brantiwell-webpane)

@@ -15,14 +15,15 @@ std::string connectionStringOf(const std::string& path) {
          ";Jet OLEDB:System database=" + workgroupPathOf(path) + ";User Id=Kelps;Password=Kelps";
 }
 
-bool ConnectDatabase(std::string& message) {
+bool ConnectDatabase(std::string& message, EngineAccess access) {
   if (DatabaseConnected) return false;
   if (DatabasePath.empty()) {
     message = "Falta iniciar Informacion de Bases de datos";
     return false;
   }
   const std::string connectionString = connectionStringOf(DatabasePath);
-  if (SessionCreate(DatabaseConnection, connectionString) && SessionOpen(DatabaseConnection)) {
+  if (SessionCreate(DatabaseConnection, connectionString) &&
+      SessionOpen(DatabaseConnection, access)) {
     DatabaseConnected = true;
     return true;
   }
@@ -38,10 +39,10 @@ bool SessionCreate(Connection& connection, const std::string& connectionString) 
 
 const std::string& connectionAdvice() { return advice; }
 
-bool SessionOpen(Connection& connection) {
+bool SessionOpen(Connection& connection, EngineAccess access) {
   advice.clear();
   try {
-    connection.Open();
+    connection.Open(access);
     return true;
   } catch (const DatabaseRefusal& refusal) {
     if (refusal.why() == Refusal::full)

@@ -12,7 +12,7 @@ std::string connectionStringOf(const std::string& path);
 // Opens the one session, on DatabasePath and the workgroup file beside it. False when it was open
 // already (`message` is left as it is), and false with `message` filled when it failed. The
 // message shows the whole connection string, so that whoever helps the office sees both paths.
-bool ConnectDatabase(std::string& message);
+bool ConnectDatabase(std::string& message, EngineAccess access = EngineAccess::readWrite);
 
 // What to do about the last failure of opening, where it is told better than by the paths; "" when
 // there is nothing to add to them.
@@ -22,6 +22,6 @@ const std::string& connectionAdvice();
 bool SessionCreate(Connection& connection, const std::string& connectionString);
 
 // Opens it; false when that failed, the reason is not told.
-bool SessionOpen(Connection& connection);
+bool SessionOpen(Connection& connection, EngineAccess access = EngineAccess::readWrite);
 
 }  // namespace bw

@@ -33,7 +33,7 @@ constexpr const char* kApostrophe =
 Connection::Connection(std::unique_ptr<Engine> engine)
     : engine_(std::move(engine)), changeLog_(ChangeLog::of(*engine_)) {}
 
-void Connection::Open() {
+void Connection::Open(EngineAccess access) {
   const std::string target = settingOf(ConnectionString, "Data Source");
   const EngineMaker& maker = makerOf(target);
   if (maker.guardedByWorkgroup &&
@@ -41,7 +41,7 @@ void Connection::Open() {
                        settingOf(ConnectionString, "User Id"),
                        settingOf(ConnectionString, "Password")))
     throw RuntimeError(ErrorNumber::database, "The account or its password is not valid.");
-  std::unique_ptr<Engine> engine = maker.open(target);
+  std::unique_ptr<Engine> engine = maker.open(target, access);
   changeLog_ = ChangeLog::of(*engine);
   engine_ = std::move(engine);
   level_ = 0;
@@ -68,12 +68,12 @@ auto Connection::reaching(Work work) {
   }
 }
 
-int Connection::BeginTrans() {
+int Connection::BeginTrans(TransactionKind kind) {
   const int level = level_ + 1;
   hear(level == 1 ? "BEGIN" : concat("SAVEPOINT s", level));
   requireAlive();
   if (level == 1)
-    engine().begin();
+    engine().begin(kind);
   else
     engine().beginLevel(level);
   return level_ = level;

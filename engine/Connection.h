@@ -28,14 +28,15 @@ class Connection {
 
   // Opens what ConnectionString names: its data source, and where a workgroup file guards it that
   // file and its account. Raises error `database` when one of them is missing or refused.
-  void Open();
+  void Open(EngineAccess access = EngineAccess::readWrite);
   bool isOpen() const noexcept { return engine_ != nullptr; }
 
   // Transactions nest. Commit and Rollback end the innermost level only; what an inner commit
   // kept is undone by an outer rollback. A commit that fails rolls its level back. Without an open
   // transaction they raise `noTransaction`. When the engine has rolled back by itself (a full
   // disk), statements and commits fail until the last level is ended, and rollbacks succeed.
-  int BeginTrans();  // returns the new level, from 1
+  // Returns the new level, from 1. The kind is that of the outermost one.
+  int BeginTrans(TransactionKind kind = TransactionKind::ordinary);
   void CommitTrans();
   void RollbackTrans();
   int transactionLevel() const noexcept { return level_; }

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/EngineAccess.h"
 #include "engine/EngineStatement.h"
 #include "engine/Refusals.h"
 #include "records/RowStore.h"

@@ -11,14 +11,17 @@ namespace bw {
 namespace {
 
 constexpr std::array kMakers{
-    EngineMaker{.takes = isServerAddress,
-                .guardedByWorkgroup = false,
-                .open = [](const std::string& address) { return openPostgres(address); },
-                .openDamaged = [](const std::string& address) { return openPostgres(address); }},
+    EngineMaker{
+        .takes = isServerAddress,
+        .guardedByWorkgroup = false,
+        .open = [](const std::string& address,
+                   EngineAccess access) { return openPostgres(address, {.access = access}); },
+        .openDamaged = [](const std::string& address) { return openPostgres(address); }},
     EngineMaker{
         .takes = [](std::string_view) { return true; },
         .guardedByWorkgroup = true,
-        .open = [](const std::string& path) { return openSqlite(path); },
+        .open = [](const std::string& path,
+                   EngineAccess access) { return openSqlite(path, {.access = access}); },
         .openDamaged =
             [](const std::string& path) { return openSqlite(path, {.quickCheck = false}); }},
 };
@@ -30,8 +33,8 @@ const EngineMaker& makerOf(std::string_view target) noexcept {
                                [target](const EngineMaker& maker) { return maker.takes(target); });
 }
 
-std::unique_ptr<Engine> openEngine(const std::string& target) {
-  return makerOf(target).open(target);
+std::unique_ptr<Engine> openEngine(const std::string& target, EngineAccess access) {
+  return makerOf(target).open(target, access);
 }
 
 }  // namespace bw

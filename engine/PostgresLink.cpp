@@ -88,13 +88,14 @@ void PostgresLink::connect() {
 
 // Workers that read one table together would give its rows in another order each time.
 void PostgresLink::setUp() {
-  const PostgresResult facts = query(
-      concat("SET lock_timeout = ", options_.busyTimeout.count(),
-             "; SET max_parallel_workers_per_gather = 0;",
-             "SET jit = off; SET standard_conforming_strings = on; SET datestyle = 'ISO, YMD';"
-             "SET extra_float_digits = 1;"
-             "SELECT pid, backend_start, to_regclass('bw_desks') IS NOT NULL"
-             " FROM pg_stat_get_activity(pg_backend_pid()) AS a"));
+  const PostgresResult facts = query(concat(
+      "SET lock_timeout = ", options_.busyTimeout.count(),
+      "; SET max_parallel_workers_per_gather = 0;",
+      "SET jit = off; SET standard_conforming_strings = on; SET datestyle = 'ISO, YMD';"
+      "SET extra_float_digits = 1;",
+      options_.access == EngineAccess::readOnly ? "SET default_transaction_read_only = on;" : "",
+      "SELECT pid, backend_start, to_regclass('bw_desks') IS NOT NULL"
+      " FROM pg_stat_get_activity(pg_backend_pid()) AS a"));
   backend_ = {PQgetvalue(facts.get(), 0, 0), PQgetvalue(facts.get(), 0, 1)};
   hasDesks_ = std::string_view(PQgetvalue(facts.get(), 0, 2)) == "t";
 }

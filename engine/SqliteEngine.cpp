@@ -321,13 +321,15 @@ std::unique_ptr<Engine> openFile(const std::string& path, const SqliteOptions& o
   const bool inMemory = path == kInMemory;
   sqlite3* opened = nullptr;
   // One thread uses a connection: locks within it would only cost.
-  const int flags =
-      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (inMemory ? SQLITE_OPEN_CREATE : 0);
+  const bool readsOnly = options.access == EngineAccess::readOnly;
+  const int flags = (readsOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) |
+                    SQLITE_OPEN_NOMUTEX | (inMemory ? SQLITE_OPEN_CREATE : 0);
   const int status = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
   Database database(opened);
   if (status != SQLITE_OK) throw DatabaseRefusal(Refusal::notOpened, sqlite3_errmsg(opened));
   // Without the right to write the engine opens it for reading alone and says nothing.
-  if (sqlite3_db_readonly(database.get(), "main") != 0) throw DatabaseRefusal(Refusal::readOnly);
+  if (!readsOnly && sqlite3_db_readonly(database.get(), "main") != 0)
+    throw DatabaseRefusal(Refusal::readOnly);
   setUp(database.get(), options);
   sqlite3* handle = database.get();
   auto engine = std::make_unique<SqliteEngine>(std::move(database), options);

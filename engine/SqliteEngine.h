@@ -11,9 +11,10 @@ namespace bw {
 struct SqliteOptions {
   std::chrono::milliseconds busyTimeout{5000};
   bool quickCheck = true;  // false opens a damaged file too, as far as that goes
+  EngineAccess access = EngineAccess::readWrite;
 };
 
-// Opens an existing file, read-write; it is never created. Missing, damaged or refused: raises
+// Opens an existing file; it is never created. Missing, damaged or refused: raises
 // DatabaseRefusal. The path ":memory:" gives an empty database of its own.
 std::unique_ptr<Engine> openSqlite(const std::string& path, const SqliteOptions& options = {});
 

@@ -6,73 +6,22 @@
 #include <functional>
 #include <optional>
 
-#include "core/LongWork.h"
-#include "core/Services.h"
 #include "data/BWSQLPatients.h"
 #include "reports/ApoyoMyView.h"
+#include "reports/ReportSheet.h"
 #include "text/Formats.h"
 #include "text/Text.h"
 
 namespace bw {
 namespace {
 
-struct Report {
-  const std::filesystem::path& document;
-  double width;
-  double height;
-  const std::string& headerLine;
-  const std::string& title;
-  const std::string& subtitles;
-};
-
-// Where on which page the next thing goes.
-class Sheet {
- public:
-  explicit Sheet(const Report& report) : report_(report), limit_(report.height - 1.0) {}
-
-  double y = 0;
-  std::int32_t page() const noexcept { return page_; }
-
-  // Begins a page unless something of that height still fits on the one at hand. True when it did.
-  bool makeRoom(double height) {
-    constexpr double kTolerance = 1e-6;  // what fits exactly fits, whatever was summed up
-    if (page_ > 0 && y + height <= limit_ + kTolerance) return false;
-    if (page_ > 0) finish();
-    ++page_;
-    y = 1.25;
-    ViewerPageHeader(report_.headerLine, report_.title, report_.subtitles, page_, y);
-    return true;
-  }
-
-  void finish() { ViewerFooterBar(page_, limit_ + 0.5, report_.width - 0.9); }
-
- private:
-  const Report& report_;
-  double limit_;
-  std::int32_t page_ = 0;
-};
-
 // Writes the document, a record at a time, and starts the viewer.
 void writeReport(const RecordSetRef& recordset, const Report& report,
                  const std::function<void(Sheet&)>& writeRecord) {
-  const std::ptrdiff_t count = recordset->RecordCount();
-  if (count == 0) return;
-  try {
-    ViewerDocument document(report.document, report.width, report.height);
-    Sheet sheet(report);
-    LongWork work("Writing the report...", count);
-    for (std::ptrdiff_t position = 1; position <= count; ++position) {
-      recordset->setAbsolutePosition(position);
-      writeRecord(sheet);
-      work.step();
-    }
-    sheet.finish();
-    document.close();
-  } catch (const RuntimeError& error) {
-    if (error.number() != ErrorNumber::pathNotFound) throw;
-    return MsgBox(error.text());
-  }
-  services().view(report.document);
+  bw::writeReport(report, recordset->RecordCount(), [&](Sheet& sheet, std::ptrdiff_t record) {
+    recordset->setAbsolutePosition(record + 1);
+    writeRecord(sheet);
+  });
 }
 
 std::string dayOf(const RecordSet& charge, const char* field) {

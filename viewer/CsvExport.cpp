@@ -3,40 +3,18 @@
 #include <string>
 #include <utility>
 
+#include "text/CsvText.h"
+
 namespace bw {
 
 namespace {
 
-// A number with a sign is no formula.
-bool isFormula(std::string_view field) {
-  constexpr std::string_view kBeginnings = "=+-@";
-  constexpr std::string_view kNumber = "0123456789.,";
-  if (field.empty() || kBeginnings.find(field.front()) == kBeginnings.npos) return false;
-  const bool sign = field.front() == '+' || field.front() == '-';
-  return !sign || field.find_first_not_of(kNumber, 1) != field.npos;
-}
-
-void appendField(std::string& out, std::string_view field) {
-  const bool quoted = field.find_first_of(",;\"\r\n") != field.npos;
-  if (quoted) out += '"';
-  if (isFormula(field)) out += '\'';
-  for (const char c : field) {
-    if (c == '"') out += '"';
-    out += c;
-  }
-  if (quoted) out += '"';
-}
-
 void appendRecord(std::string& out, const TableRecord& record) {
-  for (std::size_t i = 0; i < record.size(); ++i) {
-    if (i != 0) out += ',';
-    appendField(out, record[i]);
-  }
-  out += "\r\n";
+  appendCsvRecord(out, record, [](const auto& field) { return std::string_view(field); });
 }
 
 std::string heads(const TableShape& shape) {
-  std::string out = "\xEF\xBB\xBF";
+  std::string out(kCsvMark);
   TableRecord names;
   names.reserve(shape.columns.size());
   for (const TableColumn& column : shape.columns) names.push_back(column.name);
