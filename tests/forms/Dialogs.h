@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <ostream>
 
+#include "catalogues/CodeSearch.h"
 #include "catalogues/Editors.h"
 #include "charges/frmArchiveCharges.h"
 #include "charges/frmCharges.h"
@@ -60,6 +61,7 @@ inline const DialogRow kDialogs[] = {
        frmMergePatients().showModal();
      },
      true},
+    {"frmPickCode", "btnOk", "btnCancel", openDialog<frmPickCode>},
     {"frmEditInsurance", "btnOk", "btnCancel", openDialog<frmEditInsurance>},
     {"frmEditProcedure", "btnOk", "btnCancel", openDialog<frmEditProcedure>},
     {"frmEditDiagnosis", "btnOk", "btnCancel", openDialog<frmEditDiagnosis>},
