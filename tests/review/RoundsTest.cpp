@@ -135,10 +135,11 @@ TEST_F(RoundsTest, EveryVisitOfAnOfficeOfChanceIsThereWithItsDay) {
 
 TEST_F(RoundsTest, RowsStandByFacilityWardAndPatient) {
   makeOffice(7);
-  const Strings places =
+  Strings places =
       linesOf(*findRounds(readRoundsOffice(), {.show = Show::all, .today = now.date}).visits,
               {"Facility", "Ward", "Names"});
   EXPECT_GT(places.size(), 5U);
+  for (std::string& line : places) std::ranges::replace(line, '|', '\1');  // ends before a blank
   EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
 }
 
