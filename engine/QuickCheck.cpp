@@ -168,7 +168,7 @@ class QuickCheck {
       throw Found{strange(table.name)};
     for (std::vector<std::int64_t>& numbers : numbers_[place]) {
       std::ranges::sort(numbers);
-      numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+      numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     }
     if (leaf.cells > 0 && fitting == 0) throw Found{strange(table.name)};
     // Columns that were added to a table later lack in its older rows: shorter is no fault.
