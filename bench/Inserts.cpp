@@ -2,8 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <cstdlib>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -100,12 +98,4 @@ void measure() {
 
 }  // namespace
 
-int main() {
-  try {
-    measure();
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return EXIT_FAILURE;
-  }
-  return bench::verdict();
-}
+int main() { return bench::run(measure); }

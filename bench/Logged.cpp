@@ -1,7 +1,5 @@
 // What a log of changes costs: the same writes with it and without.
 
-#include <cstdlib>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -88,7 +86,7 @@ class Desk {
 }  // namespace
 
 int main() {
-  try {
+  return bench::run([] {
     Desk logged("bench-logged.db", true);
     Desk plain("bench-plain.db", false);
     const auto compare = [&](const char* name, double most, auto work) {
@@ -98,9 +96,5 @@ int main() {
     };
     compare("log of changes: store 200 charges", kMostTimesSingle, [](Desk& at) { at.store(); });
     compare("log of changes: post 1,000 charges", kMostTimesLoop, [](Desk& at) { at.post(); });
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return EXIT_FAILURE;
-  }
-  return bench::verdict();
+  });
 }

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 
 namespace bw::bench {
 namespace {
@@ -51,5 +52,15 @@ void compare(const std::string& name, double factor, const std::function<double(
 }
 
 int verdict() noexcept { return missed ? EXIT_FAILURE : EXIT_SUCCESS; }
+
+int run(const std::function<void()>& measure) {
+  try {
+    measure();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return EXIT_FAILURE;
+  }
+  return verdict();
+}
 
 }  // namespace bw::bench

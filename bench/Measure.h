@@ -47,4 +47,7 @@ void compare(const std::string& name, double factor, const std::function<double(
 // Success when no limit was missed: what main() returns.
 int verdict() noexcept;
 
+// Measures and tells an error; what main() returns.
+int run(const std::function<void()>& measure);
+
 }  // namespace bw::bench

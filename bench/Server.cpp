@@ -4,7 +4,6 @@
 #include <libpq-fe.h>
 
 #include <cstdlib>
-#include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -216,12 +215,4 @@ void measure() {
 
 }  // namespace
 
-int main() {
-  try {
-    measure();
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return EXIT_FAILURE;
-  }
-  return bench::verdict();
-}
+int main() { return bench::run(measure); }

@@ -7,11 +7,9 @@
 
 #include "controls/Dialog.h"
 #include "controls/QtText.h"
-#include "core/Principal.h"
-#include "printing/ListReports.h"
 #include "reports/ApoyoMyView.h"
-#include "reports/ReportSheet.h"
 #include "review/ChargeTable.h"
+#include "review/PageReport.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -83,22 +81,14 @@ void printBars(const PageSheet& sheet) {
   constexpr double kStep = 0.2;
   constexpr double kWords = 2.6;
   constexpr double kBars = 3.7;
-  const std::filesystem::path document = documentPath(sheet.document);
   const RowStore& rows = *sheet.rows->rows();
   const std::vector<std::uint32_t>& order = sheet.rows->view();
   const TableColumn caption(rows, "Caption");
   const TableColumn count(rows, "Count");
   const TableColumn share(rows, "Share");
   const double largest = static_cast<double>(largestOf(count, order));
-  const Report report{document,
-                      static_cast<double>(PageWidthInches),
-                      static_cast<double>(PageHeightInches),
-                      ReportHeaderLine,
-                      sheet.title,
-                      sheet.subtitles};
-  writeReport(report, std::ssize(order), [&](Sheet& page, std::ptrdiff_t record) {
+  writePageReport(sheet, order, [&](Sheet& page, std::uint32_t row) {
     page.makeRoom(kStep);
-    const std::uint32_t row = order[static_cast<std::size_t>(record)];
     const double bar = kBars * static_cast<double>(count(row)) / largest;
     const auto words = [&](double x, double width, std::int16_t align, std::string_view text) {
       ViewerText(page.page(), x, page.y, width, kStep, align, kMiddle, kBlack, 10, false, true,

@@ -1,13 +1,11 @@
 #include "review/Lots.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "records/KeyIndex.h"
 #include "review/ChargeTable.h"
 #include "review/ResultRows.h"
 #include "review/Statements.h"
@@ -86,48 +84,6 @@ class Lots {
   std::unordered_map<std::int64_t, std::size_t> places_;
 };
 
-// The codes of a charge's details, parted by ";".
-class DetailCodes {
- public:
-  explicit DetailCodes(const RowStore& catalogue)
-      : index_(catalogue.columns[catalogue.indexOf("Code")]), real_(catalogue, "RealCode"),
-        billing_(catalogue, "BillingCode") {}
-
-  Value real(const std::vector<std::int64_t>& codes) const { return list(real_, codes); }
-  Value billing(const std::vector<std::int64_t>& codes) const { return list(billing_, codes); }
-
- private:
-  Value list(const TableColumn& column, const std::vector<std::int64_t>& codes) const {
-    return joined(codes, ";", [&](std::int64_t code) {
-      const std::uint32_t row = index_.row(code);
-      return row == KeyIndex::kNone ? std::string_view() : column.text(row);
-    });
-  }
-
-  KeyIndex index_;
-  TableColumn real_;
-  TableColumn billing_;
-};
-
-struct LotCharges {
-  Rows charges;
-  Rows diagnoses;
-  Rows procedures;
-  Rows diagnosisCatalogue;
-  Rows procedureCatalogue;
-};
-
-LotCharges readLot(std::int64_t lot) {
-  OfficeSnapshot snapshot(5);
-  LotCharges read;
-  read.charges = snapshot.read(statements::chargesOfLot(lot));
-  read.diagnoses = snapshot.read(statements::diagnosesWhere(statements::ofLot(lot)));
-  read.procedures = snapshot.read(statements::proceduresWhere(statements::ofLot(lot)));
-  read.diagnosisCatalogue = snapshot.read(statements::kDiagnoses);
-  read.procedureCatalogue = snapshot.read(statements::kProcedures);
-  return read;
-}
-
 }  // namespace
 
 std::optional<Date> dayOfLot(std::int64_t lot) noexcept {
@@ -151,65 +107,6 @@ Rows findLots(const RowStore& charges) {
     rows.add({lot.number, day ? Value(*day) : Value(), insurancesOf(lot), countValue(lot.charges),
               countValue(lot.patients), dayValue(lot.firstDay), dayValue(lot.lastDay),
               countValue(lot.readyAgain)});
-  }
-  return rows.take();
-}
-
-Rows readLotTable(std::int64_t lot) {
-  const LotCharges read = readLot(lot);
-  const RowStore& charges = *read.charges;
-  const ChargeDetails diagnoses(charges, *read.diagnoses);
-  const ChargeDetails procedures(charges, *read.procedures);
-  const DetailCodes diagnosisCodes(*read.diagnosisCatalogue);
-  const DetailCodes procedureCodes(*read.procedureCatalogue);
-  const TableColumn status(charges, "ChargeTypeCode");
-  ResultRows rows{{"Lot", FieldType::integer},
-                  {"Account"},
-                  {"Patient"},
-                  {"Date of birth", FieldType::date},
-                  {"Insurance"},
-                  {"Date of service", FieldType::date},
-                  {"Facility"},
-                  {"Facility billing code"},
-                  {"Patient status"},
-                  {"Doctor"},
-                  {"Doctor billing code"},
-                  {"Referring doctor"},
-                  {"Referring billing code"},
-                  {"E&M"},
-                  {"E&M real code"},
-                  {"E&M billing code"},
-                  {"Diagnosis real codes"},
-                  {"Diagnosis billing codes"},
-                  {"Procedure real codes"},
-                  {"Procedure billing codes"},
-                  {"Status"}};
-  for (std::size_t row = 0; row < charges.rowCount(); ++row) {
-    const auto field = [&](std::string_view name) { return TableColumn(charges, name).value(row); };
-    const bool inside = status(row) == 1;
-    const std::vector<std::int64_t> diagnosed = diagnoses.of(row);
-    const std::vector<std::int64_t> done = procedures.of(row);
-    rows.add({lot,
-              field("AccountNumber"),
-              field("Names"),
-              field("DateOfBirth"),
-              field("Insurance"),
-              field("ChargeRealDate"),
-              field("Facility"),
-              field(inside ? "BillingFacilityCode" : "BillingFacilityCodeOut"),
-              textValue(inside ? "Inpatient" : "Outpatient"),
-              field("Doctor"),
-              field("BillingDoctorCode"),
-              field("ReferDoctor"),
-              field("BillingReferDoctorCode"),
-              field("EMDescription"),
-              field("RealEMCode"),
-              field("BillingEMCode"),
-              diagnosisCodes.real(diagnosed),
-              diagnosisCodes.billing(diagnosed),
-              procedureCodes.real(done),
-              procedureCodes.billing(done),
-              field("StatusDescription")});
   }
   return rows.take();
 }

@@ -17,13 +17,13 @@ struct Append {
 
 }  // namespace
 
-ResultRows::ResultRows(std::initializer_list<Field> fields) {
+ResultRows::ResultRows(std::span<const Field> fields) {
   rows_->columns.reserve(fields.size());
   for (const Field& field : fields)
     rows_->columns.emplace_back(std::string(field.name), field.type);
 }
 
-void ResultRows::add(std::initializer_list<Value> values) {
+void ResultRows::add(std::span<const Value> values) {
   auto column = rows_->columns.begin();
   for (const Value& value : values) std::visit(Append{*column++}, value);
 }

@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "records/RowStore.h"
@@ -15,10 +16,12 @@ class ResultRows {
     std::string_view name;
     FieldType type = FieldType::text;
   };
-  explicit ResultRows(std::initializer_list<Field> fields);
+  explicit ResultRows(std::span<const Field> fields);
+  ResultRows(std::initializer_list<Field> fields) : ResultRows(std::span(fields)) {}
 
   // A value a field, each of the field's type or none.
-  void add(std::initializer_list<Value> values);
+  void add(std::span<const Value> values);
+  void add(std::initializer_list<Value> values) { add(std::span(values)); }
 
   std::shared_ptr<const RowStore> take();
 

@@ -1,13 +1,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "core/Principal.h"
 #include "core/Services.h"
-#include "printing/ListReports.h"
 #include "reports/ApoyoMyView.h"
-#include "reports/ReportSheet.h"
 #include "review/FrequencyDays.h"
-#include "review/PageKind.h"
+#include "review/PageReport.h"
 #include "review/Rounds.h"
 #include "review/Statements.h"
 #include "text/Formats.h"
@@ -115,17 +112,8 @@ void print(const PageSheet& asked) {
   std::stable_sort(order.begin(), order.end(), [&](std::uint32_t one, std::uint32_t other) {
     return doctors.rank(doctors.raw(one)) < doctors.rank(doctors.raw(other));
   });
-  const std::filesystem::path document = documentPath(asked.document);
-  const Report report{document,
-                      static_cast<double>(PageWidthInches),
-                      static_cast<double>(PageHeightInches),
-                      ReportHeaderLine,
-                      asked.title,
-                      asked.subtitles};
   Pocket pocket(rows);
-  writeReport(report, std::ssize(order), [&](Sheet& sheet, std::ptrdiff_t record) {
-    pocket.write(sheet, order[static_cast<std::size_t>(record)]);
-  });
+  writePageReport(asked, order, [&](Sheet& sheet, std::uint32_t row) { pocket.write(sheet, row); });
 }
 
 }  // namespace

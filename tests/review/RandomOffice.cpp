@@ -123,8 +123,8 @@ std::vector<TableRow> RandomOfficeTest::table(const std::string& name) {
   const RecordSetRef read = DatabaseConnection.Read(concat("SELECT * FROM [", name, "]"));
   for (; !read->EOF_(); read->MoveNext()) {
     TableRow& row = rows.emplace_back();
-    for (std::size_t i = 0; i < read->fieldCount(); ++i)
-      row[read->fieldName(i)] = read->textOrEmpty(i);
+    for (const SchemaColumn& column : schemaTable(name).columns)
+      row[std::string(column.name)] = read->textOrEmpty(column.name);
   }
   return rows;
 }

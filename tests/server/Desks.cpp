@@ -1,8 +1,10 @@
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <map>
@@ -216,13 +218,16 @@ int runAll(const std::string& address, int desks, int rounds) {
       mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
   auto& shared = *new (memory) Shared;
   for (int number = 0; number < desks; ++number)
-    if (fork() == 0) std::_Exit(runDesk(address, number, shared));
+    if (fork() == 0) {
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
+      std::_Exit(runDesk(address, number, shared));
+    }
   for (int round = 0; round < rounds; ++round) {
     const int before = shared.acknowledged;
     while (shared.acknowledged < before + kChangesARound) usleep(1000);
     std::cout << "again" << std::endl;
     std::string answer;
-    std::getline(std::cin, answer);
+    if (!std::getline(std::cin, answer)) return 2;  // nobody is there to kill any more
   }
   shared.ended = true;
   int faults = 0;
