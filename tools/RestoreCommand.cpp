@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <ostream>
 #include <system_error>
 
@@ -93,7 +94,8 @@ class Before {
 
   void move() {
     for (Part& part : parts_) {
-      if (part.stood) fs::rename(part.place, part.kept);
+      if (part.stood && rename(part.place.c_str(), part.kept.c_str()) != 0)
+        fail("The file cannot be moved: ", part.place);
       part.isFree = true;
     }
     fs::remove(sharedMemory_);
