@@ -33,15 +33,11 @@ class Child {
   }
   // All that it told until its end.
   Strings told() const {
-    std::string text;
-    char piece[4096];
-    for (ssize_t size = 0; (size = read(pipe_, piece, sizeof piece)) > 0;)
-      text.append(piece, static_cast<std::size_t>(size));
+    Strings lines;
+    std::ifstream stream(concat("/proc/self/fd/", pipe_));
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
     close(pipe_);
     waitpid(process_, nullptr, 0);
-    Strings lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
     return lines;
   }
 

@@ -68,21 +68,6 @@ ssize_t writing(int file, const void* bytes, std::size_t size, off_t at, Write w
   return -1;
 }
 
-template <class Open>
-auto opening(const Open& open) {
-  return failsOrDies(Call::open) ? decltype(open())(-1) : open();
-}
-
-mode_t modeBehind(int flags, va_list rest) {
-  return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(rest, mode_t) : 0;
-}
-
-int syncing(int file) {
-  if (failsOrDies(Call::sync)) return -1;
-  note(Call::sync, file, 0);
-  return 0;
-}
-
 }  // namespace
 
 FaultyDisk::FaultyDisk(const Fault& wanted) {
@@ -110,48 +95,43 @@ ssize_t pwrite(int file, const void* bytes, size_t size, off_t at) {
   return bw::writing(file, bytes, size, at,
                      [&](size_t some) { return next<&pwrite>("pwrite")(file, bytes, some, at); });
 }
-ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t at) {
-  return pwrite(file, bytes, size, at);
-}
+ssize_t pwrite64(int, const void*, size_t, off64_t) __attribute__((alias("pwrite")));
 ssize_t writev(int file, const iovec* pieces, int count) {
-  if (bw::failsOrDies(Call::write)) return -1;
-  return next<&writev>("writev")(file, pieces, count);
+  return bw::failsOrDies(Call::write) ? -1 : next<&writev>("writev")(file, pieces, count);
 }
 
-int fsync(int file) { return bw::syncing(file); }
-int fdatasync(int file) { return bw::syncing(file); }
+int fsync(int file) {
+  if (bw::failsOrDies(Call::sync)) return -1;
+  bw::note(Call::sync, file, 0);
+  return 0;
+}
+int fdatasync(int) __attribute__((alias("fsync")));
 
 int ftruncate(int file, off_t size) noexcept {
   if (bw::failsOrDies(Call::truncate)) return -1;
   bw::note(Call::truncate, file, size);
   return next<&ftruncate>("ftruncate")(file, size);
 }
-int ftruncate64(int file, off64_t size) noexcept { return ftruncate(file, size); }
+int ftruncate64(int, off64_t) noexcept __attribute__((alias("ftruncate")));
 
 int open(const char* path, int flags, ...) {
   va_list rest;
   va_start(rest, flags);
-  const mode_t mode = bw::modeBehind(flags, rest);
+  const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(rest, mode_t) : 0;
   va_end(rest);
-  return bw::opening([&] { return next<&open>("open")(path, flags, mode); });
+  return bw::failsOrDies(Call::open) ? -1 : next<&open>("open")(path, flags, mode);
 }
-int open64(const char* path, int flags, ...) {
-  va_list rest;
-  va_start(rest, flags);
-  const mode_t mode = bw::modeBehind(flags, rest);
-  va_end(rest);
-  return open(path, flags, mode);
-}
+int open64(const char*, int, ...) __attribute__((alias("open")));
 int mkostemp(char* path, int flags) {
-  return bw::opening([&] { return next<&mkostemp>("mkostemp")(path, flags); });
+  return bw::failsOrDies(Call::open) ? -1 : next<&mkostemp>("mkostemp")(path, flags);
 }
 int mkdir(const char* path, mode_t mode) noexcept {
-  return bw::opening([&] { return next<&mkdir>("mkdir")(path, mode); });
+  return bw::failsOrDies(Call::open) ? -1 : next<&mkdir>("mkdir")(path, mode);
 }
 FILE* fopen(const char* path, const char* mode) {
   return bw::failsOrDies(Call::open) ? nullptr : next<&fopen>("fopen")(path, mode);
 }
-FILE* fopen64(const char* path, const char* mode) { return fopen(path, mode); }
+FILE* fopen64(const char*, const char*) __attribute__((alias("fopen")));
 
 int rename(const char* from, const char* to) noexcept {
   return bw::failsOrDies(Call::name) ? -1 : next<&rename>("rename")(from, to);
@@ -159,9 +139,9 @@ int rename(const char* from, const char* to) noexcept {
 int link(const char* from, const char* to) noexcept {
   return bw::failsOrDies(Call::name) ? -1 : next<&link>("link")(from, to);
 }
-int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept {
+int linkat(int folder, const char* from, int other, const char* to, int flags) noexcept {
   if (bw::failsOrDies(Call::name)) return -1;
-  return next<&linkat>("linkat")(fromFolder, from, toFolder, to, flags);
+  return next<&linkat>("linkat")(folder, from, other, to, flags);
 }
 int unlink(const char* path) noexcept {
   if (bw::dies()) raise(SIGKILL);
