@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <vector>
 
 #include "files/Files.h"
@@ -63,9 +64,8 @@ fs::path fileOf(fs::path folder, const std::vector<std::string>& names) {
   return folder;
 }
 
-std::vector<std::string> linesOf(const fs::path& file) {
+std::vector<std::string> linesOf(std::istream&& stream) {
   std::vector<std::string> lines;
-  std::ifstream stream(file);
   for (std::string line; std::getline(stream, line);) {
     if (line.ends_with('\r')) line.pop_back();
     lines.push_back(std::move(line));
@@ -116,7 +116,7 @@ std::optional<MachineValue> readMachineSetting(std::string_view key, std::string
   const std::vector<std::string> names = namesOfKey(key);
   if (names.empty()) return {};
   for (const fs::path& folder : settingFolders())
-    for (const std::string& line : linesOf(fileOf(folder, names)))
+    for (const std::string& line : linesOf(std::ifstream(fileOf(folder, names))))
       if (const auto text = valueIn(line, name)) return parsed(*text);
   return {};
 }
@@ -130,7 +130,7 @@ void writeMachineSetting(std::string_view key, std::string_view name, const Mach
   const fs::path file = fileOf(settingFolders().front(), names);
   std::string content;
   bool stored = false;
-  for (const std::string& line : linesOf(file)) {
+  for (const std::string& line : linesOf(std::istringstream(textOfFile(file)))) {
     const bool ours = !stored && valueIn(line, name).has_value();
     content += (ours ? concat(name, "=", text) : line) + "\n";
     stored = stored || ours;

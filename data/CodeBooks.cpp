@@ -4,6 +4,7 @@
 #include <array>
 #include <fstream>
 #include <map>
+#include <sstream>
 
 #include "core/ApoyoRegistry.h"
 #include "engine/PostgresAddress.h"
@@ -96,16 +97,15 @@ std::string lineFrom(std::istream& file, std::string_view wanted) {
 }
 
 template <class Take>
-void forEachLine(const fs::path& file, std::string_view mark, Take take) {
-  std::ifstream stream(file, std::ios::binary);
+void forEachLine(std::istream&& stream, std::string_view mark, Take take) {
   std::string line;
   while (std::getline(stream, line))
     if (line.starts_with(mark)) take(std::string_view(line));
 }
 
-Lines linesOf(const fs::path& file, const BookRow& row) {
+Lines linesOf(const std::string& text, const BookRow& row) {
   Lines lines;
-  forEachLine(file, row.mark, [&](std::string_view line) {
+  forEachLine(std::istringstream(text), row.mark, [&](std::string_view line) {
     lines.insert_or_assign(std::string(codeOf(row, line)), std::string(line));
   });
   return lines;
@@ -169,7 +169,7 @@ std::shared_ptr<RowStore> readCodeBook(const fs::path& file, CodeBook book) {
   for (const char* name : {"Code", "Title", "ShortTitle", "Use"})
     store->columns.emplace_back(name, FieldType::text);
   const BookRow& row = rowOf(book);
-  forEachLine(file, row.mark, [&](std::string_view line) {
+  forEachLine(std::ifstream(file, std::ios::binary), row.mark, [&](std::string_view line) {
     line.remove_prefix(row.mark.size());
     store->columns[0].appendText(writtenCode(book, takeCell(line)));
     const bool heading = takeCell(line) == kHeading;
@@ -185,11 +185,12 @@ BookChange writeCodeBook(const fs::path& file, CodeBook book, const std::vector<
   const BookRow& row = rowOf(book);
   Lines after;
   for (const BookCode& code : codes) after.insert_or_assign(code.code, lineOf(row, code));
-  const BookChange change = difference(linesOf(file, row), after);
+  const std::string before = textOfFile(file);
+  const BookChange change = difference(linesOf(before, row), after);
   if (change.added + change.changed + change.dropped == 0) return change;
   std::string text;
   for (const BookRow& each : kBooks) {
-    const Lines lines = each.mark == row.mark ? after : linesOf(file, each);
+    const Lines lines = each.mark == row.mark ? after : linesOf(before, each);
     for (const auto& [code, line] : lines) text += line + '\n';
   }
   using enum fs::perms;

@@ -42,6 +42,9 @@ std::string refusalSentence(Refusal refusal, std::string_view detail) {
       return "The database file is damaged or is no database.";
     case Refusal::unreadable:
       return "The database file cannot be read or written.";
+    case Refusal::unconfirmed:
+      return "The disk did not confirm that this was stored. It is not known whether it is there "
+             "after the next start: please look for it before you enter it again.";
     case Refusal::notOpened:
       return concat("The database file cannot be opened: ", detail);
     case Refusal::foreignPart:
@@ -76,10 +79,10 @@ DatabaseRefusal::DatabaseRefusal(Refusal why, std::string_view detail)
       column_(columnOf(why, detail)) {}
 
 bool isOutage(Refusal refusal) noexcept {
-  constexpr std::array kOutages{Refusal::locked,       Refusal::full,       Refusal::readOnly,
-                                Refusal::damaged,      Refusal::unreadable, Refusal::rolledBack,
-                                Refusal::notConnected, Refusal::lost,       Refusal::lostSome,
-                                Refusal::unknown,      Refusal::notAllowed};
+  constexpr std::array kOutages{Refusal::locked,     Refusal::full,         Refusal::readOnly,
+                                Refusal::damaged,    Refusal::unreadable,   Refusal::unconfirmed,
+                                Refusal::rolledBack, Refusal::notConnected, Refusal::lost,
+                                Refusal::lostSome,   Refusal::unknown,      Refusal::notAllowed};
   return std::ranges::find(kOutages, refusal) != kOutages.end();
 }
 

@@ -20,6 +20,7 @@ enum class Refusal {
   readOnly,
   damaged,
   unreadable,
+  unconfirmed,  // it failed so late that it may be found stored after the next start
   notOpened,    // the detail is the reason
   notCreated,   // the detail is the reason
   foreignPart,  // of the database, which another user owns: the detail is its path

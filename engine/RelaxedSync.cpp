@@ -8,14 +8,16 @@
 namespace bw {
 namespace {
 
+// A disk that has failed to sync may have dropped what it was given: no later sync helps that.
 const char* reasonOf(Refusal why) noexcept {
   switch (why) {
     case Refusal::full:
-      return "the disk is full. Please make room.";
+      return "the disk is full. Please make room. The next record that is stored makes it safe.";
     case Refusal::locked:
-      return "another station has the database locked.";
+      return "another station has the database locked. The next record that is stored makes it "
+             "safe.";
     default:
-      return "the disk did not confirm it.";
+      return "the disk did not confirm it. Please make a copy of the database on another disk.";
   }
 }
 
@@ -38,11 +40,10 @@ void RelaxedSync::finish() {
   try {
     connection_.restoreSync();
   } catch (const DatabaseRefusal& refusal) {
-    throw RuntimeError(
-        ErrorNumber::database,
-        concat("Everything that was done is stored, but it is not safe from a power "
-               "cut yet: ",
-               reasonOf(refusal.why()), " The next record that is stored makes it safe."));
+    throw RuntimeError(ErrorNumber::database,
+                       concat("Everything that was done is stored, but it is not safe from a power "
+                              "cut yet: ",
+                              reasonOf(refusal.why())));
   }
 }
 

@@ -15,8 +15,8 @@ class RelaxedSync {
   ~RelaxedSync();  // ends it if need be; a failure passes in silence
 
   // From here on a commit is safe again, and so is everything committed before. Raises error
-  // `database` when the disk refuses: what was committed is stored all the same, and made safe by
-  // the next commit that succeeds. The sentence says so.
+  // `database` when the disk refuses: what was committed is stored all the same, and the sentence
+  // says what makes it safe.
   void finish();
 
  private:

@@ -12,10 +12,11 @@
 #include <type_traits>
 
 #include "engine/DamagedRows.h"
-#include "engine/EngineTransaction.h"
 #include "engine/QuickCheck.h"
 #include "engine/Refusals.h"
+#include "engine/SqliteBinder.h"
 #include "engine/SqliteHandles.h"
+#include "engine/SqliteLog.h"
 #include "records/ColumnFeed.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
@@ -66,11 +67,13 @@ class SqliteEngine final : public Engine {
   }
 
   std::int64_t execute(const EngineStatement& text) override {
-    return use(text, [this](sqlite3_stmt* statement) {
-      while (step(statement)) {
-      }
-      return sqlite3_stmt_readonly(statement) != 0 ? 0 : sqlite3_changes64(database_.get());
-    });
+    try {
+      return use(text, [this](sqlite3_stmt* statement) { return run(statement); });
+    } catch (const DatabaseRefusal&) {
+      if (mayStandInLog(*database_) && !takeBackCommit(*database_))
+        throw DatabaseRefusal(Refusal::unconfirmed);
+      throw;
+    }
   }
 
   std::shared_ptr<RowStore> read(const EngineStatement& text) override {
@@ -91,7 +94,8 @@ class SqliteEngine final : public Engine {
       execute("COMMIT");
       return {};
     } catch (const DatabaseRefusal& why) {
-      return {.outcome = CommitResult::Outcome::refused, .why = why};
+      using enum CommitResult::Outcome;
+      return {.outcome = why.why() == Refusal::unconfirmed ? unknown : refused, .why = why};
     }
   }
   void rollback() override { execute("ROLLBACK"); }
@@ -114,10 +118,7 @@ class SqliteEngine final : public Engine {
     inLoop_ = false;
     wait(patience_);
     execute("PRAGMA synchronous=FULL");
-    EngineTransaction transaction(*this, TransactionKind::writing);
-    const std::shared_ptr<RowStore> version = read("PRAGMA user_version");
-    execute(concat("PRAGMA user_version=", version->columns.front().raw(0)));
-    transaction.commit();
+    commitNothing(*database_);
   }
 
   bool hasTable(std::string_view name) override {
@@ -134,7 +135,7 @@ class SqliteEngine final : public Engine {
   }
 
   // Steps an insert to its end, and leaves it ready for the next.
-  void insert(const Statement& statement) {
+  void insert(const Statement& statement) const {
     step(statement.get());
     sqlite3_reset(statement.get());
   }
@@ -160,6 +161,12 @@ class SqliteEngine final : public Engine {
     if (status == SQLITE_ROW) return true;
     if (status != SQLITE_DONE) refuseStep(statement);
     return false;
+  }
+
+  std::int64_t run(sqlite3_stmt* statement) const {
+    while (step(statement)) {
+    }
+    return sqlite3_stmt_readonly(statement) != 0 ? 0 : sqlite3_changes64(database_.get());
   }
 
   std::shared_ptr<RowStore> readAll(sqlite3_stmt* statement) const {
@@ -196,21 +203,9 @@ class SqliteEngine final : public Engine {
 
   // The values' texts outlive the run.
   static void bindAll(sqlite3_stmt* statement, const std::vector<StatementValue>& values) {
-    struct Binder {
-      sqlite3_stmt* statement;
-      int place;
-      int operator()(std::int64_t number) const {
-        return sqlite3_bind_int64(statement, place, number);
-      }
-      int operator()(const std::string& text) const {
-        return sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()),
-                                 SQLITE_STATIC);
-      }
-    };
     int place = 0;
     for (const StatementValue& value : values)
-      if (std::visit(Binder{statement, ++place}, value) != SQLITE_OK)
-        throw RuntimeError(ErrorNumber::outOfMemory);
+      bind({.statement = statement, .place = ++place, .lifetime = SQLITE_STATIC}, value);
   }
 
   // A foreign key tells neither table nor direction; the statement's kind does.
@@ -254,26 +249,6 @@ class SqliteEngine final : public Engine {
   std::array<Shared, 4> shared_;  // the latest shapes
 };
 
-void bind(sqlite3_stmt* statement, int place, const Value& value) {
-  struct Binder {
-    sqlite3_stmt* statement;
-    int place;
-    int operator()(std::monostate) const { return sqlite3_bind_null(statement, place); }
-    int operator()(std::int64_t number) const {
-      return sqlite3_bind_int64(statement, place, number);
-    }
-    int operator()(const std::string& text) const {
-      return sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()),
-                               SQLITE_TRANSIENT);
-    }
-    int operator()(Date date) const { return (*this)(isoDate(date)); }
-    int operator()(TimeOfDay time) const { return (*this)(isoTime(time)); }
-    int operator()(DateTime moment) const { return (*this)(isoDateTime(moment)); }
-  };
-  if (std::visit(Binder{statement, place}, value) != SQLITE_OK)
-    throw RuntimeError(ErrorNumber::outOfMemory);
-}
-
 class SqliteBulkInsert final : public BulkInsert {
  public:
   SqliteBulkInsert(SqliteEngine& engine, Statement statement)
@@ -283,7 +258,8 @@ class SqliteBulkInsert final : public BulkInsert {
     // Also behind a refused row: a statement that has been stepped takes no values.
     sqlite3_reset(statement_.get());
     int place = 0;
-    for (const Value& value : values) bind(statement_.get(), ++place, value);
+    for (const Value& value : values)
+      bind({.statement = statement_.get(), .place = ++place, .lifetime = SQLITE_TRANSIENT}, value);
     engine_.insert(statement_);
   }
 

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <system_error>
 
@@ -31,6 +33,17 @@ int writeAndSync(int file, std::string_view text, mode_t mode) noexcept {
   return fchmod(file, mode) == 0 && fsync(file) == 0 ? 0 : errno;
 }
 
+// Makes the names in a folder survive a power cut. Returns 0, or the error.
+int syncNames(const fs::path& folder) noexcept {
+  const int opened =
+      open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (opened < 0) return errno;
+  const int error = fsync(opened) == 0 ? 0 : errno;
+  close(opened);
+  // Some file systems keep names by themselves and know of no such call.
+  return error == EINVAL || error == EROFS ? 0 : error;
+}
+
 }  // namespace
 
 void writeFileWhole(const fs::path& file, std::string_view text, fs::perms permissions) {
@@ -39,12 +52,23 @@ void writeFileWhole(const fs::path& file, std::string_view text, fs::perms permi
   if (opened < 0) refuse("The file cannot be written: ", file, errno);
   int error = writeAndSync(opened, text, static_cast<mode_t>(permissions));
   if (close(opened) != 0 && error == 0) error = errno;
-  if (error == 0 && rename(temporary.c_str(), file.c_str()) != 0) error = errno;
-  if (error != 0) {
+  try {
+    if (error != 0) refuse("The file cannot be written: ", file, error);
+    nameForGood(temporary, file);
+  } catch (const RuntimeError&) {
     unlink(temporary.c_str());
-    refuse("The file cannot be written: ", file, error);
+    throw;
   }
-  syncFolder(file.parent_path());
+}
+
+std::string textOfFile(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  const int error = stream ? 0 : errno;
+  if (error == ENOENT) return {};
+  std::ostringstream text;
+  text << stream.rdbuf();
+  if (error != 0 || text.bad()) refuse("The file cannot be read: ", file, error != 0 ? error : EIO);
+  return text.str();
 }
 
 void makeFolder(const fs::path& folder, fs::perms permissions) {
@@ -57,15 +81,21 @@ void makeFolder(const fs::path& folder, fs::perms permissions) {
     refuse("The folder cannot be made: ", folder, errno);
 }
 
-void syncFolder(const fs::path& folder) {
-  const int opened =
-      open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (opened < 0) refuse("The folder cannot be read: ", folder, errno);
-  const int error = fsync(opened) == 0 ? 0 : errno;
-  close(opened);
-  // Some file systems keep names by themselves and know of no such call.
-  if (error != 0 && error != EINVAL && error != EROFS)
-    refuse("The folder cannot be written: ", folder, error);
+void nameForGood(const fs::path& from, const fs::path& to) {
+  // A second name for what is replaced: the way back.
+  const std::string before = from.string() + ".before";
+  const bool replaces = link(to.c_str(), before.c_str()) == 0;
+  int error = rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+  bool isAsBefore = error != 0;
+  if (error == 0 && (error = syncNames(to.parent_path())) != 0)
+    isAsBefore =
+        rename(replaces ? before.c_str() : to.c_str(), replaces ? to.c_str() : from.c_str()) == 0;
+  if (replaces) unlink(before.c_str());
+  if (error != 0)
+    refuse(isAsBefore
+               ? "The file cannot be written: "
+               : "The disk did not confirm a new file, which may be gone after a power cut: ",
+           to, error);
 }
 
 }  // namespace bw

@@ -53,33 +53,44 @@ void tellRelations(const fs::path& file, std::ostream& out) {
         << " rows name rows that do not exist; the command check tells which.\n";
 }
 
+// Puts what was begun among the copies, when it is good. Nothing of it stays otherwise.
+Exit finishCopy(const fs::path& begun, const Copy& copy, const fs::path& database,
+                const std::vector<TablePrint>& prints, std::ostream& out) {
+  try {
+    writeFileWhole(copy.workgroup(), workgroupContent(workgroupPathOf(database.string())),
+                   owner_read | owner_write);
+    writeFileWhole(copy.sums(), sumsText(prints), owner_read | owner_write);
+    if (const auto faults = faultsOf(begun, copy.workgroup(), prints); !faults.empty()) {
+      for (const std::string& fault : faults) out << fault << '\n';
+      out << "The copy is not good, and was dropped. The command check tells of the database.\n";
+      drop(copy);
+      return Exit::findings;
+    }
+    tellRelations(begun, out);
+    nameForGood(begun, copy.file);
+  } catch (const std::exception&) {
+    drop(copy);
+    throw;
+  }
+  out << "Made the copy " << copy.file.string() << ", and checked it.\n";
+  return Exit::done;
+}
+
 Exit copyInto(const CopiesFolder& folder, const fs::path& database, DateTime now,
               std::ostream& out) {
   sweepCopies(folder.path(), database);
-  const std::vector<Copy> before = copiesIn(folder.path(), database);
-  if (isUpToDate(before, database)) {
-    out << "Nothing has changed since the copy " << before.back().file.string() << ".\n";
+  std::vector<Copy> copies = copiesIn(folder.path(), database);
+  if (isUpToDate(copies, database)) {
+    out << "Nothing has changed since the copy " << copies.back().file.string() << ".\n";
     return Exit::done;
   }
   folder.refuseShortSpace(sizeOf(database));
   const BegunDatabase begun(begunCopy(folder.path(), database));
   const std::vector<TablePrint> prints = copySqlite(database.string(), begun.file().string());
-  const Copy copy = newCopy(folder.path(), database, now);
-  writeFileWhole(copy.workgroup(), workgroupContent(workgroupPathOf(database.string())),
-                 owner_read | owner_write);
-  writeFileWhole(copy.sums(), sumsText(prints), owner_read | owner_write);
-  if (const auto faults = faultsOf(begun.file(), copy.workgroup(), prints); !faults.empty()) {
-    for (const std::string& fault : faults) out << fault << '\n';
-    out << "The copy is not good, and was dropped. The command check tells of the database.\n";
-    drop(copy);
-    return Exit::findings;
-  }
-  tellRelations(begun.file(), out);
-  fs::rename(begun.file(), copy.file);
-  syncFolder(folder.path());
-  out << "Made the copy " << copy.file.string() << ", and checked it.\n";
-  for (const Copy& old : outlived(copiesIn(folder.path(), database))) drop(old);
-  return Exit::done;
+  copies.push_back(newCopy(folder.path(), database, now));
+  const Exit result = finishCopy(begun.file(), copies.back(), database, prints, out);
+  if (result == Exit::done) dropOutlived(copies, out);
+  return result;
 }
 
 Exit backUpInto(const fs::path& path, bool mayBeMade, const fs::path& database, DateTime now,

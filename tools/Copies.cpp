@@ -126,9 +126,9 @@ std::vector<std::string> faultsOf(const fs::path& file, const fs::path& workgrou
                                   const std::vector<TablePrint>& noted) {
   std::vector<std::string> faults;
   try {
+    faults = openEngine(file.string())->findDamage();
     if (!workgroupAdmits(workgroup, "Kelps", "Kelps"))
       faults.push_back("The workgroup file does not admit the program: " + workgroup.string());
-    faults = openEngine(file.string())->findDamage();
     if (printsOf(file.string()) != noted)
       faults.emplace_back("Its rows are not those that were noted when it was made.");
   } catch (const RuntimeError& error) {
@@ -150,8 +150,16 @@ std::vector<Copy> outlived(const std::vector<Copy>& copies) {
   return old;
 }
 
-void drop(const Copy& copy) {
-  for (const fs::path& file : {copy.file, copy.workgroup(), copy.sums()}) fs::remove(file);
+bool drop(const Copy& copy) {
+  std::error_code error;
+  for (const fs::path& file : {copy.file, copy.workgroup(), copy.sums()})
+    if (!fs::remove(file, error) && error) return false;
+  return true;
+}
+
+void dropOutlived(const std::vector<Copy>& copies, std::ostream& out) {
+  for (const Copy& old : outlived(copies))
+    if (!drop(old)) out << "An old copy cannot be dropped: " << old.file.string() << ".\n";
 }
 
 int ageInDays(const std::vector<Copy>& copies) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -58,7 +59,10 @@ std::vector<std::string> faultsOf(const std::filesystem::path& file,
 
 // Those to drop of copies, the oldest first: the last 20 stay, and the last of each month.
 std::vector<Copy> outlived(const std::vector<Copy>& copies);
-void drop(const Copy& copy);
+// False when something of it cannot be removed.
+bool drop(const Copy& copy);
+// Drops what a new copy makes too many, and tells what stays all the same.
+void dropOutlived(const std::vector<Copy>& copies, std::ostream& out);
 
 // Whole days since the newest copy was last known to be up to date; -1 when there is none.
 int ageInDays(const std::vector<Copy>& copies);

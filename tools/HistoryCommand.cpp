@@ -117,9 +117,18 @@ Exit pruneHistory(const fs::path& path, Date until, const fs::path& file, std::o
   std::string lines;
   forEachLine(*engine, before, [&](const std::string& line) { lines += line; });
   writeFileWhole(file, lines, owner_read | owner_write);
-  const std::int64_t removed =
-      engine->execute(concat("DELETE FROM ", kChangeLogTable, " WHERE ", dayCondition(before)));
-  transaction.commit();
+  std::int64_t removed = 0;
+  try {
+    removed =
+        engine->execute(concat("DELETE FROM ", kChangeLogTable, " WHERE ", dayCondition(before)));
+    transaction.commit();
+  } catch (const DatabaseRefusal& refusal) {
+    // Unless they may be gone from the log.
+    std::error_code ignored;
+    if (refusal.why() != Refusal::unconfirmed && refusal.why() != Refusal::unknown)
+      fs::remove(file, ignored);
+    throw;
+  }
   out << "Took " << static_cast<long>(removed) << " lines out of the log. They stand in "
       << file.string() << ".\n";
   return Exit::done;

@@ -71,14 +71,6 @@ void finish(std::unique_ptr<Engine> engine, const fs::path& file) {
     opened->read(concat("SELECT * FROM [", query, "] WHERE 1 = 0"));
 }
 
-void moveTo(const fs::path& from, const fs::path& to) {
-  std::error_code error;
-  fs::rename(from, to, error);
-  if (error)
-    throw RuntimeError(ErrorNumber::pathNotFound,
-                       "The file cannot be written: " + to.string() + ": " + error.message());
-}
-
 }  // namespace
 
 void makeDatabase(const fs::path& path, const std::function<void(Engine&)>& fill,
@@ -100,8 +92,7 @@ void makeDatabase(const fs::path& path, const std::function<void(Engine&)>& fill
   writeFileWhole(workgroup, workgroupText(kAccount, kAccount), given.filePermissions());
   try {
     given.give(workgroup, given.filePermissions());
-    moveTo(unfinished.file(), file);
-    syncFolder(file.parent_path());
+    nameForGood(unfinished.file(), file);
   } catch (const RuntimeError&) {
     std::error_code ignored;
     fs::remove(workgroup, ignored);

@@ -33,9 +33,6 @@ NewFolder::~NewFolder() {
   fs::remove_all(draft_, ignored);
 }
 
-void NewFolder::finish() const {
-  fs::rename(draft_, folder_);
-  syncFolder(folder_.parent_path());
-}
+void NewFolder::finish() const { nameForGood(draft_, folder_); }
 
 }  // namespace bw

@@ -2,7 +2,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <cstdio>
 #include <ostream>
 #include <system_error>
 
@@ -80,22 +82,61 @@ struct Rights {
   mode_t mode = S_IRUSR | S_IWUSR;
 };
 
-// Moves what is there to names with the moment in them. The database goes first: without it nothing
-// else can be taken for a part of another.
-std::vector<fs::path> keep(const fs::path& database, const fs::path& kept) {
-  std::vector<fs::path> moved;
-  for (const auto& [from, to] :
-       {std::pair{database, kept},
-        std::pair{fs::path(database.string() + "-wal"), fs::path(kept.string() + "-wal")},
-        std::pair{fs::path(workgroupPathOf(database.string())),
-                  fs::path(workgroupPathOf(kept.string()))}})
-    if (fs::exists(from)) {
-      fs::rename(from, to);
-      moved.push_back(to);
+// What was there: moved to names with the moment in them, and put back when the copy does not come
+// into its place. The database goes first and comes back last: without it nothing else can be taken
+// for a part of another.
+class Before {
+ public:
+  Before(const fs::path& database, const fs::path& kept)
+      : parts_{part(database, kept), part(database.string() + "-wal", kept.string() + "-wal"),
+               part(workgroupPathOf(database.string()), workgroupPathOf(kept.string()))},
+        sharedMemory_(database.string() + "-shm") {}
+
+  void move() {
+    for (Part& part : parts_) {
+      if (part.stood && rename(part.place.c_str(), part.kept.c_str()) != 0)
+        fail("The file cannot be moved: ", part.place);
+      part.isFree = true;
     }
-  fs::remove(database.string() + "-shm");
-  return moved;
-}
+    fs::remove(sharedMemory_);
+  }
+
+  void putBack(std::ostream& out) const {
+    bool isBack = true;
+    std::error_code error;
+    // Of the copy nothing may be there when parts of the other come back.
+    for (const Part& part : parts_)
+      if (part.isFree) fs::remove(part.place, error);
+    for (auto part = parts_.rbegin(); part != parts_.rend(); ++part) {
+      if (!part->isFree || !part->stood) continue;
+      fs::rename(part->kept, part->place, error);
+      isBack = isBack && !error;
+    }
+    out << (isBack ? "What was there stands as before.\n"
+                   : "What was there is kept, and could not be put back:\n");
+    if (!isBack) tell(out);
+  }
+
+  void tell(std::ostream& out) const {
+    for (const Part& part : parts_)
+      if (fs::exists(part.kept)) out << "Kept what was there as " << part.kept.string() << ".\n";
+  }
+
+ private:
+  struct Part {
+    fs::path place;
+    fs::path kept;
+    bool stood;
+    bool isFree = false;  // the place, for the copy's
+  };
+
+  static Part part(const fs::path& place, const fs::path& kept) {
+    return {.place = place, .kept = kept, .stood = fs::exists(place)};
+  }
+
+  std::array<Part, 3> parts_;
+  fs::path sharedMemory_;
+};
 
 [[noreturn]] void refuse(const fs::path& copy, const std::string& fault) {
   throw Refused(
@@ -140,16 +181,19 @@ Exit restoreDatabase(const fs::path& from, const fs::path& given, DateTime now, 
                             database.parent_path() / concat(database.stem().string(), "-before",
                                                             database.extension().string()),
                             now);
-  for (const fs::path& file : keep(database, kept.file))
-    out << "Kept what was there as " << file.string() << ".\n";
-  writeFileWhole(workgroup, account, fs::perms(rights.mode));
-  rights.give(workgroup);
-  fs::rename(prepared.file(), database);
-  syncFolder(database.parent_path());
-  if (const auto faults = faultsOf(database, workgroup, prints); !faults.empty()) {
-    for (const std::string& fault : faults) out << fault << '\n';
-    return Exit::findings;
+  Before before(database, kept.file);
+  try {
+    before.move();
+    writeFileWhole(workgroup, account, fs::perms(rights.mode));
+    rights.give(workgroup);
+    nameForGood(prepared.file(), database);
+    if (const auto faults = faultsOf(database, workgroup, prints); !faults.empty())
+      refuse(copy.file, faults.front());
+  } catch (const std::exception&) {
+    before.putBack(out);
+    throw;
   }
+  before.tell(out);
   out << "Restored " << database.string() << " from " << copy.file.string()
       << ", and checked it.\n";
   return Exit::done;

@@ -108,10 +108,9 @@ Exit dumpServer(const std::string& address, const CopiesFolder& folder, DateTime
   const char* how = checked(*office, address, begun.file());
   snapshot.end();
   const Copy copy = newCopy(folder.path(), address, now);
-  fs::rename(begun.file(), copy.file);
-  syncFolder(folder.path());
+  nameForGood(begun.file(), copy.file);
   out << "Made the copy " << copy.file.string() << how;
-  for (const Copy& old : outlived(copiesIn(folder.path(), address))) drop(old);
+  dropOutlived(copiesIn(folder.path(), address), out);
   return Exit::done;
 }
 

@@ -85,7 +85,7 @@ TEST_F(InterruptedTest, RelaxedSyncLastsAsLongAsItLives) {
     } catch (const RuntimeError& error) {
       EXPECT_EQ(error.text(),
                 "Everything that was done is stored, but it is not safe from a power cut yet: the "
-                "disk did not confirm it. The next record that is stored makes it safe.");
+                "disk did not confirm it. Please make a copy of the database on another disk.");
     }
   }
   EXPECT_EQ(rows("SELECT DISTINCT PrintLot FROM PatientCharges"), "7");

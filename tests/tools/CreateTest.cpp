@@ -10,7 +10,6 @@
 #include "engine/Connection.h"
 #include "engine/SqliteEngine.h"
 #include "tests/tools/DatabaseContent.h"
-#include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 #include "text/RuntimeError.h"
 #include "tools/Commands.h"
@@ -103,17 +102,6 @@ TEST(CreateTest, LeavesWhatIsThereAlone) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2);
   // No folder can be made below a file.
   EXPECT_ANY_THROW(createDatabase(folder / "a.db/office/x.db", out));
-}
-
-TEST(CreateTest, LeavesNothingHalfMadeOnAFullDisk) {
-  const TemporaryFolder folder;
-  std::ostringstream out;
-  for (const rlim_t bytes : {rlim_t{0}, rlim_t{40'000}, rlim_t{120'000}}) {
-    const FullDisk full(bytes);
-    EXPECT_THROW(createPractice(folder / "office/practice.db", Date{45000}, out), RuntimeError)
-        << bytes;
-    EXPECT_TRUE(fs::is_empty(folder.path())) << bytes;
-  }
 }
 
 TEST(PracticeTest, HasSomethingForEveryView) {

@@ -1,0 +1,220 @@
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+#include <map>
+
+#include "data/Schema.h"
+#include "engine/Refusals.h"
+#include "engine/SqliteEngine.h"
+#include "engine/Workgroup.h"
+#include "tests/crash/Office.h"
+#include "tests/crash/Shim.h"
+#include "tests/tools/DatabaseContent.h"
+#include "text/RuntimeError.h"
+#include "text/Text.h"
+#include "tools/Commands.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+const DateTime kNow{*makeDate(2026, 3, 1), {36000}};
+
+// A command in a folder as CommandFaultsTest fills it.
+struct Command {
+  const char* name;
+  Exit (*run)(const fs::path& folder, std::ostream& out);
+};
+// clang-format off
+constexpr Command kCommands[] = {
+    {"create", [](auto& f, auto& out) { return createDatabase(f / "new/a.db", out, {}, {.starter = true}); }},
+    {"practice", [](auto& f, auto& out) { return createPractice(f / "a.db", kNow.date, out); }},
+    {"load", [](auto& f, auto& out) { return loadTables(f / "office.db", f / "tables", out, nullptr); }},
+    {"export", [](auto& f, auto& out) { return exportTables(f / "office.db", f / "out", TableForm::tabs, out); }},
+    {"template", [](auto& f, auto& out) { return writeTemplates(f / "out", TableForm::commas, out); }},
+    {"codes import", [](auto& f, auto& out) { return importCodes(f / "hcpcs.csv", f / "office.db", TextCode::utf8, out); }},
+    {"copy", [](auto& f, auto& out) { return copyDatabase(f / "office.db", f / "a.db", out); }},
+    {"upgrade", [](auto& f, auto& out) { return upgradeDatabase(f / "old.db", kNow, out); }},
+    {"changelog", [](auto& f, auto& out) { return switchChangeLog(f / "office.db", false, out); }},
+    {"history", [](auto& f, auto& out) { return pruneHistory(f / "office.db", *makeDate(2200, 1, 1), f / "lines", out); }},
+    {"backup", [](auto& f, auto& out) { return backUpDatabase(f / "office.db", f / "copies", kNow, out); }},
+    {"restore", [](auto& f, auto& out) { return restoreDatabase(f / "old.db", f / "office.db", kNow, out); }},
+    {"register", [](auto& f, auto& out) { return registerDatabase(f / "office.db", out); }},
+};
+// clang-format on
+
+constexpr std::array kPassedOver{".db-", ".new", ".before"};
+
+using Files = std::map<std::string, std::string>;
+
+std::string schemaOf(const std::string& database) {
+  const std::unique_ptr<Engine> engine = openSqlite(database);
+  std::string text;
+  for (const char* query : {"SELECT sql FROM sqlite_schema", "PRAGMA user_version"}) {
+    const std::shared_ptr<RowStore> rows = engine->read(query);
+    for (std::size_t row = 0; row < rows->rowCount(); ++row)
+      text += textOrEmpty(rows->columns[0].value(row)) + "\f";
+  }
+  if (engine->hasTable("ChangeLog"))
+    text += concat(engine->read("SELECT 1 FROM ChangeLog")->rowCount(), " lines");
+  return text;
+}
+
+class CommandFaultsTest : public CrashTest {
+ protected:
+  void SetUp() override {
+    // Settings of this computer, of which one stands already.
+    folder_.write("xdg/Fenmoor Systems/Brantiwell PC.ini", "Other=1\n");
+    setenv("XDG_CONFIG_DIRS", (work_.path() / "xdg").c_str(), 1);
+    std::ostringstream out;
+    createDatabase(folder_ / "office.db", out, {}, {.changeLog = true});
+    createDatabase(folder_ / "old.db", out);
+    openSqlite(folder_ / "old.db")->execute("DROP INDEX ChargesByStatus");
+    connect(file_);
+    seedOffice();
+    closeConnection();
+    folder_.write("tables/Insurance.tsv",
+                  "InsuranceCode\tDescription\tBillingInsuranceCode\n7\tSeven\t\n");
+    folder_.write("hcpcs.csv", "HCPC,Long,Short\nJ1100,A long one,A\n");
+    folder_.write("office.db.codes", "D\tE119\t1\tDiabetes\tDiabetes\n");
+  }
+  void TearDown() override { unsetenv("XDG_CONFIG_DIRS"); }
+
+  void fillAnew() {
+    for (const fs::directory_entry& entry : fs::directory_iterator(work_.path()))
+      fs::remove_all(entry);
+    fs::copy(folder_.path(), work_.path(), fs::copy_options::recursive);
+  }
+
+  // The files in the folder by their names, databases by all that is in them. What is begun means
+  // nothing, what the engine puts beside a database goes with it, and an upgrade that fails keeps
+  // the copy that it made.
+  Files files() const {
+    Files files;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(work_.path())) {
+      const std::string name = fs::relative(entry, work_.path());
+      if (name.starts_with("copies/old")) continue;
+      if (name.ends_with(".db"))
+        files[name] = contentOf(entry.path()) + schemaOf(entry.path());
+      else if (name.ends_with(".dw"))  // no two are alike
+        files[name] = workgroupAdmits(entry.path(), "Kelps", "Kelps") ? "admits" : "refuses";
+      else if (entry.is_regular_file() && std::ranges::none_of(kPassedOver, [&](auto part) {
+                 return name.find(part) != name.npos;
+               }))
+        files[name] = work_.read(name);
+    }
+    return files;
+  }
+
+  // Whether it was done; `said` is what it said.
+  bool run(const Command& command, std::string& said) const {
+    std::ostringstream out;
+    bool isDone = false;
+    try {
+      isDone = command.run(work_.path(), out) == Exit::done;
+    } catch (const std::exception& error) {
+      out << error.what();
+    }
+    said = out.str();
+    return isDone;
+  }
+
+  std::string faultOf(const Command& command, const Fault& fault) {
+    std::string said;
+    fillAnew();
+    bool isDone = false;
+    {
+      const FaultyDisk disk(fault);
+      isDone = run(command, said);
+    }
+    const Files found = files();
+    if (isDone) return found == after_ ? "" : "told as done, and is not: " + said;
+    const bool isSure = said.find(refusalSentence(Refusal::unconfirmed)) == said.npos;
+    if (found != before_ && (isSure || found != after_)) return "not done, and changed: " + said;
+    if (found != after_ && !run(command, said)) return "does not work later: " + said;
+    return files() == after_ ? "" : "done later, and is not";
+  }
+
+  // What an end at the nth call has done to a file that is neither as before nor as after.
+  std::string killAt(const Command& command, int nth) {
+    fillAnew();
+    const pid_t child = fork();
+    if (child == 0) {
+      dieAt(nth);
+      std::string said;
+      run(command, said);
+      _exit(0);
+    }
+    waitpid(child, nullptr, 0);
+    const Files found = files();
+    for (const auto& [name, content] : found)
+      if ((before_.contains(name) || after_.contains(name)) &&
+          content != valueOr(before_, name, "") && content != valueOr(after_, name, ""))
+        return "half-done: " + name;
+    for (const auto& [name, content] : before_)
+      if (!found.contains(name) && after_.contains(name) &&
+          !std::ranges::any_of(found, [&](const auto& file) { return file.second == content; }))
+        return "gone: " + name;
+    return "";
+  }
+  static std::string valueOr(const Files& files, const std::string& name, const char* other) {
+    const auto found = files.find(name);
+    return found == files.end() ? other : found->second;
+  }
+
+  // Returns how many calls of each kind the command makes.
+  std::array<int, kCalls> learn(const Command& command) {
+    std::string said;
+    fillAnew();
+    before_ = files();
+    {
+      const FaultyDisk disk({});
+      EXPECT_TRUE(run(command, said)) << command.name << ": " << said;
+    }
+    const std::array<int, kCalls> counts = FaultyDisk::counts();
+    after_ = files();
+    EXPECT_NE(before_, after_) << command.name;
+    return counts;
+  }
+
+  TemporaryFolder work_;
+  Files before_;
+  Files after_;
+};
+
+TEST_F(CommandFaultsTest, WhatIsNotDoneLeavesAllAsItWas) {
+  constexpr std::array kErrors{ENOSPC, EIO, EACCES};
+  constexpr int kSample = 2;  // of the calls of a kind that a command makes
+  int tried = 0;
+  for (const Command& command : kCommands) {
+    const std::array<int, kCalls> counts = learn(command);
+    for (std::size_t call = 0; call < kCalls; ++call) {
+      const int all = counts.at(call) * static_cast<int>(kErrors.size());
+      const int step = isAllAskedFor() ? 1 : 1 + all / kSample;
+      for (int place = step / 2; place < all; place += step, ++tried) {
+        const int nth = 1 + place / static_cast<int>(kErrors.size());
+        const int error = kErrors.at(static_cast<std::size_t>(place) % kErrors.size());
+        EXPECT_EQ(faultOf(command, {static_cast<Call>(call), nth, error}), "")
+            << command.name << ", kind " << call << ", call " << nth << ", error " << error;
+      }
+    }
+  }
+  std::cout << tried << " faults\n";
+  EXPECT_GT(tried, 99);
+}
+
+TEST_F(CommandFaultsTest, AKillLeavesEveryFileAsItWasOrAsItIsToBe) {
+  const int kills = askedFor(3);
+  for (const Command& command : kCommands) {
+    int calls = 0;
+    for (const int count : learn(command)) calls += count;
+    for (int kill = 0; kill < kills; ++kill)
+      EXPECT_EQ(killAt(command, 1 + calls * kill / kills), "") << command.name << ", " << kill;
+  }
+}
+
+}  // namespace
+}  // namespace bw
