@@ -12,4 +12,15 @@ class BrokenOff : public std::exception {
   const char* what() const noexcept override { return "Broken off by the user."; }
 };
 
+// Does what may be broken off, and puts back what it has changed until then.
+template <class Work, class PutBack>
+auto orPutBack(Work work, PutBack putBack) {
+  try {
+    return work();
+  } catch (const BrokenOff&) {
+    putBack();
+    throw;
+  }
+}
+
 }  // namespace bw
