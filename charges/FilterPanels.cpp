@@ -107,12 +107,10 @@ void FilterPanels::enable(PanelKind kind, bool selected) {
 
 void FilterPanels::putBack(PanelKind kind, bool all) {
   OptionButton* const on = all ? panel(kind).all : panel(kind).selected;
-  OptionButton* const off = all ? panel(kind).selected : panel(kind).all;
   const auto handler = std::exchange(on->onClick, nullptr);
   on->setChecked(true);
   on->onClick = handler;
   enable(kind, !all);
-  if (off->hasFocus()) on->setFocus();
 }
 
 bool FilterPanels::settleDates() {
