@@ -105,6 +105,14 @@ void FilterPanels::enable(PanelKind kind, bool selected) {
   if (kind != PanelKind::lot) changed.button->setEnabled(selected);
 }
 
+void FilterPanels::putBack(PanelKind kind, bool all) {
+  OptionButton* const on = all ? panel(kind).all : panel(kind).selected;
+  const auto handler = std::exchange(on->onClick, nullptr);
+  on->setChecked(true);
+  on->onClick = handler;
+  enable(kind, !all);
+}
+
 bool FilterPanels::settleDates() {
   if (isAll(PanelKind::dates)) return true;
   const bool first = DTPicker1->settle();

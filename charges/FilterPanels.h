@@ -35,6 +35,8 @@ class FilterPanels {
   // Switches an option on by code; its handler runs if it was off.
   void chooseAll(PanelKind kind) { panel(kind).all->setChecked(true); }
   void chooseSelected(PanelKind kind) { panel(kind).selected->setChecked(true); }
+  // Takes a choice back, when what follows from it was broken off: no event.
+  void putBack(PanelKind kind, bool all);
 
   std::string text(PanelKind kind) const;
   void setText(PanelKind kind, const std::string& text);

@@ -23,6 +23,7 @@
 #include "lists/MainFrame.h"
 #include "lists/Settings.h"
 #include "picks/PickDialogs.h"
+#include "text/BrokenOff.h"
 #include "text/Conversions.h"
 #include "text/Text.h"
 
@@ -91,16 +92,13 @@ QScrollArea* makePanelArea(QWidget* parent) {
 
 ChargesView::ChargesView(QWidget* parent)
     : View("frmCharges", "Charges", parent), panelArea_(makePanelArea(this)),
-      panels_(panelArea_->widget(), {.chosen =
-                                         [this](PanelKind kind, bool all) {
-                                           showColumn(kind, all);
-                                           Refresca();
-                                         },
-                                     .search = [this](PanelKind kind) { search(kind); },
-                                     .go =
-                                         [this] {
-                                           if (settleInputs(*this)) Refresca();
-                                         }}),
+      panels_(panelArea_->widget(),
+              {.chosen = [this](PanelKind kind, bool all) { choose(kind, all); },
+               .search = [this](PanelKind kind) { search(kind); },
+               .go =
+                   [this] {
+                     if (settleInputs(*this)) Refresca();
+                   }}),
       ListView1(new ListView({{"ChargeRealDate", "Date", 1440},
                               {"Names", "Patient", 2880},
                               {"EMDescription", "E & M Concept", 2880},
@@ -182,6 +180,18 @@ void ChargesView::showColumn(PanelKind kind, bool shown) {
   ListView1->setWidth(column, 0);
 }
 
+void ChargesView::choose(PanelKind kind, bool all) {
+  orPutBack(
+      [&] {
+        showColumn(kind, all);
+        Refresca();
+      },
+      [&] {
+        showColumn(kind, !all);
+        panels_.putBack(kind, !all);
+      });
+}
+
 std::string ChargesView::statement() const {
   std::string text = baseStatement(ActiveFilter);
   const auto add = [&](const std::string& clause) { text += " and " + clause; };
@@ -219,11 +229,12 @@ std::string ChargesView::whyEmpty() const {
 void ChargesView::Refresca() {
   // What no date stands for is no filter: the list stays what it was.
   if (!FormReady || !panels_.settleDates()) return;
-  ActiveFilter = MainWindow->FiltroActualNumero;
+  const std::int16_t before = std::exchange(ActiveFilter, MainWindow->FiltroActualNumero);
   const std::string text = statement();
-  if (RsCharges) RsCharges->Close();
   std::string message;
-  if (openForList(RsCharges, text, message) != 0) return MsgBox(message);
+  const int failed = orPutBack([&] { return readAgain(RsCharges, text, message); },
+                               [&] { ActiveFilter = before; });
+  if (failed != 0) return MsgBox(message);
   ListView1->setEmptyText(toQt(whyEmpty()));
   RsCharges->setSort("ChargeRealDate");
   ListFill(*ListView1, RsCharges);
@@ -236,12 +247,18 @@ void ChargesView::search(PanelKind kind) {
   if (row.picked == 0 || row.picked == row.current) return;
   RecordSetRef found = row.get(row.picked);
   if (!found) return;
+  const std::string text = panels_.text(kind);
+  const std::int16_t current = row.current;
   if (found->RecordCount() > 0) {
     panels_.setText(kind, found->textOrEmpty(row.shown));
     row.current = row.picked;
   }
   found.close();
-  Refresca();
+  orPutBack([&] { Refresca(); },
+            [&] {
+              panels_.setText(kind, text);
+              row.current = current;
+            });
 }
 
 void ChargesView::takeKey(int row) {

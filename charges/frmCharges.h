@@ -38,6 +38,7 @@ class ChargesView : public View {
   void load();
   void close();
   void showColumn(PanelKind kind, bool shown);
+  void choose(PanelKind kind, bool all);
   std::string statement() const;
   std::string whyEmpty() const;
   void takeKey(int row);

@@ -2,7 +2,7 @@
 
 build_packages=(
   ca-certificates ccache cmake g++ libcli11-dev libcrypt-dev libicu-dev libpq-dev libsqlite3-dev
-  mold ninja-build qt6-base-dev qt6-svg-dev qt6-webengine-dev fonts-liberation
+  libxcb1-dev mold ninja-build qt6-base-dev qt6-svg-dev qt6-webengine-dev fonts-liberation
 )
 run_packages=(sqlite3)
 package_packages=(binutils dpkg-dev file librsvg2-bin lintian python3-markdown)

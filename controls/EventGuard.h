@@ -6,6 +6,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "text/BrokenOff.h"
+
 namespace bw {
 
 // What happens with an error that no handler caught. The program's own shows "Run-time error 'n':"
@@ -18,6 +20,8 @@ template <class Handler>
 void guarded(Handler handler) noexcept {
   try {
     handler();
+  } catch (const BrokenOff&) {
+    // Everything is as it was before the event.
   } catch (const std::exception& error) {
     unhandledError()(error);
   }

@@ -9,6 +9,7 @@
 #include "engine/PostgresRefusals.h"
 #include "engine/PostgresRows.h"
 #include "engine/PostgresShapes.h"
+#include "text/BrokenOff.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -182,6 +183,9 @@ void PostgresEngine::run(const EngineStatement& statement, const PostgresLink::O
     if (failure) throw refusalOf(link_, *failure, statement.text);
   } catch (const DatabaseRefusal& refusal) {
     if (refusal.why() == Refusal::lost) tellLoss(refusal);
+    throw;
+  } catch (const BrokenOff&) {
+    close();
     throw;
   }
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "engine/BreakableReading.h"
 #include "engine/PostgresAddress.h"
 #include "engine/Refusals.h"
 #include "text/Text.h"
@@ -142,9 +143,35 @@ bool PostgresLink::send(const PostgresCommand& command) {
                              parameters.pointers.data(), nullptr, nullptr, kBinary) == 1;
 }
 
+// The user is asked when the server keeps us waiting, and whenever there is nothing left of what
+// came over the wire at once: never for each row.
+PostgresResult PostgresLink::nextResult() {
+  const BreakableReading::Asked* const asked = BreakableReading::current();
+  PGconn* connection = connection_.get();
+  while (asked != nullptr && PQisBusy(connection) != 0) {
+    constexpr int kMilliseconds = 50;
+    if (const auto now = std::chrono::steady_clock::now(); now >= nextAsked_) {
+      if ((*asked)()) throw BrokenOff();
+      nextAsked_ = now + std::chrono::milliseconds(kMilliseconds);
+    }
+    pollfd socket{.fd = PQsocket(connection), .events = POLLIN, .revents = 0};
+    if (poll(&socket, 1, kMilliseconds) != 0 && PQconsumeInput(connection) == 0) lose();
+  }
+  return PostgresResult(PQgetResult(connection));
+}
+
+// The server would work on for nobody.
+void PostgresLink::giveUp() noexcept {
+  std::array<char, 256> ignored{};
+  const std::unique_ptr<PGcancel, void (*)(PGcancel*)> cancel(PQgetCancel(connection_.get()),
+                                                              PQfreeCancel);
+  if (cancel) PQcancel(cancel.get(), ignored.data(), static_cast<int>(ignored.size()));
+  connection_.reset();
+}
+
 void PostgresLink::receive(std::size_t place, bool isMain, const OnResult& onResult,
                            std::optional<PostgresFailure>& failure) {
-  while (const PostgresResult result{PQgetResult(connection_.get())}) {
+  while (const PostgresResult result = nextResult()) {
     if (isError(result.get())) {
       if (tellsALoss(result.get())) lose();
       if (!failure) failure = failureOf(result.get(), place);
@@ -169,7 +196,7 @@ std::optional<PostgresFailure> PostgresLink::run(std::span<const PostgresCommand
       receive(place, place == main, onResult, failure);
     }
   } catch (...) {
-    connection_.reset();  // what has not been read would stand in front of the next answer
+    giveUp();  // what has not been read would stand in front of the next answer
     throw;
   }
   const PostgresResult end(PQgetResult(connection));

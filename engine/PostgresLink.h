@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -72,6 +73,8 @@ class PostgresLink {
   static void hear(void* link, const PGresult* notice) noexcept;
   bool isClosedByServer();
   bool send(const PostgresCommand& command);
+  PostgresResult nextResult();
+  void giveUp() noexcept;
   void receive(std::size_t place, bool isMain, const OnResult& onResult,
                std::optional<PostgresFailure>& failure);
 
@@ -82,6 +85,7 @@ class PostgresLink {
   bool hasDesks_ = false;
   bool isClosing_ = false;  // the server has said so
   int session_ = 0;
+  std::chrono::steady_clock::time_point nextAsked_;  // see nextResult
 };
 
 }  // namespace bw

@@ -77,6 +77,7 @@ class SqliteEngine final : public Engine {
   }
 
   std::shared_ptr<RowStore> read(const EngineStatement& text) override {
+    const BreakableSqlite breakable(*database_);
     return use(text, [this](sqlite3_stmt* statement) { return readAll(statement); });
   }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/BreakableReading.h"
 #include "engine/Refusals.h"
 
 namespace bw {
@@ -23,6 +24,17 @@ void CloseSqlite::operator()(sqlite3* database) const noexcept { sqlite3_close_v
 void FinalizeSqlite::operator()(sqlite3_stmt* statement) const noexcept {
   sqlite3_finalize(statement);
 }
+
+BreakableSqlite::BreakableSqlite(sqlite3& database) : database_(database) {
+  constexpr int kStepsBetween = 1'000'000;  // of the engine's machine: some hundredths of a second
+  const auto ask = [](void* asked) noexcept -> int {
+    return (*static_cast<BreakableReading::Asked*>(asked))() ? 1 : 0;
+  };
+  if (BreakableReading::Asked* asked = BreakableReading::current())
+    sqlite3_progress_handler(&database_, kStepsBetween, ask, asked);
+}
+
+BreakableSqlite::~BreakableSqlite() { sqlite3_progress_handler(&database_, 0, nullptr, nullptr); }
 
 void refuseSqlite(int code, const char* message) {
   switch (code) {
@@ -43,6 +55,8 @@ void refuseSqlite(int code, const char* message) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       throw DatabaseRefusal(Refusal::locked);
+    case SQLITE_INTERRUPT:
+      throw BrokenOff();
     case SQLITE_FULL:
       throw DatabaseRefusal(Refusal::full);
     case SQLITE_READONLY:

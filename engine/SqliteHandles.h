@@ -24,6 +24,18 @@ using SqliteStatement = std::unique_ptr<sqlite3_stmt, FinalizeSqlite>;
 
 SqliteStatement prepareSqlite(sqlite3* database, std::string_view text);
 
+// As long as it lives the statements of a database can be broken off (BreakableReading).
+class BreakableSqlite {
+ public:
+  explicit BreakableSqlite(sqlite3& database);
+  ~BreakableSqlite();
+  BreakableSqlite(const BreakableSqlite&) = delete;
+  BreakableSqlite& operator=(const BreakableSqlite&) = delete;
+
+ private:
+  sqlite3& database_;
+};
+
 // True for a row, false at the end.
 bool stepSqlite(sqlite3_stmt* statement);
 

@@ -1,9 +1,12 @@
 #include "lists/Lists.h"
 
 #include "controls/BusyCursor.h"
+#include "controls/EscapeKey.h"
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "engine/BreakableReading.h"
+#include "lists/MainFrame.h"
 #include "lists/Settings.h"
 #include "text/Conversions.h"
 #include "text/Text.h"
@@ -26,7 +29,19 @@ int openForList(RecordSetRef& recordset, const std::string& statement, std::stri
   return OpenRecordset(recordset, statement, message);
 }
 
+// While the program starts there is nothing yet that could be put back.
+int readAgain(RecordSetRef& recordset, const std::string& statement, std::string& message) {
+  const bool wasShown = MainWindow != nullptr && MainWindow->isVisible();
+  const BreakableReading breakable(wasShown ? watchEscape()() : nullptr);
+  RecordSetRef fresh;
+  const int failed = openForList(fresh, statement, message);
+  if (recordset) recordset->Close();
+  if (failed == 0) recordset = fresh;
+  return failed;
+}
+
 void ListFill(ListView& list, const RecordSetRef& recordset) {
+  const BusyCursor busy;
   const std::ptrdiff_t count = recordset->RecordCount();  // completes nothing, but tells if closed
   if (count > 0) recordset->setAbsolutePosition(count + 1);
   list.setUpdatesEnabled(false);
@@ -122,6 +137,7 @@ void sortByColumn(const RecordSetRef& recordset, ListView& list, const std::stri
   } else if (at == 0) {
     next = sort.empty() ? token : token + "," + sort;
   }
+  const BusyCursor busy;
   recordset->setSort(next);
   ListFill(list, recordset);
 }

@@ -10,8 +10,13 @@ namespace bw {
 
 // What binds lists to record sets. A column shows the field that its key names.
 
-// OpenRecordset under a busy pointer: a view of many rows takes seconds.
+// OpenRecordset under a busy pointer: a list of many rows takes seconds.
 int openForList(RecordSetRef& recordset, const std::string& statement, std::string& message);
+
+// The same for the list of a view that is read again. In its main window Esc breaks the reading
+// off: raises BrokenOff, and the record set is the one before. A set whose statement fails is
+// closed.
+int readAgain(RecordSetRef& recordset, const std::string& statement, std::string& message);
 
 // Shows the record set in its present order and selects the first row; a list that can be sorted
 // also shows by which column it is. The set stands at EOF afterwards. A column key that names no

@@ -8,6 +8,7 @@
 #include "lists/Lists.h"
 #include "lists/MainFrame.h"
 #include "lists/Settings.h"
+#include "text/BrokenOff.h"
 #include "text/Conversions.h"
 #include "text/Text.h"
 
@@ -71,12 +72,15 @@ std::string RecordView::statement() const {
 }
 
 void RecordView::Refresca() {
-  ViewRecords.close();
-  CurrentFilter = MainWindow->FiltroActualNumero;
+  const std::int16_t before = std::exchange(CurrentFilter, MainWindow->FiltroActualNumero);
   const std::string text = statement();
   std::string message;
-  // Without a statement the record set stays unset, and the sort is error 91.
-  if (!text.empty() && openForList(ViewRecords, text, message) != 0) return MsgBox(message);
+  // Without a statement the record set is unset, and the sort is error 91.
+  const bool isRead =
+      orPutBack([&] { return !text.empty() && readAgain(ViewRecords, text, message) == 0; },
+                [&] { CurrentFilter = before; });
+  if (!isRead) ViewRecords.close();
+  if (!message.empty()) return MsgBox(message);
   ListView1->setEmptyText(toQt(emptyList(row_.several, CurrentFilter)));
   ViewRecords->setSort(row_.firstSort);
   ListFill(*ListView1, ViewRecords);

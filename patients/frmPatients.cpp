@@ -20,6 +20,7 @@
 #include "patients/frmEditPatient.h"
 #include "patients/frmMergePatients.h"
 #include "printing/ListReports.h"
+#include "text/BrokenOff.h"
 #include "text/Conversions.h"
 #include "text/Formats.h"
 #include "text/Text.h"
@@ -92,13 +93,18 @@ void PatientsView::close() {
 void PatientsView::resizeEvent(QResizeEvent*) { ListView1->setGeometry(rect()); }
 
 void PatientsView::Refresca() {
-  RsPatients.close();
-  ActiveFilter = MainWindow->FiltroActualNumero;
+  const std::int16_t before = std::exchange(ActiveFilter, MainWindow->FiltroActualNumero);
   const auto filter = std::find_if(kFilters.begin(), kFilters.end(),
                                    [&](const auto& row) { return row.number == ActiveFilter; });
-  if (filter != kFilters.end()) {
-    std::string message;
-    if (openForList(RsPatients, filter->statement, message) != 0) return MsgBox(message);
+  std::string message;
+  const bool isRead = orPutBack(
+      [&] {
+        return filter != kFilters.end() && readAgain(RsPatients, filter->statement, message) == 0;
+      },
+      [&] { ActiveFilter = before; });
+  if (!isRead) RsPatients.close();
+  if (!message.empty()) return MsgBox(message);
+  if (isRead) {
     RsPatients->setSort(filter->sort);
     ListView1->setEmptyText(toQt(emptyList("patients", ActiveFilter)));
   }

@@ -115,7 +115,7 @@ SingleDialog::SingleDialog(const SingleRow& row, QWidget* owner)
 void SingleDialog::load() {
   tellSelected();
   std::string message;
-  if (OpenRecordset(RsPickList, row_.statement(), message) != 0) return MsgBox(message);
+  if (openForList(RsPickList, row_.statement(), message) != 0) return MsgBox(message);
   if (RsPickList->RecordCount() == 0) return;
   ListFill(*ListView1, RsPickList);
   RsPickList->MoveFirst();

@@ -138,7 +138,7 @@ TickDialog::~TickDialog() {
 
 void TickDialog::load() {
   std::string message;
-  if (OpenRecordset(RsPickList, row_.statement, message) != 0) return MsgBox(message);
+  if (openForList(RsPickList, row_.statement, message) != 0) return MsgBox(message);
   if (row_.groups == nullptr) ListFill(*ListView1, RsPickList);
   clearTicks();
   if (row_.groups != nullptr) loadGroups();

@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QToolBar>
+#include <algorithm>
 
 #include "controls/EventGuard.h"
 #include "controls/QtText.h"
@@ -188,6 +189,11 @@ void checkOnly(const std::vector<QAction*>& entries, std::int16_t checked) {
 void MainMenus::checkView(std::int16_t view) { checkOnly(goTo_, view); }
 
 void MainMenus::checkFilter(std::int16_t filter) { checkOnly(filters_, filter); }
+
+std::int16_t MainMenus::checkedFilter() const {
+  const auto checked = std::ranges::find_if(filters_, &QAction::isChecked);
+  return static_cast<std::int16_t>(checked == filters_.end() ? -1 : checked - filters_.begin());
+}
 
 void MainMenus::showFilters(const RecordKind& kind) {
   for (std::size_t i = 1; i < filters_.size(); ++i) filters_[i]->setVisible(false);

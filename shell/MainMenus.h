@@ -26,6 +26,7 @@ class MainMenus {
 
   void checkView(std::int16_t view);
   void checkFilter(std::int16_t filter);
+  std::int16_t checkedFilter() const;  // -1 for none
   // Shows the entries of the view, and "All" always, and gives them their keys.
   void showFilters(const RecordKind& kind);
   void showActions(const RecordKind& kind);

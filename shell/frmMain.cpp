@@ -20,6 +20,7 @@
 #include "shell/ClockPanels.h"
 #include "shell/frmBanner.h"
 #include "shell/frmShorcuts.h"
+#include "text/BrokenOff.h"
 #include "text/Conversions.h"
 #include "text/Text.h"
 
@@ -128,18 +129,20 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::CambiaAVista(std::int16_t Vista, std::int16_t Filtro) {
   const bool same = Vista == VistaActualNumero && Filtro == FiltroActualNumero;
+  const OnShow before{activeView_, VistaActualNumero, FiltroActualNumero, menus_.checkedFilter(),
+                      QApplication::focusWidget()};
   VistaActualNumero = Vista;
   FiltroActualNumero = Filtro;
   if (!same)
-    switchView();
+    orPutBack([this] { switchView(); }, [&] { putBack(before); });
   else if (activeView_ != nullptr)
     activeView_->update();
 }
 
 void frmMain::ActivaFiltro(std::int16_t NuevoFiltro) { menus_.checkFilter(NuevoFiltro); }
 
-void frmMain::switchView() {
-  const RecordKind& kind = recordKind(VistaActualNumero);
+// Menus and toolbar.
+void frmMain::dress(const RecordKind& kind) {
   menus_.checkView(VistaActualNumero);
   menus_.currentViewMenu()->setVisible(kind.filterMenu);
   if (kind.filterMenu) menus_.checkFilter(FiltroActualNumero);
@@ -149,6 +152,11 @@ void frmMain::switchView() {
   // A page has no Refresca: there the key is the toolbar's.
   menus_.refresh()->setShortcut(kind.group == ToolbarGroup::browser ? QKeySequence()
                                                                     : QKeySequence(Qt::Key_F5));
+}
+
+void frmMain::switchView() {
+  const RecordKind& kind = recordKind(VistaActualNumero);
+  dress(kind);
   View* left = activeView_;
   activeView_ = &viewOf(kind);
   if (std::find(views_.begin(), views_.end(), activeView_) == views_.end())
@@ -157,6 +165,19 @@ void frmMain::switchView() {
   placeView(frmShorcuts().isVisibleTo(client_));
   passOver([this] { activeView_->call("Refresca"); });
   activeView_->show();
+}
+
+// The mark can be another than that of the filter: a view that comes up sets it.
+void frmMain::putBack(const OnShow& before) {
+  VistaActualNumero = before.viewNumber;
+  FiltroActualNumero = before.filterNumber;
+  dress(recordKind(VistaActualNumero));
+  menus_.checkFilter(before.mark);
+  if (activeView_ != before.view) activeView_->hide();
+  activeView_ = before.view;
+  placeView(frmShorcuts().isVisibleTo(client_));
+  activeView_->show();
+  if (before.focus != nullptr) before.focus->setFocus();
 }
 
 int frmMain::bannerBottom() const { return scaledPixels(toPixels(bannerHeight_)); }

@@ -51,7 +51,16 @@ class frmMain : public MainFrame {
  private:
   void restorePlacement();
   void savePlacement() const;
+  // What is on show, as far as another view changes it.
+  struct OnShow {
+    View* view;
+    std::int16_t viewNumber, filterNumber;
+    std::int16_t mark;  // of the Current View menu
+    QWidget* focus;
+  };
   void switchView();
+  void putBack(const OnShow& before);
+  void dress(const RecordKind& kind);
   void goToOtherPane();
   void focusView();
   int bannerBottom() const;

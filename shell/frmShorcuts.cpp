@@ -15,6 +15,7 @@
 #include "core/Principal.h"
 #include "lists/MainFrame.h"
 #include "shell/RecordKinds.h"
+#include "text/BrokenOff.h"
 #include "text/Conversions.h"
 #include "text/Formats.h"
 #include "text/RuntimeError.h"
@@ -146,15 +147,23 @@ QTreeWidgetItem* ShorcutsTree::nodeOf(const std::string& key) const {
 }
 
 void ShorcutsTree::nodeClick(QTreeWidgetItem* node) {
-  shown_ = node;
   const std::string key = keyOf(node);
-  MainWindow->CambiaAVista(toInt16(Val(Mid(key, 2, 2))), toInt16(Val(Right(key, 2))));
+  switchTo(node, toInt16(Val(Mid(key, 2, 2))), toInt16(Val(Right(key, 2))));
+}
+
+void ShorcutsTree::switchTo(QTreeWidgetItem* node, std::int16_t view, std::int16_t filter) {
+  QTreeWidgetItem* const before = std::exchange(shown_, node);
+  orPutBack([&] { MainWindow->CambiaAVista(view, filter); },
+            [&] {
+              shown_ = before;
+              markShown();
+            });
 }
 
 void ShorcutsTree::FuerzaNodeClick(std::int16_t Vista, std::int16_t Filtro) {
-  shown_ = nodeOf(keyOf(Vista, Filtro));
-  markShown();
-  MainWindow->CambiaAVista(Vista, Filtro);
+  QTreeWidgetItem* const node = nodeOf(keyOf(Vista, Filtro));
+  TreeView1->setCurrentItem(node);
+  switchTo(node, Vista, Filtro);
 }
 
 // A press that ended elsewhere was no click: the mark goes back to what is on show.

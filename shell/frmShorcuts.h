@@ -27,6 +27,7 @@ class ShorcutsTree : public QWidget {
   void takeFont();
   QTreeWidgetItem* nodeOf(const std::string& key) const;
   void nodeClick(QTreeWidgetItem* node);
+  void switchTo(QTreeWidgetItem* node, std::int16_t view, std::int16_t filter);
   void markShown();
 
   QTreeWidget* TreeView1;

@@ -6,11 +6,13 @@
 #include <chrono>
 #include <filesystem>
 
+#include "engine/BreakableReading.h"
 #include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "tests/server/TestDatabase.h"
 #include "tests/text/Raised.h"
 #include "tests/tools/TemporaryFolder.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {
@@ -51,6 +53,30 @@ class ConnectionTest : public ::testing::Test {
 
   Connection connection;
 };
+
+// Each would go on for minutes, with rows and without.
+TEST_F(ConnectionTest, AReadingThatIsBrokenOffEndsAndTheNextStatementRuns) {
+  for (char letter = 'A'; letter <= 'Z'; ++letter) insert({letter});
+  for (const char* what : {"a.Letter", "count(*) AS n"}) {
+    const std::string statement = concat("SELECT ", what,
+                                         " FROM Letters a, Letters b, Letters c, Letters d, "
+                                         "Letters e, Letters f, Letters g");
+    for (const bool inTransaction : {false, true}) {
+      if (inTransaction) {
+        connection.BeginTrans();
+        insert("Ä");
+      }
+      int asked = 0;
+      {
+        const BreakableReading breakable([&asked] { return ++asked == 3; });
+        EXPECT_THROW(connection.Read(statement), BrokenOff);
+      }
+      EXPECT_EQ(asked, 3);
+      if (inTransaction) connection.RollbackTrans();
+      EXPECT_EQ(letters(), "ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+    }
+  }
+}
 
 TEST_F(ConnectionTest, InnerRollbackLeavesTheOuterLevel) {
   connection.BeginTrans();

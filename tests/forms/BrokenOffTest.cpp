@@ -1,0 +1,144 @@
+#include <QApplication>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+#include <cmath>
+
+#include "charges/frmCharges.h"
+#include "controls/EscapeKey.h"
+#include "controls/QtText.h"
+#include "core/Principal.h"
+#include "lists/Settings.h"
+#include "shell/frmShorcuts.h"
+#include "tests/forms/FormsFixture.h"
+#include "text/BrokenOff.h"
+#include "text/Text.h"
+
+namespace bw {
+namespace {
+
+// A reading that the user breaks off, by every road that leads to one.
+class BrokenOffTest : public FormsTest {
+ protected:
+  BrokenOffTest() {
+    run("INSERT INTO PatientCharges VALUES "
+        "(25001, #06/02/2003#, #09:00:00#, #06/02/2003#, 1, 1, 2, 1, 1, 77)");
+    openMainWindow();
+    window().resize(1000, 700);
+    CurrentPatientId = 25000;
+    click(frmCharges(), "optAllDates");
+    click(frmCharges(), "optSelectedPatients");
+    clickHead(charges(), charges().columnOf("Doctor"));
+    control<QWidget>(frmCharges(), "optSelectedPatients").setFocus();
+  }
+
+  ListView& charges() { return control<ListView>(frmCharges(), "ListView1"); }
+
+  // Without the focus that a click brings.
+  static void press(const char* button) { control<QAbstractButton>(frmCharges(), button).click(); }
+
+  // All that a reading could have changed, a line each.
+  std::string onShow() {
+    QApplication::processEvents();
+    std::string text = concat("view ", window().VistaActualNumero, "\nfilter ",
+                              window().FiltroActualNumero, "\npatient ", CurrentPatientId, "\n");
+    const auto add = [&text](const QString& line) { text += fromQt(line) + "\n"; };
+    for (const QAction* action : window().findChildren<QAction*>())
+      if (!action->text().isEmpty())
+        add(action->text() + (action->isChecked() ? " checked" : "") +
+            (action->isVisible() ? " visible " : " ") + action->shortcut().toString());
+    add(control<QTreeWidget>(window(), "TreeView1").currentItem()->text(0));
+    add(QApplication::focusWidget()->objectName());
+    for (const View* view : window().findChildren<View*>())
+      if (view->isVisible()) add(view->objectName());
+    for (const auto* option : frmCharges().findChildren<QRadioButton*>())
+      if (option->isChecked()) add(option->objectName());
+    for (const auto* box : frmCharges().findChildren<QLineEdit*>())
+      add(box->objectName() + box->text() + (box->isEnabled() ? " enabled" : ""));
+    for (int column = 0; column < charges().columns(); ++column)
+      text += concat(std::lround(charges().Width(column)), " ");
+    text += concat("\nsorted ", charges().sorted(), "\n", joined(shownTexts(charges(), 3)));
+    return text;
+  }
+  static std::string joined(const Strings& texts) {
+    std::string line;
+    for (const std::string& one : texts) line += one + ";";
+    return line;
+  }
+};
+
+TEST_F(BrokenOffTest, EverythingIsAsItWasOnEveryRoad) {
+  struct Road {
+    const char* name;
+    std::function<void()> go;
+    const char* table = "ChargesDescriptive";
+  };
+  QWidget& tree = control<QTreeWidget>(window(), "TreeView1");
+  const Road roads[] = {
+      {"refresh", [&] { trigger(window(), "mnuViewRefresh"); }},
+      {"an option", [&] { press("optSelectedDates"); }},
+      {"an option that hides a column", [&] { press("optSelectedInsurances"); }},
+      {"an option that shows one", [&] { press("optAllPatients"); }},
+      {"go", [&] { press("btnGo2"); }},
+      {"a search",
+       [&] {
+         script.in("frmPickPatient", [](QWidget& dialog) {
+           clickRow(control<ListView>(dialog, "ListView1"), 0);
+           click(dialog, "btnOk");
+         });
+         press("btnSearchPatient");
+       }},
+      {"a key in the tree, to a view that is new", [&] { QTest::keyClick(&tree, Qt::Key_Down); },
+       "PatientsDescriptive"},
+      {"a filter of the menu", [&] { trigger(window(), "mnuCurrentViewFilter(5)"); }},
+      {"a catalogue", [&] { trigger(window(), "mnuGoTo(2)"); }, "Doctors"},
+  };
+  for (const Road& road : roads) {
+    const std::string before = onShow();
+    int broken = 0;
+    onStatement = [&](std::string_view statement) {
+      if (!statement.starts_with(concat("SELECT * FROM ", road.table))) return;
+      ++broken;
+      throw BrokenOff();
+    };
+    road.go();
+    onStatement = nullptr;
+    EXPECT_EQ(broken, 1) << road.name;
+    EXPECT_EQ(onShow(), before) << road.name;
+  }
+  clickHead(charges(), charges().columnOf("ChargeRealDate"));  // the records are there
+  closeMainWindow();
+  EXPECT_EQ(GetSetting(kApplicationTitle, "Charges", "ActiveFilter", ""), "0");
+}
+
+TEST_F(BrokenOffTest, EscEndsALongReadingAndNoEventRunsMeanwhile) {
+  run("INSERT INTO PatientCharges WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n "
+      "WHERE i < 86399) SELECT 25000, '2001-01-01', time(i, 'unixepoch'), '2001-01-01', 1, 1, 1, "
+      "2, 0, NULL FROM n");
+  bool isPressed = true;
+  int asked = 0;
+  const auto usual = std::exchange(watchEscape(), [&] {
+    return [&] {
+      ++asked;
+      EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+      return isPressed;
+    };
+  });
+  bool hasRung = false;
+  QTimer::singleShot(0, [&hasRung] { hasRung = true; });
+  trigger(window(), "mnuViewRefresh");
+  EXPECT_EQ(asked, 1);
+  EXPECT_FALSE(hasRung);
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(charges().count(), 1);
+  isPressed = false;
+  trigger(window(), "mnuViewRefresh");
+  EXPECT_GT(asked, 1);
+  EXPECT_EQ(charges().count(), 86401);
+  watchEscape() = usual;
+}
+
+}  // namespace
+}  // namespace bw
