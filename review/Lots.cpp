@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "review/ChargeTable.h"
@@ -24,7 +25,8 @@ struct Lot {
   std::int64_t firstDay = 0;
   std::int64_t lastDay = 0;
   std::int64_t latestPatient = Column::kNull;
-  std::set<std::string, std::less<>> insurances;
+  std::unordered_set<std::int64_t> insuranceNumbers{};
+  std::set<std::string, std::less<>> insurances{};
 };
 
 std::string insurancesOf(const Lot& lot) {
@@ -71,8 +73,9 @@ class Lots {
     if (patient_(row) == lot.latestPatient) return;
     lot.latestPatient = patient_(row);
     ++lot.patients;
-    if (const auto name = insurance_.text(row); !lot.insurances.contains(name))
-      lot.insurances.emplace(name);
+    // A text is compared once for each of its numbers.
+    if (lot.insuranceNumbers.insert(insurance_(row)).second)
+      lot.insurances.emplace(insurance_.text(row));
   }
 
   TableColumn number_;
