@@ -4,6 +4,7 @@
 #include "core/AsisRutinasRecordsets.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "lists/MainFrame.h"
 #include "lists/Settings.h"
 #include "text/Conversions.h"
 #include "text/Text.h"
@@ -23,6 +24,7 @@ int sortedColumn(const ListView& list, const std::string& sort) {
 
 int openForList(RecordSetRef& recordset, const std::string& statement, std::string& message) {
   const BusyCursor busy;
+  if (MainWindow != nullptr) MainWindow->readsList(statement);
   return OpenRecordset(recordset, statement, message);
 }
 

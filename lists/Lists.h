@@ -10,7 +10,7 @@ namespace bw {
 
 // What binds lists to record sets. A column shows the field that its key names.
 
-// OpenRecordset under a busy pointer: a view of many rows takes seconds.
+// OpenRecordset for the list on show, under a busy pointer: many rows take seconds.
 int openForList(RecordSetRef& recordset, const std::string& statement, std::string& message);
 
 // Shows the record set in its present order and selects the first row; a list that can be sorted

@@ -15,9 +15,11 @@
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "data/Schema.h"
 #include "lists/Settings.h"
 #include "printing/PageSize.h"
 #include "shell/ClockPanels.h"
+#include "shell/OthersSign.h"
 #include "shell/frmBanner.h"
 #include "shell/frmShorcuts.h"
 #include "text/Conversions.h"
@@ -138,6 +140,10 @@ void frmMain::CambiaAVista(std::int16_t Vista, std::int16_t Filtro) {
 
 void frmMain::ActivaFiltro(std::int16_t NuevoFiltro) { menus_.checkFilter(NuevoFiltro); }
 
+void frmMain::readsList(std::string_view statement) {
+  toolbar_.sign().watch(tablesBehind(statement));
+}
+
 void frmMain::switchView() {
   const RecordKind& kind = recordKind(VistaActualNumero);
   menus_.checkView(VistaActualNumero);
@@ -155,6 +161,7 @@ void frmMain::switchView() {
     views_.push_back(activeView_);
   if (left != nullptr && left != activeView_) left->hide();
   placeView(frmShorcuts().isVisibleTo(client_));
+  toolbar_.sign().watch({});  // a page shows no list
   passOver([this] { activeView_->call("Refresca"); });
   activeView_->show();
 }
