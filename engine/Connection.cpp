@@ -95,7 +95,6 @@ void Connection::CommitTrans() {
 
 // What a commit in the trip of the last statements has become.
 void Connection::endBy(const CommitResult& commit) {
-  hear("COMMIT");
   try {
     reaching([&commit] {
       commit.require();
@@ -182,26 +181,38 @@ Connection::Written Connection::writeEach(std::span<const std::string> statement
   return written;
 }
 
+// Those in front of the first that is not let through.
+std::vector<EngineStatement> Connection::rewriteAll(std::span<const std::string> statements,
+                                                    std::optional<RuntimeError>& refusal) {
+  std::vector<EngineStatement> all;
+  try {
+    for (const std::string& statement : statements) {
+      hear(statement);
+      requirePlainWrite(statement);
+      all.push_back(rewriteStatement(statement, engine().dialect()));
+    }
+  } catch (const RuntimeError& error) {
+    refusal = error;
+  }
+  return all;
+}
+
 Connection::Written Connection::writeTogether(EngineTrips& trips,
                                               std::span<const std::string> statements, Then then) {
   requireAlive();
   forgetAhead();
-  std::vector<EngineStatement> plain;
-  std::optional<RuntimeError> notPlain;  // then those behind it are not sent
+  Written written;
+  const std::vector<EngineStatement> all = rewriteAll(statements, written.refusal);
+  if (written.refusal) then = Then::stay;
   try {
-    for (const std::string& statement : statements) {
-      requirePlainWrite(statement);
-      plain.push_back(rewriteStatement(statement, engine().dialect()));
-    }
+    if (then == Then::commit) hear("COMMIT");
   } catch (const RuntimeError& refusal) {
-    notPlain = refusal;
-    then = Then::stay;
+    RollbackTrans();
+    return {.refusal = refusal, .isEnded = true};
   }
-  WrittenTogether done = trips.executeAll(plain, then);
-  const std::size_t reached = std::min(done.rows.size() + 1, statements.size());
-  for (const std::string& statement : statements.first(reached)) hear(statement);
+  WrittenTogether done = trips.executeAll(all, then);
   lost_ = done.refusal && isLoss(done.refusal->why());
-  Written written{.rows = std::move(done.rows), .refusal = std::move(notPlain)};
+  written.rows = std::move(done.rows);
   if (done.refusal) written.refusal = *done.refusal;
   if (written.refusal && hasCutText(statements[written.rows.size()]))
     written.refusal =

@@ -55,7 +55,7 @@ class Connection {
   RecordSetRef Read(std::string_view statement, LockType lock = LockType::optimistic);
 
   // Statements within a transaction as Write takes them, none of which needs another's result, in
-  // one trip where there are trips: then `tap` hears them once they ran. Ends at the first that is
+  // one trip where there are trips: then `tap` hears all before it. Ends at the first that is
   // refused; those before it stand, and the transaction is open. `commit` ends the level when all
   // ran, as CommitTrans does.
   struct Written {
@@ -91,6 +91,8 @@ class Connection {
   std::int64_t run(std::string_view statement, bool isTyped);
   Written writeEach(std::span<const std::string> statements);
   Written writeTogether(EngineTrips& trips, std::span<const std::string> statements, Then then);
+  std::vector<EngineStatement> rewriteAll(std::span<const std::string> statements,
+                                          std::optional<RuntimeError>& refusal);
   void endBy(const CommitResult& commit);
   template <class Commit>
   void end(Written& written, Commit commit);
