@@ -14,9 +14,11 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLCharges.h"
+#include "data/BWSQLPatients.h"
 #include "data/SavedQueries.h"
 #include "data/Schema.h"
 #include "engine/PostgresEngine.h"
+#include "engine/RelaxedSync.h"
 #include "engine/Rewriter.h"
 #include "text/Text.h"
 
@@ -127,6 +129,26 @@ class Desk {
         throw std::runtime_error(message);
     }
   }
+  void archive() {
+    RelaxedSync relaxed(DatabaseConnection);
+    for (int i = 0; i < kCharges; ++i) {
+      std::string message;
+      if (ChargeSetPrintLot(static_cast<std::int16_t>(1 + i), day_, {i + 1}, -1, 3, message) != 0)
+        throw std::runtime_error(message);
+    }
+    relaxed.finish();
+  }
+  // All charges of a hundred patients to their neighbours, or back.
+  static void merge(bool back) {
+    for (std::int16_t patient = 2001; patient < 2201;
+         patient = static_cast<std::int16_t>(patient + 2)) {
+      const auto neighbour = static_cast<std::int16_t>(patient + 1);
+      std::string message;
+      if (PatientTransferCharges(back ? patient : neighbour, back ? neighbour : patient, message) !=
+          0)
+        throw std::runtime_error(message);
+    }
+  }
   void nextDay() {
     ++day_.day;
     second_ = 0;
@@ -137,12 +159,12 @@ class Desk {
   std::int32_t second_ = 0;
 };
 
-// What a desk issues, a list for each transaction, each statement behind a savepoint.
+// What a desk issues, a list for each transaction, each statement but its first behind a savepoint.
 std::vector<Statements> issued(const std::function<void()>& work) {
   std::vector<Statements> lists;
   DatabaseConnection.tap = [&lists](std::string_view text) {
     if (text == "BEGIN") lists.emplace_back();
-    const bool isBare = text == "BEGIN" || text == "COMMIT";
+    const bool isBare = text == "BEGIN" || text == "COMMIT" || lists.back().size() == 1;
     if (!isBare) lists.back().emplace_back("SAVEPOINT s");
     lists.back().push_back(rewriteStatement(text, SqlDialect::postgres).text);
     if (!isBare) lists.back().emplace_back("RELEASE s");
@@ -181,14 +203,29 @@ void compareWrites(Bare& bare, Desk& desk) {
           for (const Statements& list : inserts) bare.pipeline(list);
         });
       });
+  const auto again = [&bare](const std::vector<Statements>& lists) {
+    return bench::milliseconds([&] {
+      for (const Statements& list : lists) bare.pipeline(list);
+    });
+  };
   bench::compare(
       "server: post 1,000 charges", kMostTimesBare,
-      [&] { return bench::milliseconds([&] { desk.post(); }); },
+      [&] { return bench::milliseconds([&] { desk.post(); }); }, [&] { return again(posts); });
+  const std::vector<Statements> archived = issued([&] { desk.archive(); });
+  bench::compare(
+      "server: archive 1,000 charges", kMostTimesBare,
+      [&] { return bench::milliseconds([&] { desk.archive(); }); },
       [&] {
-        return bench::milliseconds([&] {
-          for (const Statements& list : posts) bare.pipeline(list);
-        });
+        bare.run("SET synchronous_commit = off");
+        const double taken = again(archived);
+        bare.run("RESET synchronous_commit");
+        return taken;
       });
+  const std::vector<Statements> merged = issued([] { Desk::merge(true); });
+  bench::compare(
+      "server: merge 100 patients of 100 charges", kMostTimesBare,
+      [] { return bench::milliseconds([] { Desk::merge(false); }); },
+      [&] { return again(merged); });
 }
 
 void measure() {

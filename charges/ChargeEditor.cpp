@@ -7,6 +7,7 @@
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
 #include "data/ChargeCodes.h"
+#include "engine/ReadAhead.h"
 #include "lists/EditedRecord.h"
 #include "lists/Lists.h"
 #include "picks/PickDialogs.h"
@@ -26,8 +27,17 @@ constexpr int kCode = 5;
 
 const std::vector<std::string> kDoctorMarks{"BillingDoctorCode", "DoctorCode"};
 
+constexpr const char* kConcepts = "select * from EvaluationManagement";
+constexpr const char* kFacilities = "select * from facility";
+constexpr const char* kChargeTypes = "select * from ChargeTypes";
+constexpr const char* kDoctors = "select * from Doctors";
+
 std::string currentStatement(const char* view) {
   return chargeStatement(view, CurrentPatientId, CurrentChargeDate, CurrentChargeTime);
+}
+
+std::string patientStatement() {
+  return concat("select * from Patient Where PatientId =", CurrentPatientId);
 }
 
 }  // namespace
@@ -42,6 +52,8 @@ bool ChargeEditor::isNew() const { return CurrentChargeDate == kNewCharge; }
 
 void ChargeEditor::load() {
   NotLoaded = true;
+  if (isNew()) CurrentChargeTime = TimeOfDay{0};
+  const ReadAhead ahead(DatabaseConnection, foreseen());
   if (!openCatalogues()) return;
   CBChargeTypes->fillFrom(RsChargeTypes, "Description");
   CBChargeTypes->setListIndex(0);
@@ -55,13 +67,26 @@ void ChargeEditor::load() {
   if (isNew() ? loadNew() : loadStored()) NotLoaded = false;
 }
 
+// What is read in any case.
+std::vector<std::string> ChargeEditor::foreseen() const {
+  std::vector<std::string> statements{kConcepts,
+                                      kFacilities,
+                                      kChargeTypes,
+                                      kDoctors,
+                                      currentStatement(diagnoses_.view),
+                                      currentStatement(procedures_.view)};
+  statements.insert(statements.end(), DoctorEntries::kStatements.begin(),
+                    DoctorEntries::kStatements.end());
+  if (isNew() && CurrentPatientId != 0) statements.push_back(patientStatement());
+  return statements;
+}
+
 bool ChargeEditor::openCatalogues() {
-  return openRows(RsEMCodes, "select * from EvaluationManagement",
+  return openRows(RsEMCodes, kConcepts,
                   "You have to define Evaluation & Management Codes first!") &&
-         openRows(RsFacilities, "select * from facility", "You have to define Facilities first!") &&
-         openRows(RsChargeTypes, "select * from ChargeTypes",
-                  "You have to define Charge types first!") &&
-         openRows(RsRefDoctors, "select * from Doctors", "You have to define Doctors first!");
+         openRows(RsFacilities, kFacilities, "You have to define Facilities first!") &&
+         openRows(RsChargeTypes, kChargeTypes, "You have to define Charge types first!") &&
+         openRows(RsRefDoctors, kDoctors, "You have to define Doctors first!");
 }
 
 bool ChargeEditor::openDetails(Details& details) {
@@ -107,7 +132,6 @@ void ChargeEditor::showStored(const RecordSetRef& charge) {
 
 bool ChargeEditor::loadNew() {
   if (!showPatientOfNew()) return false;
-  CurrentChargeTime = TimeOfDay{0};
   DTDOC->setValue(today());
   // A new charge opens on the first facility, also for an admitted patient: the admission decides
   // the charge type alone.
@@ -122,9 +146,7 @@ bool ChargeEditor::showPatientOfNew() {
     return true;
   }
   RecordSetRef patient;
-  if (!openRows(patient, concat("select * from Patient Where PatientId =", CurrentPatientId),
-                "Error recovering patient information."))
-    return false;
+  if (!openRows(patient, patientStatement(), "Error recovering patient information.")) return false;
   TxtPatient->setText(toQt(patient->textOrEmpty("Names")));
   if (patient->integer("InFacilityCode") > 0) {
     CBChargeTypes->setListIndex(0);

@@ -38,6 +38,7 @@ class ChargeEditor : public Dialog {
   void buildFields(QGridLayout* grid);
   QWidget* buildDetails(const DetailFrame& frame, Details& details);
 
+  std::vector<std::string> foreseen() const;
   bool openCatalogues();
   bool openDetails(Details& details);
   bool loadStored();

@@ -6,7 +6,7 @@
 namespace bw {
 
 int DoctorEntries::read(RecordSetRef& doctors, std::string& message) {
-  if (OpenRecordset(doctors, "select * from DoctorsDescriptive", message) != 0) return 1;
+  if (OpenRecordset(doctors, kStatements[0], message) != 0) return 1;
   covered_.clear();
   readCoverage();
   if (coverage_.empty() || doctors->RecordCount() == 0) return 0;
@@ -22,9 +22,9 @@ int DoctorEntries::read(RecordSetRef& doctors, std::string& message) {
 void DoctorEntries::readCoverage() {
   if (std::exchange(coverageRead_, true)) return;
   std::string ignored;
-  OpenRecordset(entries_, "select * from PatientDoctorsDescriptive where PatientId=0", ignored);
+  OpenRecordset(entries_, kStatements[1], ignored);
   RecordSetRef rows;
-  if (OpenRecordset(rows, "select * from Coverage", ignored) != 0) return;
+  if (OpenRecordset(rows, kStatements[2], ignored) != 0) return;
   for (; !rows->EOF_(); rows->MoveNext())
     coverage_[rows->integer("DoctorCode")].push_back(
         {rows->value("CoveringDoctorCode"), rows->textOrEmpty("Names")});

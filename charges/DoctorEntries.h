@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -16,6 +17,12 @@ namespace bw {
 // Doctors are read at each call, who covers whom at the first one.
 class DoctorEntries {
  public:
+  // What it reads.
+  static constexpr std::array kStatements{"select * from DoctorsDescriptive",
+                                          "select * from PatientDoctorsDescriptive where "
+                                          "PatientId=0",
+                                          "select * from Coverage"};
+
   // 0, or 1 with `doctors` as it was and the error in `message`. Coverage that cannot be read is
   // told by nothing: there are no such entries then.
   int read(RecordSetRef& doctors, std::string& message);

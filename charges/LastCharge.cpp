@@ -1,7 +1,11 @@
 #include "charges/LastCharge.h"
 
+#include <array>
+
 #include "core/AsisRutinasRecordsets.h"
+#include "core/Principal.h"
 #include "data/Literals.h"
+#include "engine/ReadAhead.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -18,14 +22,14 @@ int readLastCharge(std::int16_t patient, LastCharge& last, std::string& message)
                     message) != 0)
     return 1;
   if (last.charge->RecordCount() == 0) return 0;
-  const auto open = [&](RecordSetRef& details, const char* query) {
-    return OpenRecordset(details,
-                         chargeStatement(query, patient, last.charge->date("ChargeDate"),
-                                         last.charge->time("ChargeTime")),
-                         message);
+  const auto of = [&last, patient](const char* query) {
+    return chargeStatement(query, patient, last.charge->date("ChargeDate"),
+                           last.charge->time("ChargeTime"));
   };
-  const int result = open(last.diagnoses, "ChargeDiagnosisDescriptive");
-  return result != 0 ? result : open(last.procedures, "ChargeProceduresDescriptive");
+  const std::array statements{of("ChargeDiagnosisDescriptive"), of("ChargeProceduresDescriptive")};
+  const ReadAhead ahead(DatabaseConnection, statements);
+  const int result = OpenRecordset(last.diagnoses, statements[0], message);
+  return result != 0 ? result : OpenRecordset(last.procedures, statements[1], message);
 }
 
 }  // namespace bw

@@ -12,8 +12,8 @@ std::string withAdvice(const std::string& message) {
       std::pair{std::string(kUpdateTouchedNothing),
                 "Another station has deleted this record. Close this window and press F5."},
       std::pair{refusalSentence(Refusal::duplicateKey),
-                "Another station may have taken the same number: press Ok again. When that does "
-                "not help, all numbers are in use."},
+                "Another station may have taken the number of this record: Ok draws the next one. "
+                "When that does not help, all numbers are in use."},
       std::pair{refusalSentence(Refusal::missingParent),
                 "Another station has deleted something that was chosen here. Close this window, "
                 "press F5 and choose anew."},

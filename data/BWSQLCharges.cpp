@@ -31,36 +31,34 @@ constexpr DetailKind kDiagnoses{"ChargeDiagnosis", "DiagnosisCode", kDeleteTouch
 constexpr DetailKind kProcedures{"ChargeProcedures", "ProcedureCode",
                                  "No records afected by the DELETE"};
 
-int insertDetailOf(const DetailKind& kind, const ChargeKey& key, std::int16_t code,
-                   std::string& message) {
-  return insertDetail(
-      concat("INSERT INTO ", kind.table, " (PatientId, ChargeDate, ChargeTime,  ", kind.column,
-             " ) VALUES (", key.PatientId, ", ", "#", monthFirst(key.ChargeDate), "#, ", "#",
-             clock24(key.ChargeTime), "#, ", code, ")"),
-      message);
+std::string insertOf(const DetailKind& kind, const ChargeKey& key, std::int16_t code) {
+  return concat("INSERT INTO ", kind.table, " (PatientId, ChargeDate, ChargeTime,  ", kind.column,
+                " ) VALUES (", key.PatientId, ", ", "#", monthFirst(key.ChargeDate), "#, ", "#",
+                clock24(key.ChargeTime), "#, ", code, ")");
 }
 
-int deleteDetailOf(const DetailKind& kind, const ChargeKey& key, std::int16_t code,
-                   std::string& message) {
-  return deleteDetail(
-      concat("DELETE FROM ", kind.table, " ", conditionOf(key), " AND ", kind.column, " = ", code),
-      kind.deletedNothing, message);
+std::string deleteOf(const DetailKind& kind, const ChargeKey& key, std::int16_t code) {
+  return concat("DELETE FROM ", kind.table, " ", conditionOf(key), " AND ", kind.column, " = ",
+                code);
 }
 
-void insertDetailsOf(const DetailKind& kind, const ChargeKey& key, const std::string& codes,
-                     int& result, std::string& message) {
-  insertDetails(
-      codes, [&](std::int16_t code) { return insertDetailOf(kind, key, code, message); }, result,
-      message);
+WantedDetails wantedOf(const DetailKind& kind, const ChargeKey& key, const std::string& codes) {
+  return {codes, [&kind, key](std::int16_t code) { return insertOf(kind, key, code); }};
 }
 
-void updateDetailsOf(const DetailKind& kind, const ChargeKey& key, const RecordSetRef& stored,
-                     const std::string& codes, int& result, std::string& message) {
-  updateDetails(
-      stored, kind.column, codes,
-      {.remove = [&](std::int16_t code) { return deleteDetailOf(kind, key, code, message); },
-       .insert = [&](std::int16_t code) { return insertDetailOf(kind, key, code, message); }},
-      result, message);
+void changeDetailsOf(const DetailKind& kind, const ChargeKey& key, const RecordSetRef& stored,
+                     const std::string& codes, const AddStatement& add) {
+  reconcileDetails(stored, kind.column, codes,
+                   {.remove =
+                        [&](std::int16_t code) {
+                          add(deleteOf(kind, key, code), kind.deletedNothing);
+                          return kDone;
+                        },
+                    .insert =
+                        [&](std::int16_t code) {
+                          add(insertOf(kind, key, code), nullptr);
+                          return kDone;
+                        }});
 }
 
 }  // namespace
@@ -72,18 +70,15 @@ int ChargeInsert(std::int16_t PatientId, Date& ChargeDate, TimeOfDay& ChargeTime
                  std::string& message) {
   const DateTime now = services().now();
   const ChargeKey key{PatientId, now.date, now.time};
+  const WantedDetails details[] = {wantedOf(kDiagnoses, key, diagnoses),
+                                   wantedOf(kProcedures, key, procedures)};
   const int result = insertInTransaction(
       concat("INSERT INTO PatientCharges (PatientId, ChargeDate, ChargeTime, ChargeRealDate, "
              "FacilityCode, EMCode, DoctorCode, ReferDoctorCode, Status) VALUES (",
              PatientId, ", ", "#", monthFirst(key.ChargeDate), "#, ", "#", clock24(key.ChargeTime),
              "#, ", "#", monthFirst(ChargeRealDate), "#, ", FacilityCode, ",", EMCode, ",",
              DoctorCode, ",", ReferDoctorCode, ",", Status, ")"),
-      [&](int& details) {
-        // The procedures are tried even when a diagnosis has failed.
-        insertDetailsOf(kDiagnoses, key, diagnoses, details, message);
-        insertDetailsOf(kProcedures, key, procedures, details, message);
-      },
-      [] {}, message);
+      details, [] {}, message);
   // Not when the commit has failed: the editor's next try must insert again.
   if (result == kDone) {
     ChargeDate = key.ChargeDate;
@@ -99,16 +94,16 @@ int ChargeUpdate(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime, 
   const ChargeKey key{PatientId, ChargeDate, ChargeTime};
   const RecordSetRef storedDiagnoses = ChargeDiagnosisList(PatientId, ChargeDate, ChargeTime);
   const RecordSetRef storedProcedures = ChargeProceduresList(PatientId, ChargeDate, ChargeTime);
-  int result = kDone;
-  Trap(result, message).begin();
-  updateDetailsOf(kDiagnoses, key, storedDiagnoses, diagnoses, result, message);
-  updateDetailsOf(kProcedures, key, storedProcedures, procedures, result, message);
-  finishChange(concat("UPDATE PatientCharges SET", " ChargeRealDate= #", yearFirst(ChargeRealDate),
-                      "#", ", FacilityCode = ", FacilityCode, ", EMCode = ", EMCode,
-                      ", DoctorCode = ", DoctorCode, ", ReferDoctorCode = ", ReferDoctorCode,
-                      ", Status = ", Status, " ", conditionOf(key)),
-               kUpdateTouchedNothing, result, message);
-  return result;
+  return updateWithDetails(
+      [&](const AddStatement& add) {
+        changeDetailsOf(kDiagnoses, key, storedDiagnoses, diagnoses, add);
+        changeDetailsOf(kProcedures, key, storedProcedures, procedures, add);
+      },
+      concat("UPDATE PatientCharges SET", " ChargeRealDate= #", yearFirst(ChargeRealDate), "#",
+             ", FacilityCode = ", FacilityCode, ", EMCode = ", EMCode,
+             ", DoctorCode = ", DoctorCode, ", ReferDoctorCode = ", ReferDoctorCode,
+             ", Status = ", Status, " ", conditionOf(key)),
+      kUpdateTouchedNothing, message);
 }
 
 int ChargeDelete(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
@@ -124,22 +119,26 @@ int ChargeDelete(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
 
 int ChargeDiagnosisInsert(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
                           std::int16_t DiagnosisCode, std::string& message) {
-  return insertDetailOf(kDiagnoses, {PatientId, ChargeDate, ChargeTime}, DiagnosisCode, message);
+  return insertDetail(insertOf(kDiagnoses, {PatientId, ChargeDate, ChargeTime}, DiagnosisCode),
+                      message);
 }
 
 int ChargeDiagnosisDelete(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
                           std::int16_t DiagnosisCode, std::string& message) {
-  return deleteDetailOf(kDiagnoses, {PatientId, ChargeDate, ChargeTime}, DiagnosisCode, message);
+  return deleteDetail(deleteOf(kDiagnoses, {PatientId, ChargeDate, ChargeTime}, DiagnosisCode),
+                      kDiagnoses.deletedNothing, message);
 }
 
 int ChargeProcedureInsert(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
                           std::int16_t ProcedureCode, std::string& message) {
-  return insertDetailOf(kProcedures, {PatientId, ChargeDate, ChargeTime}, ProcedureCode, message);
+  return insertDetail(insertOf(kProcedures, {PatientId, ChargeDate, ChargeTime}, ProcedureCode),
+                      message);
 }
 
 int ChargeProcedureDelete(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,
                           std::int16_t ProcedureCode, std::string& message) {
-  return deleteDetailOf(kProcedures, {PatientId, ChargeDate, ChargeTime}, ProcedureCode, message);
+  return deleteDetail(deleteOf(kProcedures, {PatientId, ChargeDate, ChargeTime}, ProcedureCode),
+                      kProcedures.deletedNothing, message);
 }
 
 int ChargeSetPrintLot(std::int16_t PatientId, Date ChargeDate, TimeOfDay ChargeTime,

@@ -6,6 +6,14 @@
 #include "text/Text.h"
 
 namespace bw {
+namespace {
+
+std::string coveringStatement(std::int16_t doctor, std::int16_t covering) {
+  return concat("INSERT INTO DoctorCoveringDoctors (DoctorCode, CoveringDoctorCode) VALUES (",
+                doctor, ", ", covering, ")");
+}
+
+}  // namespace
 
 RecordSetRef DoctorGet(std::int16_t DoctorCode) {
   return getRecord(concat("SELECT * FROM Doctors", " WHERE DoctorCode=", DoctorCode));
@@ -21,16 +29,13 @@ int DoctorInsert(std::int16_t& DoctorCode, const std::string& Description,
                  const std::string& BillingDoctorCode, const std::string& coverage,
                  std::string& message) {
   const std::int16_t code = DoctorNextCode();
+  const WantedDetails covering[] = {
+      {coverage, [code](std::int16_t other) { return coveringStatement(code, other); }}};
   return insertRecord(
       code, DoctorCode,
       concat("INSERT INTO Doctors (DoctorCode, Description, BillingDoctorCode) VALUES (", code,
              ", ", "'", Description, "',", "'", BillingDoctorCode, "'", ")"),
-      message, [&](int& result) {
-        insertDetails(
-            coverage,
-            [&](std::int16_t covering) { return CoveringDoctorInsert(code, covering, message); },
-            result, message);
-      });
+      message, covering);
 }
 
 int DoctorUpdate(std::int16_t DoctorCode, const std::string& Description,
@@ -63,10 +68,7 @@ int DoctorDelete(std::int16_t DoctorCode, std::string& message) {
 
 int CoveringDoctorInsert(std::int16_t DoctorCode, std::int16_t CoveringDoctorCode,
                          std::string& message) {
-  return insertDetail(
-      concat("INSERT INTO DoctorCoveringDoctors (DoctorCode, CoveringDoctorCode) VALUES (",
-             DoctorCode, ", ", CoveringDoctorCode, ")"),
-      message);
+  return insertDetail(coveringStatement(DoctorCode, CoveringDoctorCode), message);
 }
 
 int CoveringDoctorDelete(std::int16_t DoctorCode, std::int16_t CoveringDoctorCode,

@@ -1,14 +1,21 @@
 #include "data/Schema.h"
 
+#include <algorithm>
+#include <cctype>
+#include <map>
+
 #include "data/Definition.h"
 #include "data/SavedQueries.h"
 #include "data/SqlTexts.h"
+#include "data/Tables.h"
 #include "engine/ChangeLog.h"
 #include "engine/EngineTransaction.h"
 #include "text/Text.h"
 
 namespace bw {
 namespace {
+
+constexpr std::string_view kQuery = "CREATE VIEW ";
 
 // The statements of a text, each of which ends with a semicolon at the end of a line. Comments in
 // front of a statement count as part of it.
@@ -30,6 +37,37 @@ void makeSchema(Engine& engine) {
     for (const std::string& statement : statementsOf(text)) engine.execute(statement);
 }
 
+// The saved queries by their names in small letters.
+std::map<std::string, std::string, std::less<>> queryDefinitions() {
+  std::map<std::string, std::string, std::less<>> queries;
+  std::vector<std::string> statements = statementsOf(kQueriesText);
+  for (const LookedUpQuery& query : lookedUpQueries()) statements.push_back(viewStatement(query));
+  for (const std::string& statement : statements) {
+    const std::size_t at = statement.find(kQuery) + kQuery.size();
+    const std::size_t end = statement.find(' ', at);
+    std::string name = statement.substr(at, end - at);
+    makeLower(name);
+    queries.emplace(std::move(name), statement.substr(end));
+  }
+  return queries;
+}
+
+bool isOfAName(char c) noexcept { return c == '_' || std::isalnum(static_cast<unsigned char>(c)); }
+
+// The words of a text, each once.
+std::set<std::string> wordsOf(std::string_view text) {
+  std::set<std::string> words;
+  while (!text.empty()) {
+    const auto end =
+        static_cast<std::size_t>(std::ranges::find_if_not(text, isOfAName) - text.begin());
+    std::string word(text.substr(0, end));
+    makeLower(word);
+    if (!word.empty()) words.insert(std::move(word));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return words;
+}
+
 }  // namespace
 
 void createSchema(Engine& engine, const std::function<void(Engine&)>& fill) {
@@ -49,7 +87,6 @@ void keepChangeLog(Engine& engine, bool kept) {
 }
 
 std::vector<std::string> schemaQueries() {
-  constexpr std::string_view kQuery = "CREATE VIEW ";
   std::vector<std::string> names;
   names.reserve(lookedUpQueries().size());
   for (const LookedUpQuery& query : lookedUpQueries()) names.emplace_back(query.name);
@@ -59,6 +96,18 @@ std::vector<std::string> schemaQueries() {
     names.emplace_back(kQueriesText.substr(at, kQueriesText.find(' ', at) - at));
   }
   return names;
+}
+
+std::set<std::string> tablesBehind(std::string_view statement) {
+  static const auto queries = queryDefinitions();
+  std::set<std::string> tables;
+  for (const std::string& word : wordsOf(statement)) {
+    for (const SchemaTable& table : schemaTables())
+      if (sameName(table.name, word)) tables.insert(word);
+    const auto query = queries.find(word);
+    if (query != queries.end()) tables.merge(tablesBehind(query->second));
+  }
+  return tables;
 }
 
 }  // namespace bw

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/Engine.h"
@@ -18,5 +20,8 @@ void keepChangeLog(Engine& engine, bool kept);
 
 // The names of the saved queries.
 std::vector<std::string> schemaQueries();
+
+// The tables that a statement reads, also those behind its saved queries, in small letters.
+std::set<std::string> tablesBehind(std::string_view statement);
 
 }  // namespace bw

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 
 #include "core/Advice.h"
@@ -54,19 +55,24 @@ class Trap {
   std::string& message_;
 };
 
-// An insert in a transaction of its own: 0, 1, or what `details` sets its argument to, which it is
-// called with once the statement ran. `stored` is called before the commit: what it hands to the
-// caller is there also when the commit fails.
-int insertInTransaction(const std::string& statement, const std::function<void(int&)>& details,
-                        const std::function<void()>& stored, std::string& message);
+// A list of details that goes with a record.
+struct WantedDetails {
+  const std::string& codes;
+  std::function<std::string(std::int16_t code)> insert;  // the statement
+};
 
-inline void noDetails(int&) {}
+// An insert with its details in a transaction of its own, in one trip to a server: 0, 1, or 2 when
+// a detail failed. The first that fails ends its list; the lists behind it are tried all the same.
+// A list that cannot be read is 1. `stored` is called when all ran: what it hands to the caller is
+// there also when the commit fails.
+int insertInTransaction(const std::string& statement, std::span<const WantedDetails> details,
+                        const std::function<void()>& stored, std::string& message);
 
 // An insert that allocates a code and hands it out in `codeOut`. `code` 0 means that none could be
 // allocated: 1, and the message is left as it was.
 template <class Code>
 int insertRecord(Code code, Code& codeOut, const std::string& statement, std::string& message,
-                 const std::function<void(int&)>& details = noDetails) {
+                 std::span<const WantedDetails> details = {}) {
   if (code == 0) return kDatabaseError;
   return insertInTransaction(
       statement, details, [&] { codeOut = code; }, message);
@@ -87,15 +93,19 @@ void finishChange(const std::string& statement, const char* touchedNothing, int&
 int insertDetail(const std::string& statement, std::string& message);
 int deleteDetail(const std::string& statement, const char* touchedNothing, std::string& message);
 
-// Inserts the details of a new record. The first that fails ends the list and sets `result` to 2; a
-// list that cannot be read sets it to 1.
-void insertDetails(const std::string& codes, const std::function<int(std::int16_t)>& insert,
-                   int& result, std::string& message);
-
 // Makes the stored details of a record agree with the wanted ones (see reconcileDetails), unless
 // `result` tells of a failure before. A detail that fails sets it to 3; no `stored` at all, or a
 // list that cannot be read, sets it to 1.
 void updateDetails(const RecordSetRef& stored, const char* column, const std::string& wanted,
                    const DetailCalls& calls, int& result, std::string& message);
+
+// An update of a record in a transaction of its own, with the changes of its details in the same
+// trip to a server: `details` hands each statement on, with the text that tells that it matched no
+// row (nullptr: it always does). The record's own goes last. 0, 1, 2 when that matched none, 3 when
+// a detail failed; 1 also when `details` raises, for a list that cannot be read.
+using AddStatement = std::function<void(const std::string& statement, const char* touchedNothing)>;
+int updateWithDetails(const std::function<void(const AddStatement& add)>& details,
+                      const std::string& statement, const char* touchedNothing,
+                      std::string& message);
 
 }  // namespace bw

@@ -1,5 +1,7 @@
 #include "engine/Connection.h"
 
+#include <algorithm>
+
 #include "engine/EngineMakers.h"
 #include "engine/PlainWrite.h"
 #include "engine/Refusals.h"
@@ -91,6 +93,20 @@ void Connection::CommitTrans() {
   }
 }
 
+// What a commit in the trip of the last statements has become.
+void Connection::endBy(const CommitResult& commit) {
+  try {
+    reaching([&commit] {
+      commit.require();
+      return true;
+    });
+    --level_;
+  } catch (const RuntimeError&) {
+    RollbackTrans();
+    throw;
+  }
+}
+
 void Connection::commitLevel() {
   hear(level_ == 1 ? "COMMIT" : concat("RELEASE s", level_));
   requireAlive();
@@ -136,9 +152,79 @@ std::int64_t Connection::Execute(std::string_view statement) { return run(statem
 
 std::int64_t Connection::Write(std::string_view statement) { return run(statement, true); }
 
+Connection::Written Connection::WriteAll(std::span<const std::string> statements, Then then) {
+  EngineTrips* trips = changeLog_ ? nullptr : engine().trips();
+  if (trips != nullptr && level_ == 1) return writeTogether(*trips, statements, then);
+  Written written =
+      trips == nullptr ? writeEach(statements) : writeTogether(*trips, statements, Then::stay);
+  if (then == Then::commit && !written.refusal) end(written, [this] { CommitTrans(); });
+  return written;
+}
+
+template <class Commit>
+void Connection::end(Written& written, Commit commit) {
+  written.isEnded = true;
+  try {
+    commit();
+  } catch (const RuntimeError& refusal) {
+    written.refusal = refusal;
+  }
+}
+
+Connection::Written Connection::writeEach(std::span<const std::string> statements) {
+  Written written;
+  try {
+    for (const std::string& statement : statements) written.rows.push_back(Write(statement));
+  } catch (const RuntimeError& refusal) {
+    written.refusal = refusal;
+  }
+  return written;
+}
+
+// Those in front of the first that is not let through.
+std::vector<EngineStatement> Connection::rewriteAll(std::span<const std::string> statements,
+                                                    std::optional<RuntimeError>& refusal) {
+  std::vector<EngineStatement> all;
+  try {
+    for (const std::string& statement : statements) {
+      hear(statement);
+      requirePlainWrite(statement);
+      all.push_back(rewriteStatement(statement, engine().dialect()));
+    }
+  } catch (const RuntimeError& error) {
+    refusal = error;
+  }
+  return all;
+}
+
+Connection::Written Connection::writeTogether(EngineTrips& trips,
+                                              std::span<const std::string> statements, Then then) {
+  requireAlive();
+  forgetAhead();
+  Written written;
+  const std::vector<EngineStatement> all = rewriteAll(statements, written.refusal);
+  if (written.refusal) then = Then::stay;
+  try {
+    if (then == Then::commit) hear("COMMIT");
+  } catch (const RuntimeError& refusal) {
+    RollbackTrans();
+    return {.refusal = refusal, .isEnded = true};
+  }
+  WrittenTogether done = trips.executeAll(all, then);
+  lost_ = done.refusal && isLoss(done.refusal->why());
+  written.rows = std::move(done.rows);
+  if (done.refusal) written.refusal = *done.refusal;
+  if (written.refusal && hasCutText(statements[written.rows.size()]))
+    written.refusal =
+        RuntimeError(written.refusal->number(), written.refusal->text() + kApostrophe);
+  if (!done.refusal && then == Then::commit) end(written, [&] { endBy(done.commit); });
+  return written;
+}
+
 std::int64_t Connection::run(std::string_view statement, bool isTyped) {
   hear(statement);
   requireAlive();
+  forgetAhead();
   Engine& open = engine();
   try {
     if (isTyped) requirePlainWrite(statement);
@@ -155,8 +241,35 @@ std::int64_t Connection::run(std::string_view statement, bool isTyped) {
 
 RecordSetRef Connection::Read(std::string_view statement, LockType lock) {
   hear(statement);
+  if (const auto ahead = ahead_.find(statement); ahead != ahead_.end())
+    return RecordSetRef(
+        std::make_shared<RecordSet>(std::make_shared<RowStore>(*ahead->second), lock));
   return reaching(
       [&] { return RecordSetRef(std::make_shared<RecordSet>(readRows(statement), lock)); });
+}
+
+void Connection::readAhead(std::span<const std::string> statements) {
+  EngineTrips* trips = engine_ ? engine_->trips() : nullptr;
+  if (trips == nullptr) return;
+  std::vector<EngineStatement> rewritten;
+  rewritten.reserve(statements.size());
+  try {
+    for (const std::string& statement : statements)
+      rewritten.push_back(rewriteStatement(statement, engine_->dialect()));
+    std::vector<std::shared_ptr<RowStore>> rows = trips->readAll(rewritten);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+      ahead_.insert_or_assign(statements[i], std::move(rows[i]));
+  } catch (const DatabaseRefusal&) {
+    ahead_.clear();  // the statement that is refused is told so when it is read
+  }
+}
+
+ChangesOfOthers Connection::changesOfOthers() {
+  try {
+    return engine().changesOfOthers();
+  } catch (const RuntimeError&) {
+    return {};  // a lock or a loss, which the next statement meets
+  }
 }
 
 std::shared_ptr<RowStore> Connection::readRows(std::string_view statement) {

@@ -2,9 +2,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/ChangeLog.h"
 #include "engine/Engine.h"
@@ -50,6 +54,25 @@ class Connection {
   std::int64_t Write(std::string_view statement);
   RecordSetRef Read(std::string_view statement, LockType lock = LockType::optimistic);
 
+  // Statements within a transaction as Write takes them, none of which needs another's result, in
+  // one trip where there are trips: then `tap` hears all before it. Ends at the first that is
+  // refused; those before it stand, and the transaction is open. `commit` ends the level when all
+  // ran, as CommitTrans does.
+  struct Written {
+    std::vector<std::int64_t> rows;       // matched, a number a statement that ran
+    std::optional<RuntimeError> refusal;  // of the statement behind them, or of the commit
+    bool isEnded = false;                 // the level, by a commit that is done or refused
+  };
+  Written WriteAll(std::span<const std::string> statements, Then then = Then::stay);
+
+  // See ReadAhead.
+  void readAhead(std::span<const std::string> statements);
+  void forgetAhead() noexcept { ahead_.clear(); }
+
+  // What other stations have committed since the last call, or since it was opened. Waits for
+  // nobody. What cannot be told now, the next call tells.
+  ChangesOfOthers changesOfOthers();
+
   // See RelaxedSync. False when there is no connection that could be relaxed, or a transaction is
   // open.
   bool relaxSync();
@@ -66,6 +89,13 @@ class Connection {
  private:
   Engine& engine();
   std::int64_t run(std::string_view statement, bool isTyped);
+  Written writeEach(std::span<const std::string> statements);
+  Written writeTogether(EngineTrips& trips, std::span<const std::string> statements, Then then);
+  std::vector<EngineStatement> rewriteAll(std::span<const std::string> statements,
+                                          std::optional<RuntimeError>& refusal);
+  void endBy(const CommitResult& commit);
+  template <class Commit>
+  void end(Written& written, Commit commit);
   void hear(std::string_view statement) const;
   void commitLevel();
   std::shared_ptr<RowStore> readRows(std::string_view statement);
@@ -76,6 +106,7 @@ class Connection {
 
   std::unique_ptr<Engine> engine_;
   std::unique_ptr<ChangeLog> changeLog_;  // where the database keeps one
+  std::map<std::string, std::shared_ptr<RowStore>, std::less<>> ahead_;  // by statement
   int level_ = 0;
   bool lost_ = false;
 };

@@ -57,6 +57,39 @@ struct [[nodiscard]] CommitResult {
   }
 };
 
+// What became of statements that were handed over together.
+struct WrittenTogether {
+  std::vector<std::int64_t> rows;          // matched, a number a statement that ran, in their order
+  std::optional<DatabaseRefusal> refusal;  // of the one behind them
+  CommitResult commit{};                   // where it was asked for and none was refused
+};
+
+enum class Then : std::uint8_t { stay, commit };
+
+// What other stations have committed.
+struct ChangesOfOthers {
+  bool any = false;
+  std::vector<std::string> tables{};  // none: it is not known in which
+};
+
+// Several statements in one trip, of an engine whose statements are trips to another computer.
+class EngineTrips {
+ public:
+  EngineTrips() = default;
+  EngineTrips(const EngineTrips&) = delete;
+  EngineTrips& operator=(const EngineTrips&) = delete;
+  virtual ~EngineTrips() = default;
+
+  // As Engine::read, of statements that don't depend on each other. One that is refused refuses
+  // all.
+  virtual std::vector<std::shared_ptr<RowStore>> readAll(
+      std::span<const EngineStatement> statements) = 0;
+  // Executes statements within a transaction, none of which needs another's result, and with
+  // `commit` ends it when all ran. Ends at the first that is refused; those before it stand. A
+  // commit raises nothing.
+  virtual WrittenTogether executeAll(std::span<const EngineStatement> statements, Then then) = 0;
+};
+
 // What a connection asks of a database engine. Statements arrive rewritten (see Rewriter.h).
 // A refusal raises DatabaseRefusal; the transaction that was open before it is open still, unless
 // inTransaction() says otherwise.
@@ -68,6 +101,8 @@ class Engine {
   virtual ~Engine() = default;
 
   SqlDialect dialect() const noexcept { return dialect_; }
+  // nullptr where statements cost no trip.
+  virtual EngineTrips* trips() noexcept { return nullptr; }
 
   // Returns the number of rows that the statement matched, cascades not counted.
   virtual std::int64_t execute(const EngineStatement& statement) = 0;
@@ -94,6 +129,8 @@ class Engine {
   // lock the next waits are short until then.
   virtual void relaxSync() = 0;
   virtual void restoreSync() = 0;
+  // Since the last call, or since it was opened. Waits for nobody; raises DatabaseRefusal.
+  virtual ChangesOfOthers changesOfOthers() = 0;
   virtual bool hasTable(std::string_view name) = 0;
   // What is wrong with the database itself, a sentence each; not what its rows hold.
   virtual std::vector<std::string> findDamage() = 0;
@@ -101,5 +138,9 @@ class Engine {
  private:
   SqlDialect dialect_;
 };
+
+// All in one trip where there are trips, one after another elsewhere.
+std::vector<std::shared_ptr<RowStore>> readAll(Engine& engine,
+                                               std::span<const EngineStatement> statements);
 
 }  // namespace bw

@@ -53,12 +53,17 @@ class Reader {
     base_ = engine_.read(rewriteStatement(
         concat("SELECT ", columnsFrom(query_.alias, {}), " FROM [", query_.base, "]", conditions),
         engine_.dialect()));
-    for (const LookUpTable& table : query_.tables) parents_.push_back(readParent(table));
+    std::vector<const LookUpTable*> left;
+    for (const LookUpTable& table : query_.tables) left.push_back(&table);
+    while (!left.empty()) readParents(left);
     if (snapshot) snapshot->end();
   }
   std::string columnsFrom(std::string_view alias, std::string_view key) const;
-  Parent readParent(const LookUpTable& table);
-  std::shared_ptr<RowStore> readRows(const LookUpTable& table, const Column& foreign);
+  bool isNamed(const LookUpTable& table) const;
+  void readParents(std::vector<const LookUpTable*>& left);
+  const Column& foreignOf(const LookUpTable& table) const;
+  EngineStatement statementOf(const LookUpTable& table) const;
+  Parent parentOf(const LookUpTable& table, std::shared_ptr<RowStore> rows) const;
   Parent words() const;
   const Parent& parent(std::string_view alias) const;
   std::shared_ptr<RowStore> putTogether();
@@ -82,17 +87,39 @@ const Parent& Reader::parent(std::string_view alias) const {
                        [&](const Parent& one) { return one.alias == alias; });
 }
 
-Parent Reader::readParent(const LookUpTable& table) {
-  if (table.from == query_.alias) {
-    std::shared_ptr<RowStore> rows = readRows(table, base_->columns[base_->indexOf(table.foreign)]);
-    KeyIndex index(rows->columns.front());
+// Whether the rows that name it have been read.
+bool Reader::isNamed(const LookUpTable& table) const {
+  return table.from == query_.alias ||
+         std::ranges::find(parents_, table.from, &Parent::alias) != parents_.end();
+}
+
+// Takes those whose rows are known by now out of those that are left.
+void Reader::readParents(std::vector<const LookUpTable*>& left) {
+  const auto later = std::stable_partition(left.begin(), left.end(),
+                                           [this](const auto* table) { return isNamed(*table); });
+  std::vector<EngineStatement> statements;
+  for (auto table = left.begin(); table != later; ++table)
+    statements.push_back(statementOf(**table));
+  std::vector<std::shared_ptr<RowStore>> rows = readAll(engine_, statements);
+  std::vector<Parent> read;
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    read.push_back(parentOf(*left[i], std::move(rows[i])));
+  std::ranges::move(read, std::back_inserter(parents_));
+  left.erase(left.begin(), later);
+}
+
+const Column& Reader::foreignOf(const LookUpTable& table) const {
+  const RowStore& rows = table.from == query_.alias ? *base_ : *parent(table.from).rows;
+  return rows.columns[rows.indexOf(table.foreign)];
+}
+
+Parent Reader::parentOf(const LookUpTable& table, std::shared_ptr<RowStore> rows) const {
+  KeyIndex index(rows->columns.front());
+  if (table.from == query_.alias)
     return {table.alias, table.foreign, std::move(rows), std::move(index)};
-  }
   const Parent& before = parent(table.from);
-  const Column& foreign = before.rows->columns[before.rows->indexOf(table.foreign)];
-  std::shared_ptr<RowStore> rows = readRows(table, foreign);
-  KeyIndex index = before.index.through(foreign, KeyIndex(rows->columns.front()));
-  return {table.alias, before.foreign, std::move(rows), std::move(index)};
+  KeyIndex through = before.index.through(foreignOf(table), index);
+  return {table.alias, before.foreign, std::move(rows), std::move(through)};
 }
 
 // The distinct values of a column, or none at all when they are many.
@@ -108,16 +135,16 @@ std::vector<std::int64_t> fewKeys(const Column& column) {
   return keys;
 }
 
-std::shared_ptr<RowStore> Reader::readRows(const LookUpTable& table, const Column& foreign) {
+EngineStatement Reader::statementOf(const LookUpTable& table) const {
   std::string statement =
       concat("SELECT ", columnsFrom(table.alias, table.key), " FROM [", table.table, "]");
-  const std::vector<std::int64_t> keys = fewKeys(foreign);
+  const std::vector<std::int64_t> keys = fewKeys(foreignOf(table));
   if (!keys.empty()) {
     statement += concat(" WHERE [", table.key, "] IN (");
     for (const std::int64_t key : keys) statement += concat(key == keys.front() ? "" : ",", key);
     statement += ")";
   }
-  return engine_.read(rewriteStatement(statement, engine_.dialect()));
+  return rewriteStatement(statement, engine_.dialect());
 }
 
 Parent Reader::words() const {

@@ -4,6 +4,7 @@
 #include <random>
 #include <thread>
 
+#include "engine/ServerNames.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -39,13 +40,15 @@ CommitResult result(Outcome outcome) {
 PostgresCommits::PostgresCommits() : token_(anyToken()) {}
 
 // The first step of a station clears away those of stations that have not stored for long.
-void PostgresCommits::addStep(std::vector<PostgresCommand>& commands) {
+void PostgresCommits::addStep(std::vector<PostgresCommand>& commands, const std::string& news) {
   if (step_ == 0)
     commands.push_back({.text = "DELETE FROM bw_desks WHERE token IN (SELECT token FROM bw_desks"
                                 " WHERE used < now() - interval '2 days' FOR UPDATE SKIP LOCKED)"});
   commands.push_back({.text = concat("INSERT INTO bw_desks AS d VALUES ('", token_, "', ", ++step_,
                                      ", now()) ON CONFLICT (token)"
-                                     " DO UPDATE SET step = excluded.step, used = excluded.used")});
+                                     " DO UPDATE SET step = excluded.step, used = excluded.used"
+                                     " RETURNING pg_notify('",
+                                     kNewsChannel, "', '", news, "')")});
 }
 
 Outcome PostgresCommits::outcome(PostgresLink& link, const PostgresLink::Backend& backend) const {

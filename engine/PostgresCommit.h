@@ -16,8 +16,9 @@ class PostgresCommits {
  public:
   PostgresCommits();
 
-  // The commands that write the next step, behind those that a trip has already.
-  void addStep(std::vector<PostgresCommand>& commands);
+  // The commands that write the next step and tell the other stations `news`, behind those that a
+  // trip has already.
+  void addStep(std::vector<PostgresCommand>& commands, const std::string& news);
   // Connects anew and tells what became of the latest step that `backend` was to commit, within the
   // time that the server may take to come back.
   CommitResult find(PostgresLink& link, const PostgresLink::Backend& backend,

@@ -28,15 +28,29 @@ std::vector<int> numbersOf(std::string_view text) {
   return numbers;
 }
 
+// A row a table with a key, and a row a query that shows all columns of the key of a table behind
+// it: of several, that of the longest key, and then of the one whose columns stand in front.
+constexpr const char* kKeys =
+    "WITH RECURSIVE behind (shown, source) AS ("
+    " SELECT oid, oid FROM pg_class WHERE relkind IN ('r', 'v') AND oid >= 16384"
+    " UNION SELECT b.shown, d.refobjid FROM behind b JOIN pg_rewrite r ON r.ev_class = b.source"
+    " JOIN pg_depend d ON d.classid = 'pg_rewrite'::regclass AND d.objid = r.oid"
+    " AND d.refclassid = 'pg_class'::regclass)"
+    "SELECT DISTINCT ON (c.oid) c.oid, c.relname, k.numbers, k.columns"
+    " FROM behind b JOIN pg_class c ON c.oid = b.shown"
+    " JOIN pg_index i ON i.indrelid = b.source AND i.indisprimary"
+    " CROSS JOIN LATERAL (SELECT count(*) AS count, min(s.attnum) AS first,"
+    " string_agg(s.attnum::text, ' ' ORDER BY p.place) AS numbers,"
+    " string_agg(s.attname, ', ' ORDER BY p.place) AS columns"
+    " FROM unnest(i.indkey) WITH ORDINALITY AS p (number, place)"
+    " JOIN pg_attribute a ON a.attrelid = i.indrelid AND a.attnum = p.number"
+    " JOIN pg_attribute s ON s.attrelid = b.shown AND s.attname = a.attname) AS k"
+    " WHERE k.count = i.indnatts ORDER BY c.oid, k.count DESC, k.first";
+
 }  // namespace
 
 void PostgresKeys::load(PostgresLink& link) {
-  const PostgresResult found = link.query(
-      "SELECT c.oid, c.relname, i.indkey, (SELECT string_agg(a.attname, ', ' ORDER BY k.place)"
-      " FROM unnest(i.indkey) WITH ORDINALITY AS k (number, place)"
-      " JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum = k.number)"
-      " FROM pg_class c LEFT JOIN pg_index i ON i.indrelid = c.oid AND i.indisprimary"
-      " WHERE c.relkind IN ('r', 'v') AND c.oid >= 16384");
+  const PostgresResult found = link.query(kKeys);
   const auto text = [&found](int row, int column) { return PQgetvalue(found.get(), row, column); };
   for (int row = 0; row < PQntuples(found.get()); ++row)
     tables_[numberOf<Oid>(text(row, 0))] = {text(row, 1), numbersOf(text(row, 2)), text(row, 3)};
@@ -54,7 +68,7 @@ void PostgresKeys::order(PostgresLink& link, const PostgresRows& read, RowStore&
   std::vector<std::size_t> columns;
   for (const int number : table->key) {
     const auto place = std::ranges::find(read.numbers(), number);
-    if (place == read.numbers().end()) break;
+    if (place == read.numbers().end()) continue;  // the same in all rows, where order matters
     columns.push_back(static_cast<std::size_t>(place - read.numbers().begin()));
   }
   if (!columns.empty()) rows.orderBy(columns);
@@ -68,7 +82,7 @@ std::string PostgresKeys::behindItsOrder(PostgresLink& link, const std::string& 
   if (rest.find(" LIMIT ") != std::string_view::npos) return {};
   if (tables_.empty()) load(link);
   for (const auto& [number, table] : tables_)
-    if (sameName(table.name, name) && !table.columns.empty()) return concat(", ", table.columns);
+    if (sameName(table.name, name)) return concat(", ", table.columns);
   return {};
 }
 

@@ -7,6 +7,7 @@
 #include "engine/BreakableReading.h"
 #include "engine/PostgresAddress.h"
 #include "engine/Refusals.h"
+#include "engine/ServerNames.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -14,6 +15,8 @@ namespace {
 
 constexpr Oid kInt8 = 20;
 constexpr int kBinary = 1;
+const std::string kListen =
+    concat("DO 'BEGIN IF NOT pg_is_in_recovery() THEN LISTEN ", kNewsChannel, "; END IF; END';");
 
 std::string fieldOf(const PGresult* result, int field) {
   const char* text = PQresultErrorField(result, field);
@@ -87,16 +90,18 @@ void PostgresLink::connect() {
   setUp();
 }
 
-// Workers that read one table together would give its rows in another order each time.
+// Workers that read one table together would give its rows in another order each time. A standby
+// takes nobody who listens.
 void PostgresLink::setUp() {
-  const PostgresResult facts = query(concat(
-      "SET lock_timeout = ", options_.busyTimeout.count(),
-      "; SET max_parallel_workers_per_gather = 0;",
-      "SET jit = off; SET standard_conforming_strings = on; SET datestyle = 'ISO, YMD';"
-      "SET extra_float_digits = 1;",
-      options_.access == EngineAccess::readOnly ? "SET default_transaction_read_only = on;" : "",
-      "SELECT pid, backend_start, to_regclass('bw_desks') IS NOT NULL"
-      " FROM pg_stat_get_activity(pg_backend_pid()) AS a"));
+  const PostgresResult facts = query(
+      concat("SET lock_timeout = ", options_.busyTimeout.count(),
+             "; SET max_parallel_workers_per_gather = 0;",
+             "SET jit = off; SET standard_conforming_strings = on; SET datestyle = 'ISO, YMD';"
+             "SET extra_float_digits = 1;",
+             options_.access == EngineAccess::readOnly ? "SET default_transaction_read_only = on;"
+                                                       : kListen,
+             "SELECT pid, backend_start, to_regclass('bw_desks') IS NOT NULL"
+             " FROM pg_stat_get_activity(pg_backend_pid()) AS a"));
   backend_ = {PQgetvalue(facts.get(), 0, 0), PQgetvalue(facts.get(), 0, 1)};
   hasDesks_ = std::string_view(PQgetvalue(facts.get(), 0, 2)) == "t";
 }
@@ -116,6 +121,7 @@ void PostgresLink::hear(void* link, const PGresult* notice) noexcept {
 // Something to read between statements is mostly that the server has gone.
 bool PostgresLink::isClosedByServer() {
   PGconn* connection = connection_.get();
+  if (isClosing_ || PQstatus(connection) != CONNECTION_OK) return true;
   for (pollfd socket{.fd = PQsocket(connection), .events = POLLIN, .revents = 0};
        poll(&socket, 1, 0) > 0;) {
     if (PQconsumeInput(connection) == 0) return true;
@@ -169,21 +175,23 @@ void PostgresLink::giveUp() noexcept {
   connection_.reset();
 }
 
-void PostgresLink::receive(std::size_t place, bool isMain, const OnResult& onResult,
-                           std::optional<PostgresFailure>& failure) {
+void PostgresLink::receive(std::span<const PostgresCommand> commands, std::size_t place,
+                           const OnResult& onResult, std::optional<PostgresFailure>& failure) {
+  const int number = commands[place].number;
+  if (number >= 0) PQsetSingleRowMode(connection_.get());
   while (const PostgresResult result = nextResult()) {
     if (isError(result.get())) {
       if (tellsALoss(result.get())) lose();
       if (!failure) failure = failureOf(result.get(), place);
-    } else if (isMain && !failure && PQresultStatus(result.get()) != PGRES_PIPELINE_ABORTED) {
-      onResult(*result);
+    } else if (number >= 0 && !failure && PQresultStatus(result.get()) != PGRES_PIPELINE_ABORTED) {
+      onResult(static_cast<std::size_t>(number), *result);
     }
   }
   if (PQstatus(connection_.get()) != CONNECTION_OK) lose();
 }
 
 std::optional<PostgresFailure> PostgresLink::run(std::span<const PostgresCommand> commands,
-                                                 std::size_t main, const OnResult& onResult) {
+                                                 const OnResult& onResult) {
   PGconn* connection = connection_.get();
   if (PQenterPipelineMode(connection) == 0) lose();
   for (const PostgresCommand& command : commands)
@@ -191,10 +199,8 @@ std::optional<PostgresFailure> PostgresLink::run(std::span<const PostgresCommand
   if (PQpipelineSync(connection) == 0) lose();
   std::optional<PostgresFailure> failure;
   try {
-    for (std::size_t place = 0; place < commands.size(); ++place) {
-      if (place == main) PQsetSingleRowMode(connection);
-      receive(place, place == main, onResult, failure);
-    }
+    for (std::size_t place = 0; place < commands.size(); ++place)
+      receive(commands, place, onResult, failure);
   } catch (...) {
     giveUp();  // what has not been read would stand in front of the next answer
     throw;
@@ -213,6 +219,13 @@ PostgresResult PostgresLink::query(const std::string& statements) {
     throw DatabaseRefusal(Refusal::statement, fieldOf(result.get(), PG_DIAG_MESSAGE_PRIMARY));
   }
   return result;
+}
+
+void PostgresLink::takeNews(const std::function<void(std::string_view)>& onNews) {
+  PGconn* connection = connection_.get();
+  if (!isUp() || PQconsumeInput(connection) == 0) return;  // the next statement connects anew
+  while (const std::unique_ptr<PGnotify, FreeMemory> news{PQnotifies(connection)})
+    if (news->be_pid != PQbackendPID(connection)) onNews(news->extra);
 }
 
 std::string PostgresLink::quoted(const std::string& text) const {

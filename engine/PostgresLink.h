@@ -19,6 +19,7 @@ struct PostgresCommand {
   std::string text{};                    // or, of a prepared one that is run, ""
   std::string name{};                    // of a prepared one
   std::vector<StatementValue> values{};  // of a prepared one
+  int number = -1;                       // under which its results are handed on; -1: they are not
 };
 
 // What the server says of a statement that failed.
@@ -33,7 +34,7 @@ struct PostgresFailure {
 // down from then on.
 class PostgresLink {
  public:
-  using OnResult = std::function<void(const PGresult&)>;
+  using OnResult = std::function<void(std::size_t number, const PGresult&)>;
 
   // Connects. Raises DatabaseRefusal (notConnected).
   PostgresLink(std::string address, const PostgresOptions& options);
@@ -44,9 +45,9 @@ class PostgresLink {
   // Connects anew if it is down, also when the server has closed it in the meantime.
   void requireUp();
 
-  // Sends all commands and reads what becomes of them. Hands on the results of the one at `main`,
-  // row by row. Behind a command that fails the others are not run.
-  std::optional<PostgresFailure> run(std::span<const PostgresCommand> commands, std::size_t main,
+  // Sends all commands and reads what becomes of them. Hands on the results of those that have a
+  // number, row by row. Behind a command that fails the others are not run.
+  std::optional<PostgresFailure> run(std::span<const PostgresCommand> commands,
                                      const OnResult& onResult);
   // Runs statements parted by semicolons, and returns the rows of the last one, as texts. A failure
   // raises DatabaseRefusal (statement).
@@ -64,6 +65,8 @@ class PostgresLink {
   const Backend& backend() const noexcept { return backend_; }
   // Whether the database has a table of the stations (see ServerNames.h).
   bool hasDesks() const noexcept { return hasDesks_; }
+  // Hands on what others have told since the last call, without a trip.
+  void takeNews(const std::function<void(std::string_view)>& onNews);
   // Counts the connections that there were.
   int session() const noexcept { return session_; }
 
@@ -75,8 +78,8 @@ class PostgresLink {
   bool send(const PostgresCommand& command);
   PostgresResult nextResult();
   void giveUp() noexcept;
-  void receive(std::size_t place, bool isMain, const OnResult& onResult,
-               std::optional<PostgresFailure>& failure);
+  void receive(std::span<const PostgresCommand> commands, std::size_t place,
+               const OnResult& onResult, std::optional<PostgresFailure>& failure);
 
   std::string address_;
   PostgresOptions options_;

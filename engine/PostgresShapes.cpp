@@ -42,9 +42,10 @@ void PostgresShapes::add(std::vector<PostgresCommand>& commands, const EngineSta
   commands.push_back({.name = shape->second, .values = statement.values});
 }
 
-void PostgresShapes::failed(const EngineStatement& statement, const PostgresCommand& command) {
-  const bool prepares = !command.name.empty() && !command.text.empty();
-  if (prepares) names_.erase(keyOf(statement));
+void PostgresShapes::drop(std::span<const PostgresCommand> commands) {
+  for (const PostgresCommand& command : commands)
+    if (!command.name.empty() && !command.text.empty())
+      std::erase_if(names_, [&](const auto& shape) { return shape.second == command.name; });
 }
 
 }  // namespace bw

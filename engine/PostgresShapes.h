@@ -15,8 +15,8 @@ class PostgresShapes {
  public:
   // Puts what runs a statement behind the commands that a trip has already.
   void add(std::vector<PostgresCommand>& commands, const EngineStatement& statement, int session);
-  // After a trip for the statement that failed at that command.
-  void failed(const EngineStatement& statement, const PostgresCommand& command);
+  // These commands did not run: what they prepare is not there.
+  void drop(std::span<const PostgresCommand> commands);
   // A statement's tables have changed: all are prepared anew.
   void forget() noexcept { names_.clear(); }
 

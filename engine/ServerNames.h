@@ -15,4 +15,7 @@ inline constexpr std::string_view kDesksStatement =
     "CREATE TABLE bw_desks (token text PRIMARY KEY, step bigint NOT NULL, "
     "used timestamptz NOT NULL)";
 
+// On which the stations tell each other the tables that a commit has changed, parted by blanks.
+inline constexpr std::string_view kNewsChannel = "bw_changes";
+
 }  // namespace bw

@@ -78,7 +78,7 @@ class SqliteEngine final : public Engine {
 
   std::shared_ptr<RowStore> read(const EngineStatement& text) override {
     const BreakableSqlite breakable(*database_);
-    return use(text, [this](sqlite3_stmt* statement) { return readAll(statement); });
+    return use(text, [this](sqlite3_stmt* statement) { return readRows(statement); });
   }
 
   std::unique_ptr<BulkInsert> prepareInsert(const std::string& table,
@@ -120,6 +120,20 @@ class SqliteEngine final : public Engine {
     wait(patience_);
     execute("PRAGMA synchronous=FULL");
     commitNothing(*database_);
+  }
+
+  // The engine counts the commits of others alone. A lock is not waited for.
+  ChangesOfOthers changesOfOthers() override {
+    wait(std::chrono::milliseconds{0});
+    const std::int64_t last = version_;
+    try {
+      version_ = read("PRAGMA data_version")->columns.front().raw(0);
+    } catch (const DatabaseRefusal&) {
+      wait(patience_);
+      throw;
+    }
+    wait(patience_);
+    return {.any = last != 0 && version_ != last};
   }
 
   bool hasTable(std::string_view name) override {
@@ -170,7 +184,7 @@ class SqliteEngine final : public Engine {
     return sqlite3_stmt_readonly(statement) != 0 ? 0 : sqlite3_changes64(database_.get());
   }
 
-  std::shared_ptr<RowStore> readAll(sqlite3_stmt* statement) const {
+  std::shared_ptr<RowStore> readRows(sqlite3_stmt* statement) const {
     auto store = std::make_shared<RowStore>();
     const int count = sqlite3_column_count(statement);
     store->columns.reserve(static_cast<std::size_t>(count));
@@ -247,6 +261,7 @@ class SqliteEngine final : public Engine {
   Database database_;
   std::chrono::milliseconds patience_;
   bool inLoop_ = false;
+  std::int64_t version_ = 0;      // of what others have committed; 0 until it is asked for
   std::array<Shared, 4> shared_;  // the latest shapes
 };
 

@@ -8,6 +8,7 @@
 #include "engine/BreakableReading.h"
 #include "lists/MainFrame.h"
 #include "lists/Settings.h"
+#include "text/BrokenOff.h"
 #include "text/Conversions.h"
 #include "text/Text.h"
 
@@ -33,8 +34,10 @@ int openForList(RecordSetRef& recordset, const std::string& statement, std::stri
 int readAgain(RecordSetRef& recordset, const std::string& statement, std::string& message) {
   const bool wasShown = MainWindow != nullptr && MainWindow->isVisible();
   const BreakableReading breakable(wasShown ? watchEscape()() : nullptr);
+  const std::function<void()> isNotRead =
+      MainWindow != nullptr ? MainWindow->readsList(statement) : [] {};
   RecordSetRef fresh;
-  const int failed = openForList(fresh, statement, message);
+  const int failed = orPutBack([&] { return openForList(fresh, statement, message); }, isNotRead);
   if (recordset) recordset->Close();
   if (failed == 0) recordset = fresh;
   return failed;

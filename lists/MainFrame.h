@@ -20,6 +20,10 @@ class MainFrame : public QMainWindow {
   // error.
   virtual void pressButton(std::string_view key) = 0;
 
+  // The list of the view on show is about to be read by that statement. What is returned says that
+  // it was not, and stays on show as it was.
+  virtual std::function<void()> readsList(std::string_view statement) = 0;
+
   // Where tree and views live.
   QWidget* clientArea() const { return client_; }
 

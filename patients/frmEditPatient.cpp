@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <QVBoxLayout>
+#include <array>
 
 #include "controls/ComboBox.h"
 #include "controls/DatePicker.h"
@@ -9,6 +10,7 @@
 #include "core/Principal.h"
 #include "core/Services.h"
 #include "data/BWSQLPatients.h"
+#include "engine/ReadAhead.h"
 #include "lists/DetailFrame.h"
 #include "lists/EditedRecord.h"
 #include "lists/WorkingList.h"
@@ -21,6 +23,13 @@ namespace {
 // Characters of a record of PickResult, and of each of the two codes in it.
 constexpr int kRecord = 50;
 constexpr int kCode = 5;
+
+constexpr const char* kInsurances = "select * from insurance";
+constexpr const char* kSicknessTypes = "select * from SicknessType";
+
+std::string historyStatement() {
+  return concat("select * from PatientsHistoryDescriptive Where PatientId=", CurrentPatientId);
+}
 
 class PatientEditor : public Dialog {
  public:
@@ -100,9 +109,11 @@ QWidget* PatientEditor::buildHistory() {
 
 void PatientEditor::load() {
   NotLoaded = true;
-  if (!openRows(RsInsurances, "select * from insurance", "You have to define Insurances First!") ||
-      !openRows(RsSicknessTypes, "select * from SicknessType",
-                "You have to define Sickness Types First!"))
+  const std::array foreseen{std::string(kInsurances), std::string(kSicknessTypes),
+                            historyStatement()};
+  const ReadAhead ahead(DatabaseConnection, foreseen);
+  if (!openRows(RsInsurances, kInsurances, "You have to define Insurances First!") ||
+      !openRows(RsSicknessTypes, kSicknessTypes, "You have to define Sickness Types First!"))
     return;
   CBSeguros->fillFrom(RsInsurances, "Description", {"BillingInsuranceCode", "InsuranceCode"});
   CBSeguros->setListIndex(0);
@@ -112,10 +123,7 @@ void PatientEditor::load() {
   NotLoaded = false;
 }
 
-bool PatientEditor::openHistory() {
-  return openRows(history_.rows, concat("select * from PatientsHistoryDescriptive Where PatientId=",
-                                        CurrentPatientId));
-}
+bool PatientEditor::openHistory() { return openRows(history_.rows, historyStatement()); }
 
 bool PatientEditor::showStored() {
   RecordSetRef patient = PatientGet(CurrentPatientId);

@@ -7,6 +7,7 @@
 #include "controls/Dialog.h"
 #include "controls/Icons.h"
 #include "core/PassOver.h"
+#include "shell/OthersSign.h"
 #include "shell/frmMain.h"
 
 namespace bw {
@@ -112,6 +113,7 @@ void MainToolbar::build(frmMain& window) {
       onEvent(buttons_[i], &QAction::triggered, &window, [&row, &window] { run(row, window); });
     }
   }
+  sign_ = new OthersSign(bar, [&window] { window.callView("Refresca"); });
 }
 
 void MainToolbar::showGroup(ToolbarGroup group) {

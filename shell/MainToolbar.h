@@ -11,6 +11,7 @@ class QToolBar;
 namespace bw {
 
 class frmMain;
+class OthersSign;
 
 inline constexpr std::size_t kToolbarButtons = 17;
 
@@ -19,11 +20,14 @@ class MainToolbar {
  public:
   void build(frmMain& window);
 
+  OthersSign& sign() { return *sign_; }
+
   // New and Print belong to every view, the others to a group.
   void showGroup(ToolbarGroup group);
 
  private:
   std::array<QAction*, kToolbarButtons> buttons_{};
+  OthersSign* sign_ = nullptr;
 };
 
 }  // namespace bw

@@ -15,9 +15,11 @@
 #include "core/PassOver.h"
 #include "core/Principal.h"
 #include "core/Services.h"
+#include "data/Schema.h"
 #include "lists/Settings.h"
 #include "printing/PageSize.h"
 #include "shell/ClockPanels.h"
+#include "shell/OthersSign.h"
 #include "shell/frmBanner.h"
 #include "shell/frmShorcuts.h"
 #include "text/BrokenOff.h"
@@ -141,6 +143,10 @@ void frmMain::CambiaAVista(std::int16_t Vista, std::int16_t Filtro) {
 
 void frmMain::ActivaFiltro(std::int16_t NuevoFiltro) { menus_.checkFilter(NuevoFiltro); }
 
+std::function<void()> frmMain::readsList(std::string_view statement) {
+  return toolbar_.sign().watch(tablesBehind(statement));
+}
+
 // Menus and toolbar.
 void frmMain::dress(const RecordKind& kind) {
   menus_.checkView(VistaActualNumero);
@@ -163,7 +169,8 @@ void frmMain::switchView() {
     views_.push_back(activeView_);
   if (left != nullptr && left != activeView_) left->hide();
   placeView(frmShorcuts().isVisibleTo(client_));
-  passOver([this] { activeView_->call("Refresca"); });
+  const auto watchAsBefore = toolbar_.sign().watch({});  // a page shows no list
+  orPutBack([this] { passOver([this] { activeView_->call("Refresca"); }); }, watchAsBefore);
   activeView_->show();
 }
 

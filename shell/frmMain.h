@@ -26,6 +26,7 @@ class frmMain : public MainFrame {
 
   void CambiaAVista(std::int16_t Vista, std::int16_t Filtro) override;
   void ActivaFiltro(std::int16_t NuevoFiltro) override;
+  std::function<void()> readsList(std::string_view statement) override;
   // Hides the tree.
   void CerrarShortcut();
 

@@ -2,6 +2,7 @@
 
 #include "data/BWSQLPatients.h"
 #include "tests/data/DataFixture.h"
+#include "tests/server/TestDatabase.h"
 
 namespace bw {
 namespace {
@@ -83,7 +84,8 @@ TEST_F(ChargesTest, NewChargeTakesItsKeyFromTheClockAndItsDetailsInOrder) {
 
 TEST_F(ChargesTest, FailingDetailTakesTheNewChargeBackAndItsTextSurvives) {
   EXPECT_EQ(insert(";1;99;2;", ";1;"), 2);
-  EXPECT_EQ(issued(), "BEGIN row d+1 d+99 p+1 ROLLBACK");
+  EXPECT_EQ(issued(), onServer() ? "BEGIN row d+1 d+99 d+2 p+1 COMMIT p+1 ROLLBACK"
+                                 : "BEGIN row d+1 d+99 p+1 ROLLBACK");
   EXPECT_EQ(message, kMissingParent);
   EXPECT_EQ(insert(";1;1;", ";"), 2) << "a code twice";
   EXPECT_EQ(message, kDuplicateKey);
@@ -106,8 +108,10 @@ TEST_F(ChargesTest, UpdateTouchesOnlyTheDifference) {
       {"2,3", "1", ";1;2;", ";1;", "BEGIN d-3 d+1 row COMMIT", 0},
       {"", "", ";1;", ";2;", "BEGIN d+1 p+2 row COMMIT", 0},
       {"1,2", "3", ";2;1;", ";3;", "BEGIN row COMMIT", 0},
-      {"1", "1", "", ";;", "BEGIN d-1 p-1 p+0 ROLLBACK", 3},
-      {"2", "1", ";3;99;1;", ";", "BEGIN d-2 d+3 d+99 ROLLBACK", 3},
+      {"1", "1", "", ";;",
+       onServer() ? "BEGIN d-1 p-1 p+0 row ROLLBACK" : "BEGIN d-1 p-1 p+0 ROLLBACK", 3},
+      {"2", "1", ";3;99;1;", ";",
+       onServer() ? "BEGIN d-2 d+3 d+99 d+1 p-1 row ROLLBACK" : "BEGIN d-2 d+3 d+99 ROLLBACK", 3},
       {"2", "1", ";2;", ";2;40000;", "BEGIN p-1 p+2 ROLLBACK", 1},
       {"2", "1", ";2;3", ";1", "BEGIN p-1 row COMMIT", 0},
   };

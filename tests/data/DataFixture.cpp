@@ -104,7 +104,8 @@ void DataTest::seedLife() {
            "(3, 'daily, short', 2), (4, 'daily', 2), (5, 'daily, long', 2), (6, 'last', 3)) "
            "SELECT 1000 * t + 100 * c + 10 * a + n, p || s || r || w, t, c, a, "
            "CASE n WHEN 5 THEN '' ELSE substr('E' || t || c || a || n || '-0123456789', 1, "
-           "3 + (t + c + a + n) % 13) END, '99' || t || c || n, q = 1, q > 1, q "
+           "3 + (t + c + a + n) % 13) END, '99' || t || c || n, CASE q WHEN 1 THEN 1 ELSE 0 END, "
+           "CASE q WHEN 1 THEN 0 ELSE 1 END, q "
            "FROM place, sts, role, level",
            "INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode, "
            "InFacilityCode, InWardCode, InDoctorCode) VALUES "

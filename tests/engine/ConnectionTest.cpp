@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <filesystem>
 
 #include "engine/BreakableReading.h"
+#include "engine/ReadAhead.h"
 #include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "tests/server/TestDatabase.h"
@@ -229,6 +231,47 @@ TEST_F(ConnectionTest, ChangesOfOneShapeCountAndFailEachByItself) {
   EXPECT_EQ(rename("O''B", "Letter='G'"), 1);
   connection.CommitTrans();
   EXPECT_EQ(letters(), "CDFO'B");
+}
+
+TEST_F(ConnectionTest, StatementsWrittenTogetherEndAtTheFirstThatIsRefused) {
+  const auto write = [&](std::vector<std::string> all, Then then) {
+    for (std::string& letter : all) letter = "INSERT INTO Letters VALUES ('" + letter + "', 1)";
+    return connection.WriteAll(all, then);
+  };
+  connection.BeginTrans();
+  EXPECT_TRUE(write({"A", "B"}, Then::commit).isEnded);
+  EXPECT_EQ(connection.transactionLevel(), 0);
+
+  connection.BeginTrans();
+  Connection::Written written = write({"A", "C"}, Then::commit);
+  EXPECT_TRUE(written.rows.empty()) << "the first of a transaction has no savepoint";
+  EXPECT_EQ(written.refusal->text(), "There is a record with the same key already.");
+  written = write({"C", "D", "B", "E"}, Then::commit);
+  EXPECT_EQ(written.rows.size(), 2);
+  EXPECT_FALSE(written.isEnded);
+  EXPECT_EQ(connection.transactionLevel(), 1);
+  written = write({"F", "G'), ('H"}, Then::commit);
+  EXPECT_EQ(written.rows.size(), 1) << "no plain write";
+  EXPECT_TRUE(written.refusal && !written.isEnded);
+  connection.CommitTrans();
+  EXPECT_EQ(letters(), "ABCDF");
+
+  connection.BeginTrans();
+  connection.BeginTrans();
+  EXPECT_TRUE(write({"X"}, Then::commit).isEnded) << "the inner level";
+  connection.RollbackTrans();
+  EXPECT_EQ(letters(), "ABCDF");
+}
+
+TEST_F(ConnectionTest, WhatWasReadAheadIsForgottenBehindAWrite) {
+  const std::array statements{std::string("SELECT * FROM Letters ORDER BY Letter"),
+                              std::string("SELECT * FROM Lost")};
+  insert("A");
+  const ReadAhead refused(connection, statements);
+  EXPECT_EQ(letters(), "A");
+  const ReadAhead ahead(connection, std::span(statements).first(1));
+  insert("B");
+  EXPECT_EQ(letters(), "AB");
 }
 
 // Files that are opened: a folder of its own for each test.

@@ -6,6 +6,7 @@
 #include "patients/frmAdmitPatient.h"
 #include "patients/frmDischargePatient.h"
 #include "tests/forms/FormsFixture.h"
+#include "tests/server/TestDatabase.h"
 
 namespace bw {
 namespace {
@@ -182,7 +183,7 @@ TEST_F(AdmissionTest, DischargeShowsThePlacementAndLeavesTheVisitors) {
             }));
   frmDischargePatient().showModal();
 
-  run("DROP TRIGGER PatientAdmissionUpdate");
+  run(onServer() ? relationsOff() : "DROP TRIGGER PatientAdmissionUpdate");
   run("UPDATE Patient SET InFacilityCode=9, InWardCode=1, InDoctorCode=1 WHERE PatientId=25000");
   script.in("frmDischargePatient", discharge("Admitted|||Ames|", [&](QWidget& dialog) {
               run("DELETE FROM PatientCharges");

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "data/BWSQLDiagnosis.h"
 #include "data/BWSQLDoctors.h"
@@ -9,6 +10,7 @@
 #include "data/BWSQLPatients.h"
 #include "data/BWSQLSickness.h"
 #include "data/BWSQLWards.h"
+#include "data/Literals.h"
 #include "data/Schema.h"
 #include "data/Tables.h"
 #include "shell/RecordKinds.h"
@@ -78,32 +80,37 @@ class KeyOrderTest : public FormsTest {
  protected:
   KeyOrderTest() {
     seedLife();
-    for (
-        const char* statement :
-        {"INSERT INTO Insurance VALUES (3, 'A', ''), (2, 'B', '')",
-         "INSERT INTO Sickness (SicknessCode, Description, SicknessTypeCode) VALUES (4, 'A', 0), "
-         "(3, 'B', 0)",
-         "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (9, 1, 'A'), "
-         "(8, 1, 'B')",
-         "INSERT INTO DoctorCoveringDoctors VALUES (1, 9), (1, 4)",
-         "INSERT INTO PatientHistory VALUES (25000, 4, 0), (25000, 3, 0)",
-         "INSERT INTO PatientDoctors VALUES (25000, 9, 1, 1), (25000, 3, 1, 1)",
-         "INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
-         "(25009, 'Smith, Ann', #1950/02/28#, 'A1', 1), (25008, '', NULL, '', 1), "
-         "(25007, 'Smith, Ann', NULL, '', 1), (25006, 'Smith, Al', NULL, '', 1)",
-         // Keys fall while dates of care and lots stay or rise.
-         "INSERT INTO PatientCharges WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM "
-         "n WHERE i < 59) SELECT 25009 - i / 12 % 5, date('2003-06-14', (-i % 3) || ' days'), "
-         "time(5000 - i, 'unixepoch'), date('2003-06-15', (i / 40) || ' days'), 1, 1, 1, 2, "
-         "i % 4, i / 30 FROM n",
-         "INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 21 - 10 * (rowid % "
-         "2) FROM PatientCharges",
-         "INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 3 FROM "
-         "PatientCharges",
-         "INSERT INTO ChargeProcedures VALUES (25000, #06/01/2003#, #08:30:00#, 21), "
-         "(25000, #06/01/2003#, #08:30:00#, 3)"})
+    for (const char* statement :
+         {"INSERT INTO Insurance VALUES (3, 'A', ''), (2, 'B', '')",
+          "INSERT INTO Sickness (SicknessCode, Description, SicknessTypeCode) VALUES (4, 'A', 0), "
+          "(3, 'B', 0)",
+          "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (9, 1, 'A'), "
+          "(8, 1, 'B')",
+          "INSERT INTO DoctorCoveringDoctors VALUES (1, 9), (1, 4)",
+          "INSERT INTO PatientHistory VALUES (25000, 4, 0), (25000, 3, 0)",
+          "INSERT INTO PatientDoctors VALUES (25000, 9, 1, 1), (25000, 3, 1, 1)",
+          "INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) "
+          "VALUES "
+          "(25009, 'Smith, Ann', #1950/02/28#, 'A1', 1), (25008, '', NULL, '', 1), "
+          "(25007, 'Smith, Ann', NULL, '', 1), (25006, 'Smith, Al', NULL, '', 1)"})
       run(statement);
+    addCharges();
     takeRecordsOfSmallOffice();
+  }
+
+  // Keys fall while dates of care and lots stay or rise.
+  static void addCharges() {
+    for (int i = 0; i < 60; ++i) {
+      const std::string key = concat(25009 - i / 12, ", #2003/06/", 14 - i % 3, "#, #",
+                                     clock24(TimeOfDay{5000 - i}), "#");
+      run(concat("INSERT INTO PatientCharges VALUES (", key, ", #2003/06/", 15 + i / 40,
+                 "#, 1, 1, 1, 2, ", i % 4, ", ", i / 30, ")"));
+      for (const int diagnosis : {21 - 10 * (i % 2), 3})
+        run(concat("INSERT INTO ChargeDiagnosis VALUES (", key, ", ", diagnosis, ")"));
+    }
+    for (const char* table : {"ChargeDiagnosis", "ChargeProcedures"})
+      run(concat("INSERT INTO ", table, " VALUES (25000, #06/01/2003#, #08:30:00#, 21), ",
+                 "(25000, #06/01/2003#, #08:30:00#, 3)"));
   }
 
   void openViews() {
@@ -173,6 +180,18 @@ TEST_F(KeyOrderTest, EveryStatementWithoutAnOrderHasThatOfItsKey) {
     count = std::max(count, rows->RecordCount());
   }
   for (const std::string& query : schemaQueries()) EXPECT_GT(most[fold(query)], 1) << query;
+}
+
+TEST_F(KeyOrderTest, WithoutAPartOfTheKeyTheOthersOrderAndBehindAnOrderTheWholeKey) {
+  EXPECT_EQ(rows("SELECT DiagnosisCode FROM ChargeDiagnosis WHERE PatientId = 25000"), "1 3 21");
+  const RecordSetRef found =
+      DatabaseConnection.Read("SELECT * FROM ChargeDiagnosisDescriptive ORDER BY Description");
+  std::vector<std::tuple<std::string, int, Date, TimeOfDay>> keys;
+  for (; !found->EOF_(); found->MoveNext())
+    keys.emplace_back(found->text("Description"), found->integer("PatientId"),
+                      found->date("ChargeDate"), found->time("ChargeTime"));
+  EXPECT_EQ(keys.size(), 123);
+  EXPECT_TRUE(std::ranges::is_sorted(keys));
 }
 
 }  // namespace

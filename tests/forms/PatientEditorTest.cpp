@@ -8,6 +8,7 @@
 #include "patients/frmPatients.h"
 #include "picks/PickDialogs.h"
 #include "tests/forms/FormsFixture.h"
+#include "tests/server/TestDatabase.h"
 
 namespace bw {
 namespace {
@@ -159,7 +160,7 @@ TEST_F(PatientEditorTest, AMissingBirthdayIsEmptyAndRefused) {
 }
 
 TEST_F(PatientEditorTest, AMissingInsuranceSelectsTheFirst) {
-  run("PRAGMA foreign_keys=OFF");
+  run(relationsOff());
   run("UPDATE Patient SET InsuranceCode=9 WHERE PatientId=25000");
   edit([&](QWidget& editor) {
     EXPECT_EQ(control<ComboBox>(editor, "CBSeguros").ListIndex(), 0);

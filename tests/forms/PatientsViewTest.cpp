@@ -5,6 +5,7 @@
 #include "lists/Settings.h"
 #include "patients/frmPatients.h"
 #include "tests/forms/FormsFixture.h"
+#include "tests/server/TestDatabase.h"
 
 namespace bw {
 namespace {
@@ -25,7 +26,7 @@ class PatientsViewTest : public FormsTest {
   void addOdd() {
     add(25015, "  ", "1950/01/01", "");
     add(25016, "Zorn, Al", "1971/01/01", "F1");
-    run("PRAGMA foreign_keys=OFF");
+    run(relationsOff());
     run("UPDATE Patient SET InsuranceCode=9 WHERE PatientId=25016");
     run("UPDATE Patient SET DateOfBirth=NULL WHERE PatientId=25011");
   }

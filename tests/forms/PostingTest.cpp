@@ -13,6 +13,8 @@
 #include "core/Principal.h"
 #include "printing/ListReports.h"
 #include "tests/forms/FormsFixture.h"
+#include "tests/server/TestDatabase.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {
@@ -114,9 +116,12 @@ TEST_F(PostingTest, AChargeThatFailsStaysReadyAndTheOthersArePosted) {
 }
 
 TEST_F(PostingTest, MoreThanTheCountHoldsIsToldAndNothingIsPosted) {
-  run("INSERT INTO PatientCharges WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n "
-      "WHERE i < 32767) SELECT 25000, date('2003-07-01', '+' || (i / 80000) || ' days'), "
-      "time(i, 'unixepoch'), '2003-07-01', 1, 1, 1, 2, 0, NULL FROM n");
+  const std::string time =
+      onServer() ? "time '00:00' + i * interval '1 second'" : "time(i, 'unixepoch')";
+  run(
+      concat("INSERT INTO PatientCharges WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 "
+             "FROM n WHERE i < 32767) SELECT 25000, #07/01/2003#, ",
+             time, ", #07/01/2003#, 1, 1, 1, 2, 0, NULL FROM n"));
   frmCharges().Refresca();
   trigger(window(), "mnuActions(0)");
   const Strings told = takeMessages();
