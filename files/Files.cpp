@@ -82,19 +82,21 @@ void makeFolder(const fs::path& folder, fs::perms permissions) {
 }
 
 void nameForGood(const fs::path& from, const fs::path& to) {
-  // A second name for what is replaced: the way back.
+  // A second name for what is replaced: the way back. Where there can be none, the new one stays.
   const std::string before = from.string() + ".before";
+  unlink(before.c_str());
   const bool replaces = link(to.c_str(), before.c_str()) == 0;
+  const bool isNew = !replaces && errno == ENOENT;
   int error = rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
   bool isAsBefore = error != 0;
   if (error == 0 && (error = syncNames(to.parent_path())) != 0)
-    isAsBefore =
-        rename(replaces ? before.c_str() : to.c_str(), replaces ? to.c_str() : from.c_str()) == 0;
+    isAsBefore = replaces ? rename(before.c_str(), to.c_str()) == 0
+                          : isNew && rename(to.c_str(), from.c_str()) == 0;
   if (replaces) unlink(before.c_str());
   if (error != 0)
-    refuse(isAsBefore
-               ? "The file cannot be written: "
-               : "The disk did not confirm a new file, which may be gone after a power cut: ",
+    refuse(isAsBefore ? "The file cannot be written: "
+                      : "The disk did not confirm this file. It is there, and may be gone after a "
+                        "power cut: ",
            to, error);
 }
 

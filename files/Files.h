@@ -21,7 +21,7 @@ void makeFolder(const std::filesystem::path& folder, std::filesystem::perms perm
 
 // Gives what was written and synced under one name its own, in the same folder, so that it stands
 // there after a power cut too; a file of that name is replaced. Raises error 76: then the name
-// stands for what it stood for before.
+// stands for what it stood for before, or the sentence says that the new one is there.
 void nameForGood(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }  // namespace bw

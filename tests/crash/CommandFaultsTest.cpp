@@ -2,17 +2,15 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <functional>
 #include <map>
+#include <ranges>
 
-#include "data/Schema.h"
 #include "engine/Refusals.h"
 #include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "tests/crash/Office.h"
 #include "tests/crash/Shim.h"
 #include "tests/tools/DatabaseContent.h"
-#include "text/RuntimeError.h"
 #include "text/Text.h"
 #include "tools/Commands.h"
 
@@ -150,19 +148,20 @@ class CommandFaultsTest : public CrashTest {
     }
     waitpid(child, nullptr, 0);
     const Files found = files();
-    for (const auto& [name, content] : found)
-      if ((before_.contains(name) || after_.contains(name)) &&
-          content != valueOr(before_, name, "") && content != valueOr(after_, name, ""))
-        return "half-done: " + name;
+    for (const auto& [name, content] : found) {
+      const auto old = before_.find(name);
+      const auto made = after_.find(name);
+      const bool isOld = old != before_.end() && old->second == content;
+      const bool isMade = made != after_.end() && made->second == content;
+      const bool isKnown = old != before_.end() || made != after_.end();
+      if (isKnown && !isOld && !isMade) return "half-done: " + name;
+    }
+    // On its way to another name, or what is to replace it is there.
     for (const auto& [name, content] : before_)
-      if (!found.contains(name) && after_.contains(name) &&
-          !std::ranges::any_of(found, [&](const auto& file) { return file.second == content; }))
+      if (!found.contains(name) &&
+          std::ranges::find(std::views::values(found), content) == std::views::values(found).end())
         return "gone: " + name;
     return "";
-  }
-  static std::string valueOr(const Files& files, const std::string& name, const char* other) {
-    const auto found = files.find(name);
-    return found == files.end() ? other : found->second;
   }
 
   // Returns how many calls of each kind the command makes.

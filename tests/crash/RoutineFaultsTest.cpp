@@ -57,7 +57,7 @@ class RoutineFaultsTest : public CrashTest {
 };
 
 TEST_F(RoutineFaultsTest, WhatIsRefusedIsNotStoredAndWhatIsNotIs) {
-  constexpr int kSample = 23;
+  constexpr int kSample = 31;
   const int each = isAllAskedFor() ? 1 : kSample;
   int tried = 0;
   int place = 0;
