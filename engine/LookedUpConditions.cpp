@@ -79,11 +79,10 @@ std::optional<std::string> conditionOf(const LookedUpQuery& query, const Clause&
                 "] WHERE ", compared, ")");
 }
 
-bool namesWholeKey(const LookedUpQuery& query, const Criteria& criteria) {
-  return std::all_of(query.key.begin(), query.key.end(), [&](std::string_view column) {
-    return std::any_of(criteria.parts.begin(), criteria.parts.end(), [&](const auto& part) {
-      return part.clause.comparison == Comparison::equal && sameName(part.clause.name, column);
-    });
+bool namesKeysFront(const LookedUpQuery& query, const Criteria& criteria) {
+  return std::any_of(criteria.parts.begin(), criteria.parts.end(), [&](const auto& part) {
+    return part.clause.comparison == Comparison::equal &&
+           sameName(part.clause.name, query.key.front());
   });
 }
 
@@ -96,7 +95,7 @@ std::optional<Criteria> parsed(std::string_view conditions) {
 }
 
 std::optional<std::string> onBase(const LookedUpQuery& query, const Criteria& criteria) {
-  if (namesWholeKey(query, criteria)) return std::nullopt;
+  if (namesKeysFront(query, criteria)) return std::nullopt;
   std::string conditions;
   for (const Criteria::Part& part : criteria.parts) {
     if (!part.group.empty() || part.joint == Criteria::Joint::either) return std::nullopt;
