@@ -7,6 +7,7 @@
 
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 namespace bw::bench {
 namespace {
@@ -50,6 +51,7 @@ SlowLine::SlowLine(const std::string& serverFolder)
 }
 
 SlowLine::~SlowLine() {
+  ended_ = true;
   shutdown(listener_, SHUT_RDWR);
   thread_.join();
   close(listener_);
@@ -65,9 +67,10 @@ void SlowLine::relay(int client) {
   const sockaddr_un address = addressIn(server_);
   bool heard = true;
   bool open = connect(server, general(address), sizeof(address)) == 0;
-  while (open) {
+  constexpr int kLookForTheEnd = 100;  // ms
+  while (open && !ended_) {
     std::array<pollfd, 2> ends{{{client, POLLIN, 0}, {server, POLLIN, 0}}};
-    poll(ends.data(), ends.size(), -1);
+    if (poll(ends.data(), ends.size(), kLookForTheEnd) == 0) continue;
     if (ends[1].revents != 0) {
       open = passOn(server, client);
       heard = true;

@@ -34,6 +34,7 @@ class SlowLine {
   int listener_;
   std::atomic<std::chrono::microseconds> time_{};
   std::atomic<int> trips_{0};
+  std::atomic<bool> ended_{false};
   std::thread thread_;
 };
 

@@ -39,16 +39,13 @@ CommitResult result(Outcome outcome) {
 
 PostgresCommits::PostgresCommits() : token_(anyToken()) {}
 
-// The first step of a station clears away those of stations that have not stored for long.
-void PostgresCommits::addStep(std::vector<PostgresCommand>& commands, const std::string& news) {
-  if (step_ == 0)
-    commands.push_back({.text = "DELETE FROM bw_desks WHERE token IN (SELECT token FROM bw_desks"
-                                " WHERE used < now() - interval '2 days' FOR UPDATE SKIP LOCKED)"});
-  commands.push_back({.text = concat("INSERT INTO bw_desks AS d VALUES ('", token_, "', ", ++step_,
-                                     ", now()) ON CONFLICT (token)"
-                                     " DO UPDATE SET step = excluded.step, used = excluded.used"
-                                     " RETURNING pg_notify('",
-                                     kNewsChannel, "', '", news, "')")});
+EngineStatement PostgresCommits::nextStep(const std::string& news) {
+  EngineStatement statement(
+      "INSERT INTO bw_desks AS d VALUES ($1, $2, now()) ON CONFLICT (token)"
+      " DO UPDATE SET step = excluded.step, used = excluded.used RETURNING pg_notify($3, $4)");
+  statement.shape = statement.text;
+  statement.values = {token_, std::int64_t{++step_}, std::string(kNewsChannel), news};
+  return statement;
 }
 
 Outcome PostgresCommits::outcome(PostgresLink& link, const PostgresLink::Backend& backend) const {

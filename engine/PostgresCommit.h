@@ -16,9 +16,10 @@ class PostgresCommits {
  public:
   PostgresCommits();
 
-  // The commands that write the next step and tell the other stations `news`, behind those that a
-  // trip has already.
-  void addStep(std::vector<PostgresCommand>& commands, const std::string& news);
+  // The statement that writes the next step and tells the other stations `news`.
+  EngineStatement nextStep(const std::string& news);
+  // Whether it is the first one of all: that of a station that clears away what others left.
+  bool isFirst() const noexcept { return step_ == 0; }
   // Connects anew and tells what became of the latest step that `backend` was to commit, within the
   // time that the server may take to come back.
   CommitResult find(PostgresLink& link, const PostgresLink::Backend& backend,

@@ -16,6 +16,10 @@ constexpr const char* kSavepoint = "SAVEPOINT bw_statement";
 constexpr const char* kRelease = "RELEASE bw_statement";
 constexpr const char* kUndo = "ROLLBACK TO bw_statement; RELEASE bw_statement";
 
+constexpr const char* kForgetOldDesks =
+    "DELETE FROM bw_desks WHERE token IN (SELECT token FROM bw_desks"
+    " WHERE used < now() - interval '2 days' FOR UPDATE SKIP LOCKED)";
+
 void ignore(std::size_t, const PGresult&) {}
 
 // The interface of the library takes no constant in these two, and changes nothing.
@@ -82,8 +86,12 @@ void PostgresSession::sendWaiting() {
   }
 }
 
+// The first step of a station clears away those of stations that have not stored for long.
 void PostgresSession::addCommit(std::vector<PostgresCommand>& commands, int number) {
-  if (writes_ && link_.hasDesks()) commits_.addStep(commands, news_.noted());
+  if (writes_ && link_.hasDesks()) {
+    if (commits_.isFirst()) commands.push_back({.text = kForgetOldDesks});
+    shapes_.add(commands, commits_.nextStep(news_.noted()), link_.session());
+  }
   commands.push_back({.text = "COMMIT", .number = number});
 }
 
@@ -271,6 +279,7 @@ CommitResult PostgresSession::commit() {
     std::optional<PostgresFailure> failure = link_.run(
         commands, [&](std::size_t, const PGresult& result) { isCommitted = isCommit(result); });
     if (!failure) return resultOf({}, isCommitted);
+    shapes_.drop(std::span(commands).subspan(failure->command));
     return resultOf(Failed{std::move(*failure), 0}, false);
   });
 }

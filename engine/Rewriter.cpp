@@ -60,7 +60,11 @@ class Scan {
     copyHead();
     while (at_ < text_.size()) {
       copyPlain();
-      if (at_ < text_.size() && !special()) break;
+      if (at_ == text_.size()) break;
+      if (at_ == values_)
+        copyValues();
+      else if (!special())
+        break;
     }
     if (!limit_.empty()) {
       put(" LIMIT ");
@@ -105,6 +109,7 @@ class Scan {
     constexpr std::array<std::string_view, 3> kSharing{"SELECT", "UPDATE", "DELETE"};
     const std::size_t select = behindBlanks(0);
     const std::size_t selectEnd = behindName(select);
+    values_ = startOfValues(text_.substr(select, selectEnd - select));
     const auto* kind = std::ranges::find_if(kSharing, [&](std::string_view one) {
       return sameName(text_.substr(select, selectEnd - select), one);
     });
@@ -124,9 +129,43 @@ class Scan {
     limit_ = digits;
   }
 
+  // Where the values of an insert begin that a server takes once for all of its shape; behind the
+  // statement's end for every other statement.
+  std::size_t startOfValues(std::string_view word) const {
+    constexpr std::string_view kValues = " VALUES (";
+    const std::size_t at = text_.find(kValues);
+    const bool hasShape = isPostgres_ && sameName(word, "INSERT") && at < text_.find('\'');
+    return hasShape ? at + kValues.size() : text_.size();
+  }
+
+  // One row of plain values; all else has no shape.
+  void copyValues() {
+    values_ = text_.size();
+    shares_ = true;
+    out_.shape = out_.text;
+    for (bool more = true; more && shares_; more = takeComma()) {
+      copy(behindBlanks(at_));
+      const std::size_t before = at_;
+      if (sameName(text_.substr(at_, 4), "NULL"))
+        copy(at_ + 4);
+      else
+        value();
+      shares_ = shares_ && at_ != before;
+      copy(behindBlanks(at_));
+    }
+    shares_ = shares_ && peek(0) == ')' && text_.find_first_not_of("; ", at_ + 1) == text_.npos;
+  }
+  bool takeComma() {
+    if (peek(0) != ',') return false;
+    copy(at_ + 1);
+    return true;
+  }
+
   void copyPlain() {
     std::size_t end = at_;
-    while (end < text_.size() && !kSpecial[static_cast<unsigned char>(text_[end])]) ++end;
+    while (end < text_.size() && end != values_ &&
+           !kSpecial[static_cast<unsigned char>(text_[end])])
+      ++end;
     copy(end);
   }
 
@@ -237,6 +276,7 @@ class Scan {
   std::size_t at_ = 0;
   EngineStatement out_;
   std::string_view limit_;
+  std::size_t values_ = 0;  // of an insert
   bool shares_ = false;
 };
 

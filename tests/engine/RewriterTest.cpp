@@ -128,6 +128,14 @@ TEST(Rewriter, SpellsMomentsNamesAndPlacesForAServer) {
   for (const auto& [from, to] : cases) EXPECT_EQ(rewritten(from, SqlDialect::postgres), to);
   EXPECT_EQ(shapeOf("UPDATE a SET [B]=#6/5/2003#, c='x' WHERE d = 7", SqlDialect::postgres),
             "UPDATE a SET \"b\"=$1, c=$2 WHERE d = $3 / '2003-06-05' / 'x' / 7");
+  EXPECT_EQ(
+      shapeOf("INSERT INTO a ([B], c) VALUES (7, #6/5/2003#,NULL , 'x')", SqlDialect::postgres),
+      "INSERT INTO a (\"b\", c) VALUES ($1, $2,NULL , $3) / 7 / '2003-06-05' / 'x'");
+  for (const char* rest :
+       {"1), (2)", "-1)", "f(1))", "'it''s')", "1, 'a' || 'b')", "1) RETURNING b"})
+    EXPECT_EQ(rewriteStatement(concat("INSERT INTO a VALUES (", rest), SqlDialect::postgres).shape,
+              "")
+        << rest;
   EXPECT_THROW(rewritten("SELECT [a\" = 1 OR \"b] FROM c", SqlDialect::postgres), RuntimeError);
 }
 
