@@ -1,7 +1,5 @@
 #include "engine/PostgresAddress.h"
 
-#include <libpq-fe.h>
-
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -21,6 +19,7 @@ struct FreeOptions {
 
 // What the address itself says, without what the environment adds.
 Settings parsed(const std::string& address) {
+  loadLibpq();
   char* complaint = nullptr;
   const std::unique_ptr<PQconninfoOption, FreeOptions> options(
       PQconninfoParse(address.c_str(), &complaint));

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include "engine/Libpq.h"
 
 namespace bw {
 

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <memory>
 #include <string_view>
 #include <vector>
 
+#include "engine/Libpq.h"
 #include "records/ColumnFeed.h"
 #include "records/RowStore.h"
 

@@ -1,10 +1,8 @@
 #include "review/Lots.h"
 
 #include <algorithm>
-#include <set>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "review/ChargeTable.h"
@@ -25,17 +23,18 @@ struct Lot {
   std::int64_t firstDay = 0;
   std::int64_t lastDay = 0;
   std::int64_t latestPatient = Column::kNull;
-  std::unordered_set<std::int64_t> insuranceNumbers{};
-  std::set<std::string, std::less<>> insurances{};
+  std::vector<bool> isNoted{};  // the insurance, by the number of its text
+  std::vector<std::string_view> insurances{};
 };
 
-std::string insurancesOf(const Lot& lot) {
-  std::vector<std::string_view> names;
-  for (const std::string& name : lot.insurances)
-    if (names.size() < kNamed) names.push_back(name);
+std::string insurancesOf(Lot& lot) {
+  std::vector<std::string_view>& names = lot.insurances;
+  std::sort(names.begin(), names.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  const std::size_t others = names.size() - std::min(kNamed, names.size());
+  names.resize(names.size() - others);
   std::string text = joined(names, ", ", [](std::string_view name) { return name; });
-  if (lot.insurances.size() > kNamed)
-    text += concat(" and ", lot.insurances.size() - kNamed, " more");
+  if (others > 0) text += concat(" and ", others, " more");
   return text;
 }
 
@@ -73,9 +72,16 @@ class Lots {
     if (patient_(row) == lot.latestPatient) return;
     lot.latestPatient = patient_(row);
     ++lot.patients;
-    // A text is compared once for each of its numbers.
-    if (lot.insuranceNumbers.insert(insurance_(row)).second)
-      lot.insurances.emplace(insurance_.text(row));
+    if (!insurance_.isNull(row)) note(lot, row);
+  }
+
+  // Texts are compared once each in the end.
+  void note(Lot& lot, std::size_t row) const {
+    const auto text = static_cast<std::size_t>(insurance_(row));
+    if (text >= lot.isNoted.size()) lot.isNoted.resize(text + 1);
+    if (lot.isNoted[text]) return;
+    lot.isNoted[text] = true;
+    lot.insurances.push_back(insurance_.text(row));
   }
 
   TableColumn number_;
@@ -105,7 +111,7 @@ Rows findLots(const RowStore& charges) {
                   {"FirstDay", FieldType::date},
                   {"LastDay", FieldType::date},
                   {"ReadyAgain", FieldType::integer}};
-  for (const Lot& lot : Lots(charges).latestFirst()) {
+  for (Lot& lot : Lots(charges).latestFirst()) {
     const std::optional<Date> day = dayOfLot(lot.number);
     rows.add({lot.number, day ? Value(*day) : Value(), insurancesOf(lot), countValue(lot.charges),
               countValue(lot.patients), dayValue(lot.firstDay), dayValue(lot.lastDay),
