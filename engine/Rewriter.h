@@ -18,8 +18,9 @@ inline constexpr const char* kDateMissing = "A date is missing.";
 // unterminated quote, bracket or date, an impossible date, a comment, a double quote or back quote,
 // a NUL, a parameter sign, and a second statement.
 // A date between whose number signs nothing stands is refused with kDateMissing.
-// SELECT, UPDATE and DELETE get a shape. Values that decide what a statement means, such as the
-// numbers of columns that it sorts by, stand behind no equals sign and stay in it.
+// SELECT, UPDATE and DELETE get a shape, for PostgreSQL also an INSERT of one row of plain values.
+// Values that decide what a statement means, such as the numbers of columns that it sorts by, stand
+// behind no equals sign and stay in it.
 EngineStatement rewriteStatement(std::string_view statement, SqlDialect dialect);
 
 // Whether a text in a statement of the program ends too early, because it holds a single quote that
