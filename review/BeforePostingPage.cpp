@@ -37,7 +37,7 @@ const PageKind kBeforePostingPage{
     .about = "What the ready charges lack. Take the tick from a cause that your office does not mind.",
     .choices = kChoices,
     .leading = {.name = "lstCauses", .caption = "Causes",
-                .columns = {{"Cause", "Cause", 6000}, {"Charges", "Charges", 1200}}},
+                .columns = {{"Cause", "Cause", 6000}, {"Charges", "Findings", 1200}}},
     .following = {.name = "lstCharges", .caption = "Charges",
                   .columns = {{"ChargeRealDate", "Date", 1300}, {"AccountNumber", "Account", 1300},
                               {"Names", "Patient", 2600}, {"Cause", "Cause", 3300},

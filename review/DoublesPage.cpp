@@ -30,7 +30,7 @@ const PageKind kDoublesPage{
     .leading = {.name = "lstGroups", .caption = "Groups",
                 .columns = {{"Names", "Patient", 3600}, {"Patients", "Patients", 1000},
                             {"Reason", "Reason", 7000}},
-                .empty = "There are no such patients."},
+                .empty = "There are no such patients. Near and exact doubles shows equal ones, too."},
     .following = {.name = "lstDoubles", .caption = "Patients of the group",
                   .columns = {{"Names", "Patient", 2800}, {"AccountNumber", "Account", 1500},
                               {"DateOfBirth", "Born", 1300}, {"Charges", "Charges", 1000},

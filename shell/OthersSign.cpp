@@ -29,7 +29,8 @@ OthersSign::OthersSign(QToolBar* bar, std::function<void()> readAnew)
   setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   setAutoRaise(true);
   setFocusPolicy(Qt::NoFocus);
-  setToolTip("Another station has changed what this list shows. Press F5 to read it anew.");
+  setToolTip(
+      "Another station has stored something since this list was read. Press F5 to read it anew.");
   setAccessibleDescription(toolTip());
   hide();
   bar->installEventFilter(this);
@@ -73,7 +74,8 @@ void OthersSign::tell() {
 void OthersSign::place() {
   const int width = isHidden() ? 0 : sizeHint().width();
   bar_->setContentsMargins(0, 0, width, 0);
-  setGeometry(bar_->width() - width, 0, width, bar_->height());
+  const int height = std::min(sizeHint().height(), bar_->height());
+  setGeometry(bar_->width() - width, (bar_->height() - height) / 2, width, height);
 }
 
 bool OthersSign::eventFilter(QObject* watched, QEvent* event) {

@@ -12,8 +12,9 @@ class QToolBar;
 namespace bw {
 
 // A sign at the right end of the toolbar's row, on show when another station has changed what the
-// list shows since it was read. The list stays as it is; the sign's click and F5 read it anew. It
-// looks every few seconds, and what it looks at costs no trip to a server.
+// list shows since it was read; of a file it is known only that something has changed. The list
+// stays as it is; the sign's click and F5 read it anew. It looks every few seconds, and what it
+// looks at costs no trip to a server.
 class OthersSign : public QToolButton {
  public:
   OthersSign(QToolBar* bar, std::function<void()> readAnew);

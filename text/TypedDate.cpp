@@ -159,7 +159,8 @@ class Reader {
     const auto date = year.digits == 4 ? makeDate(year.value, month.value, day.value)
                                        : latestOfShortYear(month.value, day.value, year.value);
     if (date) return within(date);
-    const int told = year.digits == 4 ? year.value : now_.year / 100 * 100 + year.value;
+    const int told =
+        year.digits == 4 ? year.value : yearOf(latestOfShortYear(month.value, 1, year.value));
     if (told < 1) return within({});
     return noDay(
         concat(monthName(month.value), " ", told, " has ", daysIn(told, month.value), " days."));
@@ -174,6 +175,8 @@ class Reader {
     return latest(bound, kCenturiesBetweenLeapDays + 2,
                   [&](int back) { return makeDate(next - back * 100, month, day); });
   }
+
+  static int yearOf(std::optional<Date> date) { return date ? civil(*date).year : 0; }
 
   std::optional<TypedDate> checkMonth(int month, int day) const {
     if (month < 1 || month > 12) return refuse(concat("There is no month ", month, "."));

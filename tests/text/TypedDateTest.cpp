@@ -58,6 +58,7 @@ TEST(TypedDateTest, NoTextIsTakenForAnotherDate) {
       {"0/5/2026", "!There is no month 0"},
       {"13/5", "!There is no month 13"},
       {"02/29/2023", "!February 2023 has 28 days."},
+      {"2/29/51", "!February 1951 has 28 days."},
       {"11/31/2026", "!November 2026 has 30 days."},
       {"2/30", "!February has 29 days at most."},
       {"1/0/2026", "!No month has a day 0."},
