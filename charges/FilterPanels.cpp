@@ -125,4 +125,8 @@ void FilterPanels::setText(PanelKind kind, const std::string& text) {
   panel(kind).box->setText(toQt(text));
 }
 
+void FilterPanels::setHint(PanelKind kind, const std::string& hint) {
+  panel(kind).box->setPlaceholderText(toQt(hint));
+}
+
 }  // namespace bw

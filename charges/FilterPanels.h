@@ -40,6 +40,8 @@ class FilterPanels {
 
   std::string text(PanelKind kind) const;
   void setText(PanelKind kind, const std::string& text);
+  // What stands in an empty field, without being its text.
+  void setHint(PanelKind kind, const std::string& hint);
   // Takes over the dates that are typed, where they filter. False when one is none, which its
   // hint then tells; the focus stays where it is.
   bool settleDates();

@@ -238,6 +238,18 @@ void ChargesView::Refresca() {
   ListView1->setEmptyText(toQt(whyEmpty()));
   RsCharges->setSort("ChargeRealDate");
   ListFill(*ListView1, RsCharges);
+  tellWhoFilters();
+}
+
+// Whom "Selected" takes may have been chosen elsewhere, and his column is hidden.
+void ChargesView::tellWhoFilters() {
+  for (const SearchRow& row : kSearches) {
+    const bool isTold = !panels_.isAll(row.kind) && RsCharges->RecordCount() > 0;
+    const RowStore& rows = *RsCharges->rows();
+    panels_.setHint(row.kind, isTold ? textOrEmpty(rows.columns[rows.indexOf(row.column)].value(
+                                           RsCharges->view().front()))
+                                     : "");
+  }
 }
 
 void ChargesView::search(PanelKind kind) {

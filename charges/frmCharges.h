@@ -41,6 +41,7 @@ class ChargesView : public View {
   void choose(PanelKind kind, bool all);
   std::string statement() const;
   std::string whyEmpty() const;
+  void tellWhoFilters();
   void takeKey(int row);
   void openSelected();
   void search(PanelKind kind);

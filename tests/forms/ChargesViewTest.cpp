@@ -112,6 +112,11 @@ TEST_F(ChargesViewTest, AColumnThatSaysTheSameIsHiddenAndItsWidthIsKept) {
   click(frmCharges(), "optSelectedPatients");
   EXPECT_EQ(list().Width(column), 0);
   EXPECT_EQ(list().count(), 2);
+  auto& box = control<QLineEdit>(frmCharges(), "TxtPatient");
+  EXPECT_EQ(box.text() + box.placeholderText(), "Jones, Bob") << "nobody chose him here";
+  click(frmCharges(), "optAllPatients");
+  EXPECT_EQ(box.placeholderText(), "");
+  click(frmCharges(), "optSelectedPatients");
   closeMainWindow();
   EXPECT_EQ(GetSetting(kApplicationTitle, "Charges", "NamesWidth", ""), "3750");
   EXPECT_EQ(GetSetting(kApplicationTitle, "Charges", "ActiveFilter", ""), "0");
