@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engine/PostgresRefusals.h"
+#include "engine/ServerNames.h"
 #include "text/BrokenOff.h"
 #include "text/Text.h"
 
@@ -41,7 +42,7 @@ void PostgresSession::close() noexcept {
   writes_ = false;
   shapes_.drop(waiting_);  // what is not sent prepares nothing
   waiting_.clear();
-  news_.forget();
+  if (!relaxed_) news_.forget();
 }
 
 // What was committed with relaxed syncing goes with a server that crashes.
@@ -90,7 +91,8 @@ void PostgresSession::sendWaiting() {
 void PostgresSession::addCommit(std::vector<PostgresCommand>& commands, int number) {
   if (writes_ && link_.hasDesks()) {
     if (commits_.isFirst()) commands.push_back({.text = kForgetOldDesks});
-    shapes_.add(commands, commits_.nextStep(news_.noted()), link_.session());
+    // What a loop changes is told once, at its end.
+    shapes_.add(commands, commits_.nextStep(relaxed_ ? "" : news_.noted()), link_.session());
   }
   commands.push_back({.text = "COMMIT", .number = number});
 }
@@ -306,12 +308,15 @@ void PostgresSession::relaxSync() {
 // something to write: an empty one is not synced.
 void PostgresSession::restoreSync() {
   relaxed_ = false;
+  const std::string news = news_.noted();
   try {
     requireUp();
-    link_.query(
-        "RESET synchronous_commit; BEGIN; SELECT pg_logical_emit_message(true, 'bw_sync', '');"
-        "COMMIT");
+    link_.query(concat(
+        "RESET synchronous_commit; BEGIN; SELECT pg_logical_emit_message(true, 'bw_sync', '');",
+        news.empty() ? "" : concat("SELECT pg_notify('", kNewsChannel, "', '", news, "');"),
+        "COMMIT"));
     hasRelaxed_ = false;
+    news_.forget();
   } catch (const DatabaseRefusal& loss) {
     tellLoss(loss);
   }

@@ -146,10 +146,16 @@ TEST_F(ServerTest, RelaxedWorkSaysThatSomeOfItMayBeLost) {
   ASSERT_TRUE(ours.relaxSync());
   EXPECT_EQ(ours.Read("SELECT current_setting('synchronous_commit')")->text("current_setting"),
             "off");
+  theirs.Read("SELECT * FROM Insurance");
+  theirs.changesOfOthers();
   ours.BeginTrans();
   ours.Execute(add(2));
   ours.CommitTrans();
+  theirs.Read("SELECT * FROM Insurance");
+  EXPECT_FALSE(theirs.changesOfOthers().any) << "told once, at the end";
   ours.restoreSync();
+  theirs.Read("SELECT * FROM Insurance");
+  EXPECT_EQ(theirs.changesOfOthers().tables, std::vector<std::string>{"insurance"});
   EXPECT_EQ(ours.Read("SELECT current_setting('synchronous_commit')")->text("current_setting"),
             "on");
   ASSERT_TRUE(ours.relaxSync());
