@@ -7,6 +7,7 @@
 #include "bench/Forms.h"
 #include "bench/Measure.h"
 #include "bench/Office.h"
+#include "charges/frmEditCharge.h"
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
 #include "engine/SqliteEngine.h"
@@ -38,7 +39,7 @@ int main(int argc, char** argv) {
   bench::makeOffice(path, {1000, 20000});
   DatabaseConnection = officeConnection(openSqlite(path));
   addDoctors();
-  bench::EditorWatch watch;
+  bench::EditorWatch watch("frmEditCharge", frmEditCharge);
   application.installEventFilter(&watch);
 
   // The first dialog of a process pays for fonts and styles.

@@ -1,16 +1,14 @@
 // The patients: their view on a grown office, the search for doubles, a merge, the editor.
 
 #include <QApplication>
-#include <QTimer>
-#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
 
 #include "bench/Bare.h"
+#include "bench/EditorWatch.h"
 #include "bench/Forms.h"
 #include "bench/Measure.h"
 #include "bench/Office.h"
-#include "controls/Dialog.h"
 #include "core/Principal.h"
 #include "data/BWSQLPatients.h"
 #include "data/SavedQueries.h"
@@ -115,31 +113,6 @@ void measureMerge(bench::Bare& bare) {
       });
 }
 
-// Closes the editor when it has been painted, and remembers when that was.
-class Watch : public QObject {
- public:
-  std::chrono::steady_clock::time_point painted;
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint && watched->objectName() == "frmEditPatient")
-      QTimer::singleShot(0, watched, [this, watched] {
-        painted = std::chrono::steady_clock::now();
-        static_cast<Dialog*>(watched)->unload();
-      });
-    return false;
-  }
-};
-
-double openEditor(Watch& watch) {
-  CurrentPatientId = 1;
-  watch.painted = {};
-  const auto begin = std::chrono::steady_clock::now();
-  frmEditPatient().showModal();
-  if (watch.painted < begin) throw std::runtime_error("The editor was not shown.");
-  return std::chrono::duration<double, std::milli>(watch.painted - begin).count();
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -155,10 +128,11 @@ int main(int argc, char** argv) {
   MainWindow = &window;
   measureView(bare);
   measureMerge(bare);
-  Watch watch;
+  CurrentPatientId = 1;
+  bench::EditorWatch watch("frmEditPatient", frmEditPatient);
   application.installEventFilter(&watch);
-  openEditor(watch);  // the first dialog of a process pays for fonts and styles
+  watch.load();  // the first dialog of a process pays for fonts and styles
   bench::report("patient editor, 300 insurances, 170 history items", "ms",
-                bench::median([&] { return openEditor(watch); }), kMostEditor);
+                bench::median([&] { return watch.load(); }), kMostEditor);
   return bench::verdict();
 }

@@ -10,6 +10,7 @@
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "bench/SlowLine.h"
+#include "charges/frmEditCharge.h"
 #include "core/Principal.h"
 #include "data/BWSQLCharges.h"
 #include "data/SavedQueries.h"
@@ -95,7 +96,7 @@ void measure(QApplication& application) {
   DatabaseConnection.Execute(concat("INSERT INTO DoctorCoveringDoctors SELECT i, 1 + i % ",
                                     bench::kDoctors, " FROM generate_series(1, ", bench::kDoctors,
                                     ") AS i"));
-  bench::EditorWatch watch;
+  bench::EditorWatch watch("frmEditCharge", frmEditCharge);
   application.installEventFilter(&watch);
   DailyWork work(line);
   work.insert();

@@ -15,8 +15,12 @@ namespace {
 
 constexpr Oid kInt8 = 20;
 constexpr int kBinary = 1;
-const std::string kListen =
-    concat("DO 'BEGIN IF NOT pg_is_in_recovery() THEN LISTEN ", kNewsChannel, "; END IF; END';");
+
+// A standby takes nobody who listens.
+std::string listening() {
+  return concat("DO 'BEGIN IF NOT pg_is_in_recovery() THEN LISTEN ", kNewsChannel,
+                "; END IF; END';");
+}
 
 std::string fieldOf(const PGresult* result, int field) {
   const char* text = PQresultErrorField(result, field);
@@ -90,8 +94,7 @@ void PostgresLink::connect() {
   setUp();
 }
 
-// Workers that read one table together would give its rows in another order each time. A standby
-// takes nobody who listens.
+// Workers that read one table together would give its rows in another order each time.
 void PostgresLink::setUp() {
   const PostgresResult facts = query(
       concat("SET lock_timeout = ", options_.busyTimeout.count(),
@@ -99,7 +102,7 @@ void PostgresLink::setUp() {
              "SET jit = off; SET standard_conforming_strings = on; SET datestyle = 'ISO, YMD';"
              "SET extra_float_digits = 1;",
              options_.access == EngineAccess::readOnly ? "SET default_transaction_read_only = on;"
-                                                       : kListen,
+                                                       : listening(),
              "SELECT pid, backend_start, to_regclass('bw_desks') IS NOT NULL"
              " FROM pg_stat_get_activity(pg_backend_pid()) AS a"));
   backend_ = {PQgetvalue(facts.get(), 0, 0), PQgetvalue(facts.get(), 0, 1)};

@@ -122,17 +122,19 @@ class SqliteEngine final : public Engine {
     commitNothing(*database_);
   }
 
-  // The engine counts the commits of others alone. A lock is not waited for.
+  // The engine counts the commits of others alone. A lock is not waited for; a loop's patience
+  // stays what it was.
   ChangesOfOthers changesOfOthers() override {
-    wait(std::chrono::milliseconds{0});
+    const std::chrono::milliseconds patience = waits_;
     const std::int64_t last = version_;
+    wait(std::chrono::milliseconds{0});
     try {
       version_ = read("PRAGMA data_version")->columns.front().raw(0);
     } catch (const DatabaseRefusal&) {
-      wait(patience_);
+      wait(patience);
       throw;
     }
-    wait(patience_);
+    wait(patience);
     return {.any = last != 0 && version_ != last};
   }
 
@@ -157,6 +159,7 @@ class SqliteEngine final : public Engine {
 
  private:
   void wait(std::chrono::milliseconds patience) const {
+    waits_ = patience;
     sqlite3_busy_timeout(database_.get(), static_cast<int>(patience.count()));
   }
 
@@ -260,6 +263,7 @@ class SqliteEngine final : public Engine {
 
   Database database_;
   std::chrono::milliseconds patience_;
+  mutable std::chrono::milliseconds waits_ = patience_;  // now
   bool inLoop_ = false;
   std::int64_t version_ = 0;      // of what others have committed; 0 until it is asked for
   std::array<Shared, 4> shared_;  // the latest shapes
