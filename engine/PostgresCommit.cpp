@@ -43,7 +43,7 @@ EngineStatement PostgresCommits::nextStep(const std::string& news) {
   EngineStatement statement(
       "INSERT INTO bw_desks AS d VALUES ($1, $2, now()) ON CONFLICT (token)"
       " DO UPDATE SET step = excluded.step, used = excluded.used");
-  statement.values = {token_, std::int64_t{++step_}};
+  statement.values = {token_, ++step_};
   if (!news.empty()) {
     statement.text += " RETURNING pg_notify($3, $4)";
     statement.values.insert(statement.values.end(), {std::string(kNewsChannel), news});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,8 @@ class PostgresCommits {
 
   // The statement that writes the next step and tells the other stations `news`.
   EngineStatement nextStep(const std::string& news);
+  // The latest that was made; 0: none.
+  std::int64_t step() const noexcept { return step_; }
   // Whether it is the first one of all: that of a station that clears away what others left.
   bool isFirst() const noexcept { return step_ == 0; }
   // Connects anew and tells what became of the latest step that `backend` was to commit, within the
@@ -29,7 +32,7 @@ class PostgresCommits {
   CommitResult::Outcome outcome(PostgresLink& link, const PostgresLink::Backend& backend) const;
 
   std::string token_;  // of this station, by chance
-  long step_ = 0;
+  std::int64_t step_ = 0;
 };
 
 }  // namespace bw

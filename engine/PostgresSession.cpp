@@ -152,7 +152,6 @@ std::optional<PostgresSession::Failed> PostgresSession::runAll(
   for (const EngineStatement& statement : statements)
     if (statement.text.empty())
       throw DatabaseRefusal(Refusal::statement, "The statement is empty.");
-  requireUp();
   std::optional<Failed> failed = tryAll(statements, then, onResult);
   if (!failed || failed->why.state != kPlanIsOld) return failed;
   shapes_.forget();
@@ -166,6 +165,7 @@ std::optional<PostgresSession::Failed> PostgresSession::runAll(
 
 void PostgresSession::run(std::span<const EngineStatement> statements, const OnResult& onResult) {
   try {
+    requireUp();
     const std::optional<Failed> failed = runAll(statements, Then::stay, onResult);
     if (failed) throw refusalOf(link_, failed->why, statements[failed->statement].text);
   } catch (const DatabaseRefusal& refusal) {
@@ -231,10 +231,11 @@ CommitResult PostgresSession::resultOf(const std::optional<Failed>& failed, bool
 }
 
 // Ends the transaction unless `send` returns nothing, and finds out what became of a commit whose
-// answer was lost.
+// answer was lost. Of one that was never sent, the step before would tell that it is stored.
 template <class Send>
 std::optional<CommitResult> PostgresSession::ending(Send send) {
   const bool writes = writes_;
+  const std::int64_t step = commits_.step();
   const PostgresLink::Backend backend = link_.backend();
   std::optional<CommitResult> result;
   try {
@@ -243,8 +244,9 @@ std::optional<CommitResult> PostgresSession::ending(Send send) {
     if (link_.inTransaction()) link_.query("ROLLBACK");
     hasRelaxed_ = hasRelaxed_ || (relaxed_ && writes);
   } catch (const DatabaseRefusal& loss) {
-    result = writes ? outcomeOf(backend)
-                    : CommitResult{.outcome = CommitResult::Outcome::refused, .why = loss};
+    const bool mayBeStored = writes && (commits_.step() != step || !link_.hasDesks());
+    result = mayBeStored ? outcomeOf(backend)
+                         : CommitResult{.outcome = CommitResult::Outcome::refused, .why = loss};
     if (result->why && std::exchange(hasRelaxed_, false))
       result->why = DatabaseRefusal(Refusal::lostSome);
   } catch (const BrokenOff&) {

@@ -141,6 +141,19 @@ TEST_F(ServerTest, ACommitWhoseAnswerWasLostIsToldAsItEnded) {
   EXPECT_EQ(ours.Read("SELECT * FROM Insurance")->RecordCount(), 1);
 }
 
+// The step of the commit before stands there.
+TEST_F(ServerTest, ACommitThatWasNeverSentIsNotFoundStored) {
+  const std::unique_ptr<Engine> engine = openPostgres(addressOfDatabase(), kOptions);
+  const auto store = [&](const std::string& statement) {
+    const EngineStatement one(statement);
+    engine->begin();
+    return engine->trips()->executeAll({&one, 1}, Then::commit);
+  };
+  EXPECT_FALSE(store(add(2)).commit.why);
+  EXPECT_EQ(store("").commit.outcome, CommitResult::Outcome::refused);
+  EXPECT_EQ(stored(), "1 2");
+}
+
 // Of what was stored with relaxed syncing some may be gone after a crash of the server.
 TEST_F(ServerTest, RelaxedWorkSaysThatSomeOfItMayBeLost) {
   ASSERT_TRUE(ours.relaxSync());
