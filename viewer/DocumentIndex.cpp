@@ -44,6 +44,7 @@ std::uint32_t pageNumber(std::string_view line) {
 
 // An item of 19 fields has no fewer bytes, and a page one item at least.
 constexpr std::size_t kLeastLine = 20;
+static_assert(kLeastLine >= 2 * kPacked);  // a line's start, and what is behind it
 
 }  // namespace
 
@@ -88,12 +89,13 @@ void DocumentIndex::readItems(std::string_view bytes, std::size_t at) {
   LineEnds ends(bytes, at);
   for (; at < bytes.size(); ++number) {
     const std::size_t end = ends.next();
-    const std::size_t next = std::min(end + 1, bytes.size());
-    const std::string_view line = withoutCarriageReturn(bytes.substr(at, end - at));
+    std::string_view line = withoutCarriageReturn({bytes.data() + at, end - at});
     if (line.size() > kMaxLine) return add(Fault::tooLong, number);
-    if (start_.begins(line)) {
+    const std::size_t next = std::min(end + 1, bytes.size());
+    if (line.size() >= kLeastLine && start_.begins(line)) {
       runs_.back().end = next;
-      rightEdge_.take(line.substr(start_.size()));
+      line.remove_prefix(start_.size());
+      rightEdge_.take(line);
     } else if (!line.empty()) {
       beginRun(bytes, line, {at, next, number});
     }
@@ -112,7 +114,7 @@ void DocumentIndex::beginRun(std::string_view bytes, std::string_view line, Line
   start_ = LineStart(line.substr(0, items));
   highest_ = std::max(highest_, run.page);
   runs_.push_back(run);
-  rightEdge_.take(line.substr(items));
+  rightEdge_.measure(line.substr(items));
 }
 
 // Whether a page number that leaves pages blank can be right, by the line that begins at `next`.

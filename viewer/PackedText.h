@@ -9,26 +9,43 @@
 
 namespace bw {
 
-// Eight bytes of a text as one number, the first of them highest, so that a line is told apart from
-// the one before, and placed against another, in a few steps.
+// Eight bytes of a text as one number, so that a line is told apart from the one before, and placed
+// against another, in a few steps.
 
 constexpr std::size_t kPacked = sizeof(std::uint64_t);
+constexpr std::uint64_t kEachByte = 0x0101010101010101;
 
-// `text` has as many bytes at least.
-inline std::uint64_t packed(std::string_view text) noexcept {
+// The first byte lowest. `text` has as many bytes at least.
+inline std::uint64_t loaded(std::string_view text) noexcept {
   std::uint64_t bytes = 0;
   std::memcpy(&bytes, text.data(), kPacked);
-  return std::endian::native == std::endian::big ? bytes : __builtin_bswap64(bytes);
+  return std::endian::native == std::endian::little ? bytes : __builtin_bswap64(bytes);
+}
+
+// The first byte highest.
+inline std::uint64_t packed(std::string_view text) noexcept {
+  return __builtin_bswap64(loaded(text));
+}
+
+// Marks the first `count` bytes, from 1 to 8, of a text for `commaAmong`.
+inline std::uint64_t firstBytes(int count) noexcept {
+  return (0x80 * kEachByte) >> (8 * (8 - count));
+}
+
+// Whether the text has a comma among the bytes marked.
+inline bool commaAmong(std::string_view text, std::uint64_t marked) noexcept {
+  const std::uint64_t bytes = loaded(text) ^ (',' * kEachByte);
+  // The high bit of the first byte that is 0, and maybe of bytes behind it.
+  return ((bytes - kEachByte) & ~bytes & marked) != 0;
 }
 
 // The decimal digits that the packed text begins with, one a byte, the last one lowest: of two
 // numbers the larger one has the larger packed digits.
 inline std::uint64_t leadingDigits(std::uint64_t bytes) noexcept {
-  constexpr std::uint64_t kEach = 0x0101010101010101;
-  const std::uint64_t values = bytes ^ ('0' * kEach);
+  const std::uint64_t values = bytes ^ ('0' * kEachByte);
   // The high bit of every byte above 9.
   const std::uint64_t others =
-      (((values & (0x7F * kEach)) + 0x76 * kEach) | values) & (0x80 * kEach);
+      (((values & (0x7F * kEachByte)) + 0x76 * kEachByte) | values) & (0x80 * kEachByte);
   const int bits = std::countl_zero(others) / 8 * 8;
   return bits == 0 ? 0 : values >> (64 - bits);
 }
@@ -50,15 +67,13 @@ class LineStart {
     char bytes[kPacked] = {};
     std::copy(start.begin(), start.end(), bytes);
     size_ = start.size();
-    mask_ = ~std::uint64_t{0} << (64 - 8 * size_);
-    bytes_ = packed({bytes, kPacked});
+    mask_ = ~std::uint64_t{0} >> (64 - 8 * size_);
+    bytes_ = loaded({bytes, kPacked});
   }
 
   std::size_t size() const noexcept { return size_; }
-  // False of a line of less than eight bytes.
-  bool begins(std::string_view line) const noexcept {
-    return line.size() >= kPacked && (packed(line) & mask_) == bytes_;
-  }
+  // `line` has eight bytes at least.
+  bool begins(std::string_view line) const noexcept { return (loaded(line) & mask_) == bytes_; }
 
  private:
   std::size_t size_ = 0;

