@@ -70,6 +70,8 @@ class Number {
   std::size_t length_ = 0;
 };
 
+constexpr std::size_t kRowsAhead = 64;
+
 // A cell of a table row: all of its line that is the same in every row.
 struct Cell {
   std::size_t field = 0;
@@ -78,7 +80,7 @@ struct Cell {
   // The text written last, which often repeats.
   std::int64_t raw = Column::kNull;
   std::string text;
-  std::size_t values = 0;  // counted so that no compiler leaves out the looking (see bringNear)
+  std::array<std::int64_t, kRowsAhead> ahead{};  // raw values of the next rows
 };
 
 // How a table's rows are laid out: kept from row to row, for a report writes thousands alike.
@@ -87,6 +89,9 @@ struct RowLayout {
   std::string columns;
   std::array<double, 5> measures{};
   std::vector<Cell> cells;
+  // Positions in the record set of the rows whose values the cells have.
+  std::ptrdiff_t aheadFrom = 0;
+  std::ptrdiff_t aheadTo = 0;
 };
 
 struct Open {
@@ -165,7 +170,7 @@ bool laidOutAlready(const RowLayout& rows, const RowStore& store, const std::str
 RowLayout layOutRows(std::shared_ptr<const RowStore> store, const std::string& columns,
                      const std::array<double, 5>& measures) {
   const auto& [xStart, h, colour, size, margin] = measures;
-  RowLayout rows{std::move(store), columns, measures, {}};
+  RowLayout rows{.store = std::move(store), .columns = columns, .measures = measures};
   const std::string look = lookText({.valign = kMiddle,
                                      .colour = static_cast<std::int32_t>(colour),
                                      .size = static_cast<std::int16_t>(size)});
@@ -184,36 +189,43 @@ RowLayout layOutRows(std::shared_ptr<const RowStore> store, const std::string& c
   return rows;
 }
 
-void readCell(Cell& cell, const RecordSet& recordset, std::optional<std::uint32_t> row) {
-  if (!row) {
-    cell.raw = Column::kNull;
-    cell.text = fileText(recordset.textOrEmpty(cell.field));
-    return;
+// Under a sort the rows lie apart in memory, and read one after the other each value is waited for
+// by itself. Of many rows at once, column by column, the waits overlap.
+void readAhead(RowLayout& rows, const RecordSet& recordset, std::ptrdiff_t position) {
+  const auto first = static_cast<std::size_t>(position - 1);
+  const std::span all(recordset.view());
+  const std::span next = all.subspan(first, std::min(kRowsAhead, all.size() - first));
+  for (Cell& cell : rows.cells) {
+    const Column& column = rows.store->columns[cell.field];
+    for (std::size_t i = 0; i < next.size(); ++i) cell.ahead[i] = column.raw(next[i]);
   }
-  const Column& column = recordset.rows()->columns[cell.field];
-  const std::int64_t raw = column.raw(*row);
+  rows.aheadFrom = position;
+  rows.aheadTo = position + std::ssize(next);
+}
+
+void takeText(Cell& cell, const Column& column, std::int64_t raw, std::uint32_t row) {
   if (raw == cell.raw && raw != Column::kNull) return;
   cell.raw = raw;
   cell.text = column.isText() && raw != Column::kNull ? fileText(column.textOfRaw(raw))
-                                                      : textOrEmpty(column.value(*row));
+                                                      : textOrEmpty(column.value(row));
 }
 
-// Under a sort the rows lie apart in memory, and read one after the other each value is waited for
-// by itself. Of many rows at once, column by column, the waits overlap; then the values are at
-// hand.
-void bringNear(RowLayout& rows, const RecordSet& recordset) {
-  constexpr std::ptrdiff_t kRows = 64;
-  const std::ptrdiff_t first = recordset.AbsolutePosition() - 1;
-  if (first < 0 || first % kRows != 0) return;
-  const std::span all(recordset.view());
-  const std::span next =
-      all.subspan(static_cast<std::size_t>(first),
-                  static_cast<std::size_t>(std::min(kRows, std::ssize(all) - first)));
-  for (Cell& cell : rows.cells) {
-    const Column& column = rows.store->columns[cell.field];
-    for (const std::uint32_t row : next)
-      if (column.raw(row) != Column::kNull) ++cell.values;
+// The texts of the record set's current row.
+void readCells(RowLayout& rows, const RecordSet& recordset) {
+  const std::optional<std::uint32_t> row = recordset.currentRow();
+  const std::ptrdiff_t position = recordset.AbsolutePosition();
+  if (!row || position < 1) {
+    rows.aheadTo = rows.aheadFrom;  // what is being written may be among them
+    for (Cell& cell : rows.cells) {
+      cell.raw = Column::kNull;
+      cell.text = fileText(recordset.textOrEmpty(cell.field));
+    }
+    return;
   }
+  if (position < rows.aheadFrom || position >= rows.aheadTo) readAhead(rows, recordset, position);
+  const auto place = static_cast<std::size_t>(position - rows.aheadFrom);
+  for (Cell& cell : rows.cells)
+    takeText(cell, rows.store->columns[cell.field], cell.ahead[place], *row);
 }
 
 }  // namespace
@@ -311,14 +323,11 @@ void ViewerRowCells(const RecordSetRef& recordset, double xStart, double y, doub
   std::shared_ptr<const RowStore> store = recordset->rows();
   if (!laidOutAlready(open.rows, *store, columns, measures))
     open.rows = layOutRows(std::move(store), columns, measures);
-  bringNear(open.rows, *recordset);
-  const std::optional<std::uint32_t> row = recordset->currentRow();
+  readCells(open.rows, *recordset);
   const Number pageText(page);
   const Number top(twipsOf(y));
-  for (Cell& cell : open.rows.cells) {
-    readCell(cell, *recordset, row);
+  for (const Cell& cell : open.rows.cells)
     put(open.file, pageText, cell.left, top, cell.right, cell.text, "\r\n");
-  }
 }
 
 }  // namespace bw

@@ -41,7 +41,7 @@ void RightEdge::reach(double right) noexcept {
   edge_ = right;
   if (edge_ < kTextRoom) return;
   beyond_ = packedDigits(static_cast<std::uint32_t>(edge_ - kTextRoom) + 1);
-  digits_ = firstBytes((std::bit_width(beyond_) + 7) / 8);
+  digits_ = firstBytes(8 - std::countl_zero(beyond_) / 8);
 }
 
 }  // namespace bw
