@@ -53,14 +53,14 @@ double key(QWidget& target, QWidget& painted, int code, const QString& text) {
   });
 }
 
-// The dearest key of a search: the first makes the texts ready, later ones are found nowhere.
-double dearestKey(QWidget& target, QWidget& painted) {
-  double dearest = 0;
+// The slowest key of a search: the first makes the texts ready, later ones are found nowhere.
+double slowestKey(QWidget& target, QWidget& painted) {
+  double slowest = 0;
   for (const char letter : std::string_view("number 1999 (covering zq"))
-    dearest = std::max(dearest, key(target, painted, 0, QString(QChar(letter))));
-  dearest = std::max(dearest, key(target, painted, Qt::Key_Backspace, {}));
+    slowest = std::max(slowest, key(target, painted, 0, QString(QChar(letter))));
+  slowest = std::max(slowest, key(target, painted, Qt::Key_Backspace, {}));
   key(target, painted, Qt::Key_Escape, {});
-  return dearest;
+  return slowest;
 }
 
 }  // namespace
@@ -69,14 +69,14 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   Window window;
   bench::report("a key in a list of choices of 2,000 entries, painted", "ms",
-                bench::median([&] { return dearestKey(window.box, window); }), kMostKey);
+                bench::median([&] { return slowestKey(window.box, window); }), kMostKey);
   const auto open = [&] {
     window.box.showPopup();
     window.box.view()->viewport()->repaint();
   };
   open();  // makes the list and its style
   bench::report("a key in the open list of 2,000 entries, painted", "ms", bench::median([&] {
-                  return dearestKey(*window.box.view(), *window.box.view()->window());
+                  return slowestKey(*window.box.view(), *window.box.view()->window());
                 }),
                 kMostKey);
   bench::report("opening a list of choices of 2,000 entries, painted", "ms", bench::median([&] {

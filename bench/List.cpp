@@ -138,7 +138,7 @@ void measureMerge(Connection& connection, const RecordSetRef& rows) {
   bench::report("merge a charge into a million rows", "ms", took, kMostMerge);
 }
 
-// The dearest key of a search: the first one prepares the texts, later ones meet no beginning and
+// The slowest key of a search: the first one prepares the texts, later ones meet no beginning and
 // have to look at every row.
 void measureFind(const RecordSetRef& rows, const Typed& typed) {
   const auto list = shownList();
@@ -153,12 +153,12 @@ void measureFind(const RecordSetRef& rows, const Typed& typed) {
     });
   };
   const double took = bench::median([&] {
-    double dearest = 0;
+    double slowest = 0;
     for (const char letter : std::string_view("ernandez, zq"))
-      dearest = std::max(dearest, key(0, QString(QChar(letter))));
-    dearest = std::max(dearest, key(Qt::Key_Backspace, {}));
+      slowest = std::max(slowest, key(0, QString(QChar(letter))));
+    slowest = std::max(slowest, key(Qt::Key_Backspace, {}));
     key(Qt::Key_Escape, {});
-    return dearest;
+    return slowest;
   });
   bench::report(concat("find as you type, a key in ", typed.rows), "ms", took, typed.limit);
 }
