@@ -1,8 +1,5 @@
-#include <QLineEdit>
 #include <QPushButton>
-#include <QTest>
 
-#include "core/Principal.h"
 #include "patients/frmAdmitPatient.h"
 #include "patients/frmDischargePatient.h"
 #include "tests/forms/FormsFixture.h"
@@ -31,56 +28,44 @@ class AdmissionTest : public FormsTest {
   }
   static ModalScript::Step visitor(const QString& doctor, int type, int frequency) {
     return [=](QWidget& pick) {
-      choose(control<ComboBox>(pick, "CBDoctors"), doctor);
+      choose(pick, "CBDoctors", doctor);
       control<ComboBox>(pick, "CBAttentionTypes").setListIndex(type);
       control<ComboBox>(pick, "CBFrequency").setListIndex(frequency);
       click(pick, "OKButton");
     };
   }
-  static ListView& visitors(const QWidget& dialog) {
-    return control<ListView>(dialog, "ListView1");
-  }
-  static std::string shown(const QWidget& dialog, const char* box) {
-    return control<ComboBox>(dialog, box).currentText().toStdString();
-  }
   static std::string placement(int patient) {
-    return rows(
-        "SELECT InFacilityCode, InWardCode, InDoctorCode, LastChargeDate FROM Patient "
-        "WHERE PatientId=" +
-        std::to_string(patient));
+    return rows(concat("SELECT InFacilityCode, InWardCode, InDoctorCode, LastChargeDate FROM ",
+                       "Patient WHERE PatientId=", patient));
   }
   static std::string visitorsOf(int patient) {
-    return rows(
-        "SELECT DoctorCode, AttentionTypeCode, Frequency FROM PatientDoctors "
-        "WHERE PatientId=" +
-        std::to_string(patient));
+    return rows(concat("SELECT DoctorCode, AttentionTypeCode, Frequency FROM PatientDoctors ",
+                       "WHERE PatientId=", patient));
   }
 };
 
 TEST_F(AdmissionTest, TheWardIsKeptOnlyByItsOwnFacility) {
   admit(25000, [&](QWidget& dialog) {
-    auto& facilities = control<ComboBox>(dialog, "CBFacilities");
-    EXPECT_EQ(control<QLineEdit>(dialog, "TxtPatient").text(), "Smith, Ann");
-    EXPECT_TRUE(control<QLineEdit>(dialog, "TxtPatient").isReadOnly());
-    EXPECT_TRUE(selectedRows(visitors(dialog)).empty());
-    choose(facilities, "Oakhill");
-    EXPECT_EQ(shown(dialog, "CBFacilityWards"), "North");
-    choose(facilities, "Empty");
+    EXPECT_EQ(line(dialog, "TxtPatient").text(), "Smith, Ann");
+    EXPECT_TRUE(selectedRows(listIn(dialog)).empty());
+    choose(dialog, "CBFacilities", "Oakhill");
+    EXPECT_EQ(chosen(dialog, "CBFacilityWards"), "North");
+    choose(dialog, "CBFacilities", "Empty");
     EXPECT_EQ(control<ComboBox>(dialog, "CBFacilityWards").ListIndex(), -1);
     takeStatements();
     click(dialog, "OKButton");  // no ward: nothing happens, without a word
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(takeStatements(), Strings{});
-    choose(facilities, "General");
-    EXPECT_EQ(shown(dialog, "CBFacilityWards"), "East");
-    choose(facilities, "Oakhill");
-    choose(control<ComboBox>(dialog, "CBFacilityWards"), "South");
+    choose(dialog, "CBFacilities", "General");
+    EXPECT_EQ(chosen(dialog, "CBFacilityWards"), "East");
+    choose(dialog, "CBFacilities", "Oakhill");
+    choose(dialog, "CBFacilityWards", "South");
     click(dialog, "OKButton");
   });
   EXPECT_EQ(placement(25000), "2|3|1|null");
   EXPECT_EQ(visitorsOf(25000), "1|1|1");
   admit(25000, [&](QWidget& dialog) {
-    EXPECT_EQ(shown(dialog, "CBFacilities") + shown(dialog, "CBFacilityWards"), "OakhillSouth");
+    EXPECT_EQ(chosen(dialog, "CBFacilities") + chosen(dialog, "CBFacilityWards"), "OakhillSouth");
     click(dialog, "CancelButton");
   });
   EXPECT_EQ(CurrentFacilityCode, 2);
@@ -90,14 +75,14 @@ TEST_F(AdmissionTest, TheWardIsKeptOnlyByItsOwnFacility) {
 TEST_F(AdmissionTest, TheAttendingDoctorBecomesAVisitorAndAllGoInOneWalk) {
   admit(25001,
         [&](QWidget& dialog) {
-          EXPECT_EQ(shown(dialog, "CBFacilities") + shown(dialog, "CBDoctors"), "GeneralAmes");
+          EXPECT_EQ(chosen(dialog, "CBFacilities") + chosen(dialog, "CBDoctors"), "GeneralAmes");
           click(dialog, "Command1");
-          EXPECT_EQ(shownTexts(visitors(dialog)), Strings{"Cole"});
-          EXPECT_TRUE(selectedRows(visitors(dialog)).empty());
+          EXPECT_EQ(shownTexts(listIn(dialog)), Strings{"Cole"});
+          EXPECT_TRUE(selectedRows(listIn(dialog)).empty());
           click(dialog, "Command1");
-          clickRow(visitors(dialog), 1);
+          clickRow(listIn(dialog), 1);
           click(dialog, "Command2");  // added and taken out again
-          choose(control<ComboBox>(dialog, "CBDoctors"), "Bell");
+          choose(dialog, "CBDoctors", "Bell");
           click(dialog, "OKButton");
         },
         {visitor("Cole", 1, 2), visitor("Dunn", 0, 1)});
@@ -107,12 +92,11 @@ TEST_F(AdmissionTest, TheAttendingDoctorBecomesAVisitorAndAllGoInOneWalk) {
 TEST_F(AdmissionTest, AMarkedAttendingDoctorGoesAndADoubledVisitorIsTold) {
   admit(25000,
         [&](QWidget& dialog) {
-          visitors(dialog).setFocus();
-          clickRow(visitors(dialog), 0);
-          QTest::keyClick(&visitors(dialog), Qt::Key_Delete);
-          EXPECT_EQ(visitors(dialog).text(0), "*Ames");
+          clickRow(listIn(dialog), 0);
+          QTest::keyClick(&listIn(dialog), Qt::Key_Delete);
+          EXPECT_EQ(listIn(dialog).text(0), "*Ames");
           click(dialog, "Command2");
-          EXPECT_EQ(visitors(dialog).text(0), "Ames");
+          EXPECT_EQ(listIn(dialog).text(0), "Ames");
           click(dialog, "Command1");
           click(dialog, "OKButton");
         },
@@ -120,7 +104,7 @@ TEST_F(AdmissionTest, AMarkedAttendingDoctorGoesAndADoubledVisitorIsTold) {
   EXPECT_EQ(takeMessages(), Strings{"This doctor is among the visiting doctors already."});
   EXPECT_EQ(visitorsOf(25000), "1|1|1");
   admit(25000, [&](QWidget& dialog) {
-    clickRow(visitors(dialog), 0);
+    clickRow(listIn(dialog), 0);
     click(dialog, "Command2");
     click(dialog, "OKButton");
   });
@@ -131,7 +115,7 @@ TEST_F(AdmissionTest, AMarkedAttendingDoctorGoesAndADoubledVisitorIsTold) {
 TEST_F(AdmissionTest, WhatIsRefusedKeepsTheDialogAndTouchesNoVisitor) {
   admit(25001,
         [&](QWidget& dialog) {
-          choose(control<ComboBox>(dialog, "CBFacilities"), "Oakhill");
+          choose(dialog, "CBFacilities", "Oakhill");
           click(dialog, "Command1");
           run("DELETE FROM FacilityWards WHERE WardCode=2");  // another station
           click(dialog, "OKButton");
@@ -139,7 +123,7 @@ TEST_F(AdmissionTest, WhatIsRefusedKeepsTheDialogAndTouchesNoVisitor) {
                     Strings{"This record cannot be stored: its ward does not exist."});
           EXPECT_TRUE(dialog.isVisible());
           EXPECT_EQ(visitorsOf(25001), "");
-          choose(control<ComboBox>(dialog, "CBFacilityWards"), "South");
+          choose(dialog, "CBFacilityWards", "South");
           onStatement = [](std::string_view statement) {
             if (statement.starts_with("INSERT INTO PatientDoctors"))
               throw RuntimeError(ErrorNumber::database, "locked");
@@ -162,38 +146,35 @@ TEST_F(AdmissionTest, AVisitThatCountsAsChangedIsRewritten) {
 }
 
 TEST_F(AdmissionTest, DischargeShowsThePlacementAndLeavesTheVisitors) {
-  const auto discharge = [](const std::string& shown, const ModalScript::Step& step) {
-    return [shown, step](QWidget& dialog) {
+  const auto discharge = [&](const std::string& shown, const ModalScript::Step& step) {
+    script.in("frmDischargePatient", [=](QWidget& dialog) {
       std::string all;
       for (const char* box : {"TxtStatus", "TxtFacility", "TxtWard", "TxtDoctor"})
-        all += control<QLineEdit>(dialog, box).text().toStdString() + '|';
+        all += fromQt(line(dialog, box).text()) + '|';
       EXPECT_EQ(all, shown);
       step(dialog);
-    };
+    });
+    frmDischargePatient().showModal();
   };
-  const auto ok = [](QWidget& dialog) { click(dialog, "OKButton"); };
   CurrentPatientId = 25000;
-  script.in("frmDischargePatient", discharge("Admitted|General|East|Ames|", ok));
-  frmDischargePatient().showModal();
+  discharge("Admitted|General|East|Ames|", [](QWidget& dialog) { click(dialog, "OKButton"); });
   EXPECT_EQ(placement(25000), "0|0|0|1/1/1990");
   EXPECT_EQ(visitorsOf(25000), "1|1|1");
-  script.in("frmDischargePatient", discharge("Not admitted||||", [](QWidget& dialog) {
-              EXPECT_FALSE(control<QPushButton>(dialog, "OKButton").isEnabled());
-              QTest::keyClick(&dialog, Qt::Key_Escape);
-            }));
-  frmDischargePatient().showModal();
+  discharge("Not admitted||||", [](QWidget& dialog) {
+    EXPECT_FALSE(control<QPushButton>(dialog, "OKButton").isEnabled());
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
 
   run(onServer() ? relationsOff() : "DROP TRIGGER PatientAdmissionUpdate");
   run("UPDATE Patient SET InFacilityCode=9, InWardCode=1, InDoctorCode=1 WHERE PatientId=25000");
-  script.in("frmDischargePatient", discharge("Admitted|||Ames|", [&](QWidget& dialog) {
-              run("DELETE FROM PatientCharges");
-              run("DELETE FROM Patient WHERE PatientId=25000");
-              click(dialog, "OKButton");
-              EXPECT_EQ(takeMessages(), Strings{withAdvice("U:IMPACTENT")});
-              EXPECT_TRUE(dialog.isVisible());
-              click(dialog, "CancelButton");
-            }));
-  frmDischargePatient().showModal();
+  discharge("Admitted|||Ames|", [&](QWidget& dialog) {
+    run("DELETE FROM PatientCharges");
+    run("DELETE FROM Patient WHERE PatientId=25000");
+    click(dialog, "OKButton");
+    EXPECT_EQ(takeMessages(), Strings{withAdvice("U:IMPACTENT")});
+    EXPECT_TRUE(dialog.isVisible());
+    click(dialog, "CancelButton");
+  });
   for (const Form* form : {&frmAdmitPatient(), &frmDischargePatient()}) {
     form->showModal();
     EXPECT_EQ(takeMessages(), Strings{"Record not found.  Please report this error!"});

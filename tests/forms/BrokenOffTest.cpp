@@ -1,20 +1,11 @@
-#include <QApplication>
-#include <QLineEdit>
 #include <QRadioButton>
-#include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
 #include <cmath>
 
-#include "charges/frmCharges.h"
 #include "controls/EscapeKey.h"
-#include "controls/QtText.h"
-#include "core/Principal.h"
-#include "lists/Settings.h"
-#include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
 #include "text/BrokenOff.h"
-#include "text/Text.h"
 
 namespace bw {
 namespace {
@@ -25,8 +16,7 @@ class BrokenOffTest : public FormsTest {
   BrokenOffTest() {
     run("INSERT INTO PatientCharges VALUES "
         "(25001, #06/02/2003#, #09:00:00#, #06/02/2003#, 1, 1, 2, 1, 1, 77)");
-    openMainWindow();
-    window().resize(1000, 700);
+    openView(0);
     CurrentPatientId = 25000;
     click(frmCharges(), "optAllDates");
     click(frmCharges(), "optSelectedPatients");
@@ -34,7 +24,7 @@ class BrokenOffTest : public FormsTest {
     control<QWidget>(frmCharges(), "optSelectedPatients").setFocus();
   }
 
-  ListView& charges() { return control<ListView>(frmCharges(), "ListView1"); }
+  static ListView& charges() { return listIn(frmCharges()); }
 
   // Without the focus that a click brings.
   static void press(const char* button) { control<QAbstractButton>(frmCharges(), button).click(); }
@@ -59,13 +49,9 @@ class BrokenOffTest : public FormsTest {
       add(box->objectName() + box->text() + (box->isEnabled() ? " enabled" : ""));
     for (int column = 0; column < charges().columns(); ++column)
       text += concat(std::lround(charges().Width(column)), " ");
-    text += concat("\nsorted ", charges().sorted(), "\n", joined(shownTexts(charges(), 3)));
+    text += concat("\nsorted ", charges().sorted(), "\n");
+    for (const std::string& doctor : shownTexts(charges(), 3)) text += doctor + ";";
     return text;
-  }
-  static std::string joined(const Strings& texts) {
-    std::string line;
-    for (const std::string& one : texts) line += one + ";";
-    return line;
   }
 };
 
@@ -84,10 +70,7 @@ TEST_F(BrokenOffTest, EverythingIsAsItWasOnEveryRoad) {
       {"go", [&] { press("btnGo2"); }},
       {"a search",
        [&] {
-         script.in("frmPickPatient", [](QWidget& dialog) {
-           clickRow(control<ListView>(dialog, "ListView1"), 0);
-           click(dialog, "btnOk");
-         });
+         script.in("frmPickPatient", picks("Jones, Bob"));
          press("btnSearchPatient");
        }},
       {"a key in the tree, to a view that is new", [&] { QTest::keyClick(&tree, Qt::Key_Down); },

@@ -1,15 +1,12 @@
 #pragma once
 
-#include <QApplication>
 #include <ostream>
 
 #include "catalogues/CodeSearch.h"
 #include "catalogues/Editors.h"
 #include "charges/frmArchiveCharges.h"
-#include "charges/frmCharges.h"
 #include "charges/frmEditCharge.h"
 #include "charges/frmPostCharges.h"
-#include "core/Principal.h"
 #include "patients/frmAdmitPatient.h"
 #include "patients/frmDischargePatient.h"
 #include "patients/frmEditPatient.h"
@@ -18,15 +15,16 @@
 #include "printing/PageSize.h"
 #include "printing/frmPrintGeneral.h"
 #include "shell/frmAbout.h"
+#include "tests/forms/FormsFixture.h"
 
 namespace bw {
 
-// Every dialog of the program, on the small office.
+// Every dialog of the program.
 struct DialogRow {
   const char* name;
-  const char* ok;
-  const char* cancel;
   void (*open)();
+  const char* ok = "btnOk";
+  const char* cancel = "btnCancel";
   bool enterCancels = false;
 };
 inline void PrintTo(const DialogRow& row, std::ostream* out) { *out << row.name; }
@@ -36,57 +34,49 @@ void openDialog() {
   form().showModal();
 }
 
-// Patient 25000 is admitted, and the codes are 1: what the small office has.
+// clang-format off
 inline const DialogRow kDialogs[] = {
-    {"frmEditCharge", "btnOk", "btnCancel",
-     [] {
-       CurrentChargeDate = kNewCharge;
-       frmEditCharge().showModal();
-     }},
-    {"frmPickDiagnosis", "btnOk", "btnCancel", openDialog<frmPickDiagnosis>},
-    {"frmPickProcedures", "btnOk", "btnCancel", openDialog<frmPickProcedures>},
-    {"frmPickHistory", "btnOk", "btnCancel", openDialog<frmPickHistory>},
-    {"frmPickPatient", "btnOk", "btnCancel", openDialog<frmPickPatient>},
-    {"frmPickDoctor", "btnOk", "btnCancel", openDialog<frmPickDoctor>},
-    {"frmPickInsurance", "btnOk", "btnCancel", openDialog<frmPickInsurance>},
-    {"frmPostCharges", "OKButton", "CancelButton", openDialog<frmPostCharges>},
-    {"frmArchiveCharges", "OKButton", "CancelButton", openDialog<frmArchiveCharges>, true},
-    {"frmEditPatient", "btnOk", "btnCancel", openDialog<frmEditPatient>},
-    {"frmAdmitPatient", "OKButton", "CancelButton", openDialog<frmAdmitPatient>},
-    {"frmAdmitPatientDoctors", "OKButton", "CancelButton", openDialog<frmAdmitPatientDoctors>},
-    {"frmDischargePatient", "OKButton", "CancelButton", openDialog<frmDischargePatient>, true},
-    {"frmMergePatients", "btnOk", "btnCancel",
-     [] {
-       MergeSelection = "00000250000000025001";
-       frmMergePatients().showModal();
-     },
-     true},
-    {"frmPickCode", "btnOk", "btnCancel", openDialog<frmPickCode>},
-    {"frmEditInsurance", "btnOk", "btnCancel", openDialog<frmEditInsurance>},
-    {"frmEditProcedure", "btnOk", "btnCancel", openDialog<frmEditProcedure>},
-    {"frmEditDiagnosis", "btnOk", "btnCancel", openDialog<frmEditDiagnosis>},
-    {"frmEditDiagnosisFamily", "btnOk", "btnCancel", openDialog<frmEditDiagnosisFamily>},
-    {"frmEditSickness", "btnOk", "btnCancel", openDialog<frmEditSickness>},
-    {"frmEditEMCode", "btnOk", "btnCancel", openDialog<frmEditEMCode>},
-    {"frmEditDoctor", "btnOk", "btnCancel", openDialog<frmEditDoctor>},
-    {"frmEditFacility", "btnOk", "btnCancel", openDialog<frmEditFacility>},
-    {"frmEditWard", "btnOk", "btnCancel", openDialog<frmEditWard>},
-    {"frmPrintGeneral", "OKButton", "CancelButton",
-     [] {
-       PrintDialogCaption = "Reports";
-       PrintDialogItems = "List;Detail;";
-       frmPrintGeneral().showModal();
-     }},
-    {"frmPageSetup", "btnOk", "btnCancel", [] { choosePageSize(QApplication::activeWindow()); }},
-    {"frmAbout", "cmdOK", "", openDialog<frmAbout>},
+    {"frmEditCharge", openDialog<frmEditCharge>},
+    {"frmPickDiagnosis", openDialog<frmPickDiagnosis>},
+    {"frmPickProcedures", openDialog<frmPickProcedures>},
+    {"frmPickHistory", openDialog<frmPickHistory>},
+    {"frmPickPatient", openDialog<frmPickPatient>},
+    {"frmPickDoctor", openDialog<frmPickDoctor>},
+    {"frmPickInsurance", openDialog<frmPickInsurance>},
+    {"frmPostCharges", openDialog<frmPostCharges>, "OKButton", "CancelButton"},
+    {"frmArchiveCharges", openDialog<frmArchiveCharges>, "OKButton", "CancelButton", true},
+    {"frmEditPatient", openDialog<frmEditPatient>},
+    {"frmAdmitPatient", openDialog<frmAdmitPatient>, "OKButton", "CancelButton"},
+    {"frmAdmitPatientDoctors", openDialog<frmAdmitPatientDoctors>, "OKButton", "CancelButton"},
+    {"frmDischargePatient", openDialog<frmDischargePatient>, "OKButton", "CancelButton", true},
+    {"frmMergePatients", openDialog<frmMergePatients>, "btnOk", "btnCancel", true},
+    {"frmPickCode", openDialog<frmPickCode>},
+    {"frmEditInsurance", openDialog<frmEditInsurance>},
+    {"frmEditProcedure", openDialog<frmEditProcedure>},
+    {"frmEditDiagnosis", openDialog<frmEditDiagnosis>},
+    {"frmEditDiagnosisFamily", openDialog<frmEditDiagnosisFamily>},
+    {"frmEditSickness", openDialog<frmEditSickness>},
+    {"frmEditEMCode", openDialog<frmEditEMCode>},
+    {"frmEditDoctor", openDialog<frmEditDoctor>},
+    {"frmEditFacility", openDialog<frmEditFacility>},
+    {"frmEditWard", openDialog<frmEditWard>},
+    {"frmPrintGeneral", openDialog<frmPrintGeneral>, "OKButton", "CancelButton"},
+    {"frmPageSetup", [] { choosePageSize(QApplication::activeWindow()); }},
+    {"frmAbout", openDialog<frmAbout>, "cmdOK", ""},
 };
+// clang-format on
 
-// What they take for their record where they have one.
+// What they take for their record where they have one: those of the small office, where patient
+// 25000 is admitted and the codes are 1.
 inline void takeRecordsOfSmallOffice() {
+  CurrentChargeDate = kNewCharge;
   CurrentPatientId = 25000;
   CurrentDoctorCode = CurrentFacilityCode = CurrentWardCode = CurrentInsuranceCode = 1;
   CurrentProcedureCode = CurrentDiagnosisCode = CurrentSicknessCode = 1;
   CurrentEMCode = CurrentDiagnosisFamilyCode = 1;
+  MergeSelection = "00000250000000025001";
+  PrintDialogCaption = "Reports";
+  PrintDialogItems = "List;Detail;";
 }
 
 }  // namespace bw

@@ -1,15 +1,12 @@
 #include "tests/forms/FormsFixture.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QTest>
+#include <algorithm>
 
 #include "controls/EventGuard.h"
-#include "controls/QtText.h"
-#include "core/Principal.h"
+#include "controls/Hint.h"
 
 namespace bw {
 
@@ -51,10 +48,23 @@ frmMain& FormsTest::openMainWindow() {
   return *window_;
 }
 
+void FormsTest::openView(std::int16_t view) {
+  openMainWindow().resize(1300, 700);
+  frmShorcuts().FuerzaNodeClick(view, 0);
+}
+
 void FormsTest::closeMainWindow() {
   window_->close();
   delete window_.data();
 }
+
+std::string FormsTest::takeMessage() {
+  const Strings messages = takeMessages();
+  EXPECT_EQ(messages.size(), 1U);
+  return messages.empty() ? "" : messages.front();
+}
+
+ListView& FormsTest::list() { return listIn(viewOf(recordKind(MainWindow->VistaActualNumero))); }
 
 void click(const QWidget& window, const char* button) {
   QTest::mouseClick(&control<QAbstractButton>(window, button), Qt::LeftButton);
@@ -85,7 +95,8 @@ void clickHead(ListView& list, int column) {
                     QPoint(x, head->height() / 2));
 }
 
-void choose(ComboBox& box, const QString& item) {
+void choose(const QWidget& window, const char* name, const QString& item) {
+  auto& box = control<ComboBox>(window, name);
   box.setFocus();
   QTest::keyClicks(&box, item);
   box.settle();  // another choice begins anew
@@ -98,18 +109,40 @@ void type(QWidget& field, const QString& text) {
   QTest::keyClicks(&field, text);
 }
 
+void press(Qt::Key key, Qt::KeyboardModifiers with) {
+  QTest::keyClick(QApplication::focusWidget(), key, with);
+}
+
+void letters(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+
+ModalScript::Step picks(const std::string& text) {
+  return [text](QWidget& window) {
+    clickRow(listIn(window), rowOf(listIn(window), text));
+    click(window, "btnOk");
+  };
+}
+
 void tick(ListView& list, const std::string& text) {
-  for (int row = 0; row < list.count(); ++row) {
-    if (list.text(row) != text) continue;
-    list.setCurrentIndex(list.model()->index(row, 0));
-    QTest::keyClick(&list, Qt::Key_Space);
-    return;
-  }
-  throw std::runtime_error("no row " + text);
+  list.setCurrentIndex(list.model()->index(rowOf(list, text), 0));
+  QTest::keyClick(&list, Qt::Key_Space);
 }
 
 void trigger(const QWidget& window, const char* action) {
   control<QAction>(window, action).trigger();
+}
+
+int rowOf(const ListView& list, const std::string& text) {
+  const Strings texts = shownTexts(list);
+  const auto found = std::ranges::find(texts, text);
+  if (found == texts.end()) throw std::runtime_error("no row " + text);
+  return static_cast<int>(found - texts.begin());
+}
+
+std::string hintIn(const QWidget& window) {
+  for (const QLabel* label : window.findChildren<QLabel*>())
+    if (dynamic_cast<const Hint*>(label) != nullptr && label->isVisibleTo(&window))
+      return fromQt(label->text());
+  return "";
 }
 
 Strings shownTexts(const ListView& list, int column) {

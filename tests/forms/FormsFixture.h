@@ -1,17 +1,26 @@
 #pragma once
 
+// With what nearly every test of windows needs.
+#include <QApplication>
+#include <QLineEdit>
 #include <QPointer>
 #include <QTemporaryDir>
-#include <QWidget>
+#include <QTest>
 #include <deque>
 #include <string>
 #include <vector>
 
+#include "charges/frmCharges.h"
 #include "controls/ComboBox.h"
 #include "controls/ListView.h"
+#include "controls/QtText.h"
+#include "core/Principal.h"
+#include "lists/Settings.h"
 #include "shell/frmMain.h"
+#include "shell/frmShorcuts.h"
 #include "tests/data/DataFixture.h"
 #include "tests/forms/ModalScript.h"
+#include "text/Text.h"
 
 namespace bw {
 
@@ -26,10 +35,16 @@ class FormsTest : public DataTest {
 
   // Makes and loads the main window, as the start does, and shows it.
   frmMain& openMainWindow();
+  // Wide, and on that view.
+  void openView(std::int16_t view);
   // As the close box does. Settings are stored.
   void closeMainWindow();
   frmMain& window() { return *window_; }
+  // Of the view on show.
+  static ListView& list();
 
+  // The only message since the last call.
+  std::string takeMessage();
   void answer(bool ok) { answers_.push_back(ok); }
   std::vector<std::string> takeQuestions() { return std::exchange(questions_, {}); }
   // Texts of the errors that would have ended the program.
@@ -53,16 +68,35 @@ Control& control(const QWidget& window, const char* name) {
   return *found;
 }
 
+inline ListView& listIn(const QWidget& window) { return control<ListView>(window, "ListView1"); }
+inline QLineEdit& line(const QWidget& window, const char* name) {
+  return control<QLineEdit>(window, name);
+}
+
+inline std::string chosen(const QWidget& window, const char* box) {
+  return fromQt(control<ComboBox>(window, box).currentText());
+}
+
 // Mouse and keys as a user makes them.
 void click(const QWidget& window, const char* button);
 void clickRow(ListView& list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void doubleClickRow(ListView& list, int row);
+void press(Qt::Key key, Qt::KeyboardModifiers with = {});  // where the focus is
+void letters(const QString& text);
 void clickHead(ListView& list, int column);
-void choose(ComboBox& box, const QString& item);  // by the keyboard
+// By the keyboard.
+void choose(const QWidget& window, const char* box, const QString& item);
 void type(QWidget& field, const QString& text);
 void tick(ListView& list, const std::string& text);
 void trigger(const QWidget& window, const char* action);
 
+// Selects the row of that text in the window's list, and presses Ok.
+ModalScript::Step picks(const std::string& text);
+
+// The row of that text; the test fails and ends when there is none.
+int rowOf(const ListView& list, const std::string& text);
+// What a hint of the window says.
+std::string hintIn(const QWidget& window);
 // The shown texts of a column, top to bottom.
 std::vector<std::string> shownTexts(const ListView& list, int column = 0);
 std::vector<int> selectedRows(const ListView& list);

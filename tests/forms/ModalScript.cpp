@@ -39,13 +39,10 @@ void ModalScript::in(const std::string& window, Step step) {
 
 void ModalScript::poll() {
   QWidget* window = QApplication::activeModalWidget();
-  if (steps_.empty()) {
-    if (window == nullptr) return timer_.stop();
-    if (std::chrono::steady_clock::now() - lastProgress_ > kDeadline) giveUp();
-    return;
-  }
-  if (window == nullptr || !window->isVisible() ||
-      window->objectName().toStdString() != steps_.front().window) {
+  if (steps_.empty() && window == nullptr) return timer_.stop();
+  const bool isDue = !steps_.empty() && window != nullptr && window->isVisible() &&
+                     window->objectName().toStdString() == steps_.front().window;
+  if (!isDue) {
     if (std::chrono::steady_clock::now() - lastProgress_ > kDeadline) giveUp();
     return;
   }

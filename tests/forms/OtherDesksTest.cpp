@@ -1,19 +1,15 @@
 #include <QAction>
 #include <QEventLoop>
 #include <QStatusBar>
-#include <QTest>
 #include <QTimer>
 #include <QToolBar>
 
 #include "core/Advice.h"
-#include "core/Principal.h"
 #include "data/SavedQueries.h"
 #include "data/Schema.h"
 #include "engine/PostgresEngine.h"
 #include "engine/SqliteEngine.h"
 #include "shell/OthersSign.h"
-#include "shell/RecordKinds.h"
-#include "shell/frmShorcuts.h"
 #include "tests/forms/FormsFixture.h"
 #include "tests/server/TestDatabase.h"
 #include "tests/tools/TemporaryFolder.h"
@@ -29,12 +25,6 @@ class OtherDesksTest : public FormsTest {
  protected:
   OtherDesksTest() : theirs(onServer() ? openPostgres(addressOfDatabase()) : another()) {}
 
-  // Opens the main window on a view.
-  void openView(std::int16_t view) {
-    openMainWindow();
-    frmShorcuts().FuerzaNodeClick(view, 0);
-    list = &control<ListView>(recordView(recordKind(view)), "ListView1");
-  }
   OthersSign& sign() { return control<OthersSign>(window(), "othersSign"); }
   // A server tells what it has to tell before its next answer.
   static void hear() { count("Doctors"); }
@@ -66,7 +56,6 @@ class OtherDesksTest : public FormsTest {
 
  protected:
   Connection theirs;
-  ListView* list = nullptr;
 };
 
 TEST_F(OtherDesksTest, ASignTellsThatAnotherDeskHasChangedWhatTheListShows) {
@@ -80,13 +69,13 @@ TEST_F(OtherDesksTest, ASignTellsThatAnotherDeskHasChangedWhatTheListShows) {
   const QString status = window().statusBar()->currentMessage();
   theirs.Execute("UPDATE Doctors SET Description='Theirs' WHERE DoctorCode=1");
   EXPECT_TRUE(isOnShow());
-  EXPECT_EQ(shownTexts(*list).front(), "Ames") << "no list changes by itself";
+  EXPECT_EQ(shownTexts(list()).front(), "Ames") << "no list changes by itself";
   EXPECT_EQ(window().statusBar()->currentMessage(), status);
   const auto& bar = control<QToolBar>(window(), "tbToolBar");
   EXPECT_EQ(sign().geometry().right(), bar.rect().right());
   trigger(window(), "mnuViewRefresh");
   EXPECT_FALSE(isOnShow());
-  EXPECT_EQ(shownTexts(*list).back(), "Theirs");
+  EXPECT_EQ(shownTexts(list()).back(), "Theirs");
 
   theirs.Execute("DELETE FROM DoctorCoveringDoctors");
   theirs.Execute("UPDATE Facility SET Description='Theirs'");
@@ -112,7 +101,7 @@ TEST_F(OtherDesksTest, ANumberThatAnotherDeskTookIsDrawnAnewByASecondOk) {
     EXPECT_NE(withAdvice(kDuplicateKey).find("Ok draws the next one"), std::string::npos);
     click(editor, "btnOk");
   });
-  QTest::mouseClick(&control<QWidget>(window(), "Nuevo"), Qt::LeftButton);
+  click(window(), "Nuevo");
   EXPECT_EQ(rows("SELECT DoctorCode FROM Doctors WHERE DoctorCode > 4"), "5 6");
 }
 

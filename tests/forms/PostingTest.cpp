@@ -1,20 +1,13 @@
-#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QTest>
 #include <filesystem>
 #include <fstream>
 
-#include "charges/frmCharges.h"
-#include "controls/DatePicker.h"
 #include "controls/ProgressWindow.h"
-#include "core/Principal.h"
 #include "printing/ListReports.h"
 #include "tests/forms/FormsFixture.h"
 #include "tests/server/TestDatabase.h"
-#include "text/Text.h"
 
 namespace bw {
 namespace {
@@ -32,14 +25,11 @@ class PostingTest : public FormsTest {
           "(25001, #06/04/2003#, #10:00:00#, #06/04/2003#, 1, 1, 3, 1, 3, NULL)"})
       run(statement);
     services().view = [this](const std::filesystem::path& file) { viewed.push_back(file); };
-    openMainWindow();
-    window().resize(1000, 700);
+    openView(0);
     click(frmCharges(), "optAllDates");
-    takeStatements();
   }
 
-  ListView& list() { return control<ListView>(frmCharges(), "ListView1"); }
-  Strings status() { return shownTexts(list(), 6); }
+  static Strings status() { return shownTexts(list(), 6); }
   static std::string stored() {
     return rows("SELECT Status, PrintLot FROM PatientCharges ORDER BY ChargeRealDate");
   }
@@ -57,36 +47,30 @@ class PostingTest : public FormsTest {
   std::vector<std::filesystem::path> viewed;
 };
 
-TEST_F(PostingTest, PostsWhatIsReadyAndNothingElse) {
+TEST_F(PostingTest, PostsWhatIsReadyAndNothingElseAlsoUnderASortThatMovesTheRows) {
+  clickHead(list(), 6);
   post([](QWidget& dialog) {
-    EXPECT_EQ(control<QLineEdit>(dialog, "TxtNumCharges").text(), "2");
-    EXPECT_TRUE(control<QLineEdit>(dialog, "TxtNumCharges").isReadOnly());
-    EXPECT_EQ(control<QLineEdit>(dialog, "TxtLotNumber").text(), "200306151");
+    EXPECT_EQ(line(dialog, "TxtNumCharges").text(), "2");
+    EXPECT_EQ(line(dialog, "TxtLotNumber").text(), "200306151");
     EXPECT_TRUE(control<QCheckBox>(dialog, "chkPrint").isChecked());
     control<QCheckBox>(dialog, "chkPrint").setChecked(false);
     click(dialog, "OKButton");
   });
   EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
-  EXPECT_EQ(status(), (Strings{"Posted", "Posted", "Posted", ""}));
+  EXPECT_EQ(status(), (Strings{"", "Posted", "Posted", "Posted"}));
   EXPECT_TRUE(viewed.empty());
   trigger(window(), "mnuActions(0)");
   EXPECT_EQ(takeMessages(), Strings{"No charges to post!"});
   // The lot's number brings the same charges again.
   click(frmCharges(), "optSelectedLot");
-  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "200306151");
+  type(line(frmCharges(), "TxtLotNumber"), "200306151");
   click(frmCharges(), "btnGo2");
   EXPECT_EQ(shownTexts(list(), 0), (Strings{"6/1/2003", "6/3/2003"}));
 }
 
-TEST_F(PostingTest, PostsUnderASortThatMovesTheRows) {
-  clickHead(list(), 6);
-  postUnprinted();
-  EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
-}
-
 TEST_F(PostingTest, ALotThatIsNoneKeepsTheDialogAndCancelPostsNothing) {
   post([](QWidget& dialog) {
-    auto& lot = control<QLineEdit>(dialog, "TxtLotNumber");
+    auto& lot = line(dialog, "TxtLotNumber");
     for (const char* text : {"", "x", "2147483648"}) {
       lot.setText(text);
       EXPECT_EQ(lot.accessibleDescription(), "no lot number");
@@ -124,9 +108,7 @@ TEST_F(PostingTest, MoreThanTheCountHoldsIsToldAndNothingIsPosted) {
              time, ", #07/01/2003#, 1, 1, 1, 2, 0, NULL FROM n"));
   frmCharges().Refresca();
   trigger(window(), "mnuActions(0)");
-  const Strings told = takeMessages();
-  ASSERT_EQ(told.size(), 1U);
-  EXPECT_NE(told.front().find("32770 charges"), std::string::npos);
+  EXPECT_NE(takeMessage().find("32770 charges"), std::string::npos);
   EXPECT_EQ(rows("SELECT count(*) FROM PatientCharges WHERE PrintLot IS NOT NULL"), "1");
 }
 
@@ -135,24 +117,20 @@ TEST_F(PostingTest, PostingGoesOnToPrintAndTheReportsDependOnTheInsurance) {
   click(frmCharges(), "optSelectedInsurances");
   script.in("frmPostCharges", [](QWidget& dialog) { click(dialog, "OKButton"); });
   script.in("frmPrintGeneral", [](QWidget& dialog) {
-    EXPECT_EQ(dialog.windowTitle(), "Print Charges");
     auto& items = control<QListWidget>(dialog, "List1");
     EXPECT_EQ(items.count(), 5);
-    EXPECT_EQ(items.currentRow(), 0);
     items.setCurrentRow(4);
     click(dialog, "OKButton");
   });
   trigger(window(), "mnuActions(0)");
   ASSERT_EQ(viewed.size(), 1U);
   EXPECT_EQ(viewed.front(), services().documentFolder() / "ChargesBillingB.myv");
-  EXPECT_EQ(PrintDialogChoice, 5);
   click(frmCharges(), "optAllInsurances");
   script.in("frmPrintGeneral", [](QWidget& dialog) {
     EXPECT_EQ(control<QListWidget>(dialog, "List1").count(), 3);
     dialog.close();
   });
   frmCharges().Imprimir();
-  EXPECT_EQ(PrintDialogChoice, 0);
   EXPECT_EQ(viewed.size(), 1U);
 }
 
@@ -160,7 +138,7 @@ TEST_F(PostingTest, EachReportHasItsCodesAndTellsTheFilters) {
   CurrentInsuranceCode = CurrentDoctorCode = 2;
   for (const char* filter : {"optSelectedInsurances", "optSelectedDoctors", "optSelectedLot"})
     click(frmCharges(), filter);
-  type(control<QLineEdit>(frmCharges(), "TxtLotNumber"), "77");
+  type(line(frmCharges(), "TxtLotNumber"), "77");
   click(frmCharges(), "btnGo2");
   for (int item = 1; item <= 4; ++item) {
     script.in("frmPrintGeneral", [item](QWidget& dialog) {
@@ -206,11 +184,9 @@ TEST_F(PostingTest, ArchivesWhatIsOlderExceptEachPatientsLatest) {
     script.in("frmArchiveCharges", [until](QWidget& dialog) {
       auto& picker = control<DatePicker>(dialog, "DTPicker1");
       EXPECT_EQ(picker.value(), day(2002, 6, 15));
-      for (const char* wrong : {"13/01/10", "1/1/"}) {
-        type(picker, wrong);
-        click(dialog, "OKButton");
-        EXPECT_TRUE(dialog.isVisible() && picker.hasFocus()) << wrong;
-      }
+      type(picker, "13/01/10");
+      click(dialog, "OKButton");
+      EXPECT_TRUE(dialog.isVisible() && picker.hasFocus());
       type(picker, until);
       click(dialog, "OKButton");
       if (dialog.isVisible()) dialog.close();  // stopped by a failed read

@@ -1,39 +1,45 @@
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
+#include <QLabel>
+#include <QRegularExpression>
 #include <fstream>
 
-#include "controls/QtText.h"
 #include "core/MachineSettings.h"
-#include "core/Principal.h"
 #include "data/Schema.h"
 #include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "shell/Start.h"
+#include "shell/frmGeneralInfo.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {
 namespace {
 
-class StartTest : public FormsTest {
+// What hangs on the machine's settings, with settings of the test.
+class MachineTest : public FormsTest {
  protected:
-  StartTest() {
-    resetShared();
-    qputenv("XDG_CONFIG_DIRS", folder_.path().toLocal8Bit());
-  }
-  ~StartTest() override { qunsetenv("XDG_CONFIG_DIRS"); }
+  MachineTest() { qputenv("XDG_CONFIG_DIRS", folder_.path().toLocal8Bit()); }
+  ~MachineTest() override { qunsetenv("XDG_CONFIG_DIRS"); }
 
-  std::string path(const char* name) { return fromQt(folder_.filePath(name)); }
-  void registerDatabase(const std::string& file) {
-    writeMachineSetting("SOFTWARE\\Fenmoor Systems\\Brantiwell PC", "Database", file);
+  std::string path(const std::string& name) { return fromQt(folder_.filePath(toQt(name))); }
+  void write(const std::string& name, const std::string& text) {
+    std::ofstream(path(name)) << text;
   }
+  static void set(const char* name, const std::string& value) {
+    writeMachineSetting("SOFTWARE\\Fenmoor Systems\\Brantiwell PC", name, value);
+  }
+
+ private:
+  QTemporaryDir folder_;
+};
+
+class StartTest : public MachineTest {
+ protected:
+  StartTest() { resetShared(); }
+
   static std::string problem(const std::string& file) {
     return "Problems stablishing connectionProvider=Microsoft.Jet.OLEDB.4.0;Data Source=" + file +
            ";Jet OLEDB:System database=" + workgroupPathOf(file) + ";User Id=Kelps;Password=Kelps";
   }
-  void write(const char* name, const std::string& text) { std::ofstream(path(name)) << text; }
-
-  QTemporaryDir folder_;
 };
 
 TEST_F(StartTest, WithoutASessionThereIsTheMessageAndNoWindow) {
@@ -44,18 +50,18 @@ TEST_F(StartTest, WithoutASessionThereIsTheMessageAndNoWindow) {
     EXPECT_EQ(MainWindow, nullptr);
   };
   failsWith("Falta iniciar Informacion de Bases de datos");
-  registerDatabase(file);
+  set("Database", file);
   failsWith(problem(file));  // nothing there
   createSchema(*createSqlite(file));
   failsWith(problem(file));  // no workgroup file
-  write("office.dw", "rubbish");
-  failsWith(problem(file));
-  write("office.dw", workgroupText("Kelps", "other"));
-  failsWith(problem(file));
+  for (const std::string& workgroup : {std::string("rubbish"), workgroupText("Kelps", "other")}) {
+    write("office.dw", workgroup);
+    failsWith(problem(file));
+  }
   write("office.dw", workgroupText("Kelps", "Kelps"));
   write("office.db", std::string(5000, 'x'));
   failsWith(problem(file));
-  registerDatabase("x");  // whatever the last letter is, "w" takes its place
+  set("Database", "x");  // whatever the last letter is, "w" takes its place
   failsWith(problem("x"));
 }
 
@@ -63,7 +69,7 @@ TEST_F(StartTest, TheTitleStandsTwoSecondsBeforeTheFirstViewIsRead) {
   const std::string file = path("office.db");
   createSchema(*createSqlite(file));
   write("office.dw", workgroupText("Kelps", "Kelps"));
-  registerDatabase(file);
+  set("Database", file);
   QElapsedTimer clock;
   clock.start();
   script.in("frmSplash", [](QWidget&) { EXPECT_EQ(MainWindow, nullptr); });
@@ -73,6 +79,65 @@ TEST_F(StartTest, TheTitleStandsTwoSecondsBeforeTheFirstViewIsRead) {
   EXPECT_TRUE(MainWindow->isVisible());
   EXPECT_EQ(MainWindow->VistaActualNumero, 0);
   delete MainWindow;
+}
+
+class AboutTest : public MachineTest {
+ protected:
+  AboutTest() { openMainWindow(); }
+
+  // A program that leaves a file of its name and ".ran" beside it.
+  void makeProgram(const char* name) {
+    write(name, "#!/bin/sh\n: > \"$0.ran\"\n");
+    std::filesystem::permissions(path(name), std::filesystem::perms::owner_all);
+  }
+  bool ran(const std::string& name) {
+    return QTest::qWaitFor([&] { return std::filesystem::exists(path(name + ".ran")); });
+  }
+  void inAbout(const ModalScript::Step& step) {
+    script.in("frmAbout", step);
+    trigger(window(), "mnuHelpAbout");
+  }
+  // The message.
+  Strings pressSysInfo() {
+    inAbout([](QWidget& about) {
+      click(about, "cmdSysInfo");
+      click(about, "cmdOK");
+    });
+    return takeMessages();
+  }
+};
+
+TEST_F(AboutTest, TheVersionShowsThreeNumbers) {
+  inAbout([](QWidget& about) {
+    const QString version = control<QLabel>(about, "lblVersion").text();
+    EXPECT_TRUE(QRegularExpression("^Versión \\d+\\.\\d+\\.\\d+$").match(version).hasMatch());
+    QTest::keyClick(&about, Qt::Key_Return);
+  });
+}
+
+TEST_F(AboutTest, TheToolOfTheMachineIsRunOrItIsSaidThatThereIsNone) {
+  constexpr const char* kTools = "SOFTWARE\\Microsoft\\Shared Tools";
+  const Strings none{"La información del sistema no está disponible en este momento"};
+  EXPECT_EQ(pressSysInfo(), none);
+  writeMachineSetting(concat(kTools, " Location"), "MSINFO", path(""));
+  EXPECT_EQ(pressSysInfo(), none) << "a folder without the tool";
+  makeProgram("MSINFO32.EXE");
+  EXPECT_EQ(pressSysInfo(), Strings{});
+  EXPECT_TRUE(ran("MSINFO32.EXE"));
+  makeProgram("tool");
+  writeMachineSetting(concat(kTools, "\\MSINFO"), "PATH", path("tool"));
+  EXPECT_EQ(pressSysInfo(), Strings{});
+  EXPECT_TRUE(ran("tool"));
+  writeMachineSetting(concat(kTools, "\\MSINFO"), "PATH", path("nothing there"));
+  EXPECT_EQ(pressSysInfo(), none);
+}
+
+TEST_F(AboutTest, TheWelcomePageShowsTheAddressesOfTheMachine) {
+  set("MakerSalesAddress", "sales@example.org");
+  window().CambiaAVista(10, 0);
+  EXPECT_EQ(control<QLabel>(frmGeneralInfo(), "Label4").text(), "sales@example.org");
+  for (const char* unset : {"Label3", "Label5"})
+    EXPECT_FALSE(control<QLabel>(frmGeneralInfo(), unset).text().contains('@'));
 }
 
 }  // namespace
