@@ -20,11 +20,9 @@ class BrokenOffTest : public FormsTest {
     CurrentPatientId = 25000;
     click(frmCharges(), "optAllDates");
     click(frmCharges(), "optSelectedPatients");
-    clickHead(charges(), charges().columnOf("Doctor"));
+    clickHead(list(), list().columnOf("Doctor"));
     control<QWidget>(frmCharges(), "optSelectedPatients").setFocus();
   }
-
-  static ListView& charges() { return listIn(frmCharges()); }
 
   // Without the focus that a click brings.
   static void press(const char* button) { control<QAbstractButton>(frmCharges(), button).click(); }
@@ -32,26 +30,27 @@ class BrokenOffTest : public FormsTest {
   // All that a reading could have changed, a line each.
   std::string onShow() {
     QApplication::processEvents();
-    std::string text = concat("view ", window().VistaActualNumero, "\nfilter ",
-                              window().FiltroActualNumero, "\npatient ", CurrentPatientId, "\n");
-    const auto add = [&text](const QString& line) { text += fromQt(line) + "\n"; };
+    QStringList lines{QString("view %1, filter %2, patient %3, sorted %4")
+                          .arg(window().VistaActualNumero)
+                          .arg(window().FiltroActualNumero)
+                          .arg(CurrentPatientId)
+                          .arg(list().sorted())};
     for (const QAction* action : window().findChildren<QAction*>())
       if (!action->text().isEmpty())
-        add(action->text() + (action->isChecked() ? " checked" : "") +
-            (action->isVisible() ? " visible " : " ") + action->shortcut().toString());
-    add(control<QTreeWidget>(window(), "TreeView1").currentItem()->text(0));
-    add(QApplication::focusWidget()->objectName());
+        lines << action->text() + (action->isChecked() ? " checked" : "") +
+                     (action->isVisible() ? " visible " : " ") + action->shortcut().toString();
+    lines << control<QTreeWidget>(window(), "TreeView1").currentItem()->text(0);
+    lines << QApplication::focusWidget()->objectName();
     for (const View* view : window().findChildren<View*>())
-      if (view->isVisible()) add(view->objectName());
+      if (view->isVisible()) lines << view->objectName();
     for (const auto* option : frmCharges().findChildren<QRadioButton*>())
-      if (option->isChecked()) add(option->objectName());
+      if (option->isChecked()) lines << option->objectName();
     for (const auto* box : frmCharges().findChildren<QLineEdit*>())
-      add(box->objectName() + box->text() + (box->isEnabled() ? " enabled" : ""));
-    for (int column = 0; column < charges().columns(); ++column)
-      text += concat(std::lround(charges().Width(column)), " ");
-    text += concat("\nsorted ", charges().sorted(), "\n");
-    for (const std::string& doctor : shownTexts(charges(), 3)) text += doctor + ";";
-    return text;
+      lines << box->objectName() + box->text() + (box->isEnabled() ? " enabled" : "");
+    for (int column = 0; column < list().columns(); ++column)
+      lines << QString::number(std::lround(list().Width(column)));
+    for (const std::string& doctor : shownTexts(list(), 3)) lines << toQt(doctor);
+    return fromQt(lines.join('\n'));
   }
 };
 
@@ -91,7 +90,7 @@ TEST_F(BrokenOffTest, EverythingIsAsItWasOnEveryRoad) {
     EXPECT_EQ(broken, 1) << road.name;
     EXPECT_EQ(onShow(), before) << road.name;
   }
-  clickHead(charges(), charges().columnOf("ChargeRealDate"));  // the records are there
+  clickHead(list(), list().columnOf("ChargeRealDate"));  // the records are there
   closeMainWindow();
   EXPECT_EQ(GetSetting(kApplicationTitle, "Charges", "ActiveFilter", ""), "0");
 }
@@ -115,11 +114,11 @@ TEST_F(BrokenOffTest, EscEndsALongReadingAndNoEventRunsMeanwhile) {
   EXPECT_EQ(asked, 1);
   EXPECT_FALSE(hasRung);
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-  EXPECT_EQ(charges().count(), 1);
+  EXPECT_EQ(list().count(), 1);
   isPressed = false;
   trigger(window(), "mnuViewRefresh");
   EXPECT_GT(asked, 1);
-  EXPECT_EQ(charges().count(), 86401);
+  EXPECT_EQ(list().count(), 86401);
   watchEscape() = usual;
 }
 

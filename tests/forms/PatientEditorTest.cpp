@@ -30,9 +30,12 @@ class PatientEditorTest : public FormsTest {
       click(pick, "btnOk");
     });
   }
-  static std::string historyOf(int id) {
-    return rows(
-        concat("SELECT SicknessCode, SicknessTypeCode FROM PatientHistory WHERE PatientId=", id));
+  // Of the current patient.
+  static std::string stored(const char* columns, const char* table = "Patient") {
+    return rows(concat("SELECT ", columns, " FROM ", table, " WHERE PatientId=", CurrentPatientId));
+  }
+  static std::string history() {
+    return stored("SicknessCode, SicknessTypeCode", "PatientHistory");
   }
 };
 
@@ -59,10 +62,9 @@ TEST_F(PatientEditorTest, ANewPatientWithHistoryOfTwoTypesComesIntoTheList) {
   list().setFocus();
   QTest::keyClick(&list(), Qt::Key_Insert);
   EXPECT_EQ(CurrentPatientId, 25002);
-  EXPECT_EQ(rows("SELECT Names, DateOfBirth, AccountNumber, InsuranceCode, InFacilityCode, ZITS "
-                 "FROM Patient WHERE PatientId=25002"),
+  EXPECT_EQ(stored("Names, DateOfBirth, AccountNumber, InsuranceCode, InFacilityCode, ZITS"),
             "Brown, Cy|2/29/1980|00417|2|0|null");
-  EXPECT_EQ(historyOf(25002), "1|0 4|1");
+  EXPECT_EQ(history(), "1|0 4|1");
   EXPECT_EQ(shownTexts(list()), (Strings{"Brown, Cy", "Jones, Bob", "Smith, Ann"}));
   EXPECT_EQ(selectedRows(list()), std::vector<int>{0});
 }
@@ -84,9 +86,8 @@ TEST_F(PatientEditorTest, AMarkOutlivesTheChangeOfTypeWithoutItsStar) {
     type(control<QWidget>(editor, "TxtNames"), "Smith, Anna");
     click(editor, "btnOk");
   });
-  EXPECT_EQ(historyOf(25000), "");
-  EXPECT_EQ(rows("SELECT Names, ZITS FROM Patient WHERE PatientId=25000"),
-            "Smith, Anna|6/15/2003 2:05:09 PM");
+  EXPECT_EQ(history(), "");
+  EXPECT_EQ(stored("Names, ZITS"), "Smith, Anna|6/15/2003 2:05:09 PM");
   EXPECT_EQ(list().text(1), "Smith, Anna");
 }
 
@@ -100,7 +101,7 @@ TEST_F(PatientEditorTest, AHistoryRowThatFailsIsToldAndTheRestIsStored) {
       {"Pollen", "Dust"});
   EXPECT_EQ(takeMessages(), Strings{"This item is in the medical history already."});
   EXPECT_TRUE(RecordSaved);
-  EXPECT_EQ(historyOf(25000), "1|0 3|0");
+  EXPECT_EQ(history(), "1|0 3|0");
 }
 
 TEST_F(PatientEditorTest, WhatIsRefusedStaysInTheDialog) {
@@ -116,14 +117,13 @@ TEST_F(PatientEditorTest, WhatIsRefusedStaysInTheDialog) {
     EXPECT_EQ(names.text(), "O'Brien");
     EXPECT_FALSE(RecordSaved);
     EXPECT_EQ(control<DatePicker>(editor, "DTDOB").value(), day(2031, 1, 1));
-    EXPECT_EQ(historyOf(25000), "1|0");
+    EXPECT_EQ(history(), "1|0");
     type(names, "OBrien");
     line(editor, "TxtAccount").clear();
     click(editor, "btnOk");
   });
-  EXPECT_EQ(rows("SELECT Names, DateOfBirth, AccountNumber FROM Patient WHERE PatientId=25000"),
-            "OBrien|1/1/2031|");
-  EXPECT_EQ(historyOf(25000), "");
+  EXPECT_EQ(stored("Names, DateOfBirth, AccountNumber"), "OBrien|1/1/2031|");
+  EXPECT_EQ(history(), "");
 }
 
 TEST_F(PatientEditorTest, AMissingBirthdayIsEmptyAndRefused) {
@@ -139,13 +139,11 @@ TEST_F(PatientEditorTest, AMissingBirthdayIsEmptyAndRefused) {
     EXPECT_TRUE(editor.isVisible());
     EXPECT_FALSE(RecordSaved);
     EXPECT_TRUE(birth.hasFocus());
-    EXPECT_EQ(rows("SELECT Names, DateOfBirth FROM Patient WHERE PatientId=25000"),
-              "Smith, Ann|null");
+    EXPECT_EQ(stored("Names, DateOfBirth"), "Smith, Ann|null");
     QTest::keyClicks(&birth, "061603");  // the day after today's
     QTest::keyClick(&birth, Qt::Key_Return);
   });
-  EXPECT_EQ(rows("SELECT Names, DateOfBirth FROM Patient WHERE PatientId=25000"),
-            "Smith, Anna|6/16/1903");
+  EXPECT_EQ(stored("Names, DateOfBirth"), "Smith, Anna|6/16/1903");
 }
 
 TEST_F(PatientEditorTest, AMissingInsuranceSelectsTheFirst) {
@@ -155,7 +153,7 @@ TEST_F(PatientEditorTest, AMissingInsuranceSelectsTheFirst) {
     EXPECT_EQ(control<ComboBox>(editor, "CBSeguros").ListIndex(), 0);
     click(editor, "btnOk");
   });
-  EXPECT_EQ(rows("SELECT InsuranceCode FROM Patient WHERE PatientId=25000"), "1");
+  EXPECT_EQ(stored("InsuranceCode"), "1");
 }
 
 }  // namespace
