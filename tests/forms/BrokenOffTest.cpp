@@ -14,8 +14,7 @@ namespace {
 class BrokenOffTest : public FormsTest {
  protected:
   BrokenOffTest() {
-    run("INSERT INTO PatientCharges VALUES "
-        "(25001, #06/02/2003#, #09:00:00#, #06/02/2003#, 1, 1, 2, 1, 1, 77)");
+    seedCharges();
     openView(0);
     CurrentPatientId = 25000;
     click(frmCharges(), "optAllDates");

@@ -39,6 +39,15 @@ void FormsTest::TearDown() {
   DataTest::TearDown();
 }
 
+void FormsTest::seedCharges() {
+  run("INSERT INTO Insurance VALUES (2, 'Other', '')");
+  run("UPDATE Patient SET InsuranceCode = 2 WHERE PatientId = 25001");
+  run("INSERT INTO PatientCharges VALUES "
+      "(25001, #06/02/2003#, #09:00:00#, #06/02/2003#, 1, 1, 2, 1, 1, 77), "
+      "(25001, #06/03/2003#, #10:00:00#, #06/03/2003#, 1, 1, 3, 1, 0, NULL), "
+      "(25001, #06/04/2003#, #10:00:00#, #06/04/2003#, 1, 1, 3, 1, 3, NULL)");
+}
+
 frmMain& FormsTest::openMainWindow() {
   window_ = new frmMain;
   MainWindow = window_;

@@ -33,6 +33,10 @@ class FormsTest : public DataTest {
   ~FormsTest() override;
   void TearDown() override;
 
+  // Behind Smith's (ready) three charges of Jones, whom insurance 2 insures: posted in lot 77,
+  // ready, and archived by the run.
+  static void seedCharges();
+
   // Makes and loads the main window, as the start does, and shows it.
   frmMain& openMainWindow();
   // Wide, and on that view.

@@ -218,14 +218,10 @@ TEST_F(MainWindowTest, EveryNodeHasItsKeyAndItsEntryInAMenu) {
 // Some column of a row says what its filter is called; what has no code to bill with is incomplete.
 TEST_F(MainWindowTest, AFilterShowsTheRowsThatItsNameTells) {
   seedLife();
+  seedCharges();
   for (const char* statement :
-       {"UPDATE PatientCharges SET Status=1",
-        "INSERT INTO PatientCharges VALUES "
-        "(25001, #06/02/2003#, #09:00:00#, #06/02/2003#, 1, 1, 2, 1, 0, NULL), "
-        "(25001, #06/03/2003#, #10:00:00#, #06/03/2003#, 1, 1, 3, 1, 2, NULL), "
-        "(25001, #06/04/2003#, #10:00:00#, #06/04/2003#, 1, 1, 3, 1, 3, NULL)",
+       {"UPDATE PatientCharges SET Status=2 WHERE ChargeDate=#06/03/2003#",
         "INSERT INTO Procedures VALUES (41, 'Cast', 'R', 'B', 0)",
-        "INSERT INTO Insurance VALUES (2, 'None', '')",
         "INSERT INTO Sickness VALUES (3, 'Appendix', 2, 0)",
         "INSERT INTO EvaluationManagement VALUES (3, 'Call', 3, 1, 1, 'B', 'R', 1, 1, 1), "
         "(4, 'Call', 4, 1, 1, 'B', 'R', 1, 1, 1)"})

@@ -12,18 +12,10 @@
 namespace bw {
 namespace {
 
-// Four charges: Smith's of the seed (ready), Jones's posted, ready and archived by the run.
 class PostingTest : public FormsTest {
  protected:
   PostingTest() {
-    for (const char* statement :
-         {"INSERT INTO Insurance VALUES (2, 'Other', '')",
-          "UPDATE Patient SET InsuranceCode = 2 WHERE PatientId = 25001",
-          "INSERT INTO PatientCharges VALUES "
-          "(25001, #06/02/2003#, #09:00:00#, #06/02/2003#, 1, 1, 2, 1, 1, 77), "
-          "(25001, #06/03/2003#, #10:00:00#, #06/03/2003#, 1, 1, 3, 1, 0, NULL), "
-          "(25001, #06/04/2003#, #10:00:00#, #06/04/2003#, 1, 1, 3, 1, 3, NULL)"})
-      run(statement);
+    seedCharges();
     services().view = [this](const std::filesystem::path& file) { viewed.push_back(file); };
     openView(0);
     click(frmCharges(), "optAllDates");
