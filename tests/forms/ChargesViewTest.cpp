@@ -26,10 +26,9 @@ TEST_F(ChargesViewTest, EachPanelNarrowsTheStatement) {
   frmShorcuts().FuerzaNodeClick(0, 13);
   takeStatements();
   std::string statement = "SELECT * FROM ChargesDescriptive Where [status]=2";
-  const std::string dates =
-      " and ChargeRealDate >= #06/15/2003# and ChargeRealDate <= #06/15/2003#";
   const std::pair<const char*, std::string> panels[] = {
-      {"optSelectedDates", dates},
+      {"optSelectedDates",
+       " and ChargeRealDate >= #06/15/2003# and ChargeRealDate <= #06/15/2003#"},
       {"optSelectedPatients", " and PatientId= 25001"},
       {"optSelectedInsurances", " and InsuranceCode= 2"},
       {"optSelectedDoctors", " and DoctorCode= 3"},
@@ -40,10 +39,7 @@ TEST_F(ChargesViewTest, EachPanelNarrowsTheStatement) {
   }
   type(line(frmCharges(), "TxtLotNumber"), "20 03x");
   click(frmCharges(), "btnGo2");
-  statement.replace(statement.size() - 1, 1, "2003");
-  EXPECT_EQ(takeStatements(), Strings{statement});
-  click(frmCharges(), "optAllDates");
-  EXPECT_EQ(takeStatements(), Strings{statement.erase(statement.find(dates), dates.size())});
+  EXPECT_EQ(takeStatements(), Strings{statement.substr(0, statement.size() - 1) + "2003"});
 }
 
 TEST_F(ChargesViewTest, NoDateLeavesTheListOnEveryRoad) {
@@ -55,28 +51,22 @@ TEST_F(ChargesViewTest, NoDateLeavesTheListOnEveryRoad) {
   QTest::keyClick(&last, Qt::Key_Return);
   type(first, "31/6/03");
   takeStatements();
-  const auto stays = [&](bool goesThere) {
+  const std::pair<std::function<void()>, bool> roads[] = {
+      {[&] { QTest::keyClick(&window(), Qt::Key_F5); }, false},
+      {[] { frmShorcuts().FuerzaNodeClick(0, 4); }, false},
+      {[] { click(frmCharges(), "optSelectedLot"); }, false},
+      {[] { click(frmCharges(), "optAllLots"); }, false},
+      {[] { click(frmCharges(), "btnGo"); }, true},
+      {[] { click(frmCharges(), "btnGo2"); }, true},
+      {[] { frmCharges().call("Imprimir"); }, true},
+      {[] { frmCharges().call("Post"); }, true}};
+  for (const auto& [go, goesThere] : roads) {
+    last.setFocus();
+    go();
     EXPECT_EQ(first.hasFocus(), goesThere);
     EXPECT_EQ(first.text(), "31/6/03");
     EXPECT_EQ(names(), (Strings{"Smith, Ann", "Jones, Bob"}));
     EXPECT_EQ(takeStatements(), Strings{});
-    last.setFocus();
-  };
-  last.setFocus();
-  QTest::keyClick(&window(), Qt::Key_F5);
-  stays(false);
-  frmShorcuts().FuerzaNodeClick(0, 4);
-  stays(false);
-  click(frmCharges(), "optSelectedLot");
-  stays(false);
-  click(frmCharges(), "optAllLots");
-  for (const char* go : {"btnGo", "btnGo2"}) {
-    click(frmCharges(), go);
-    stays(true);
-  }
-  for (const char* command : {"Imprimir", "Post"}) {
-    frmCharges().call(command);
-    stays(true);
   }
   frmShorcuts().FuerzaNodeClick(0, 0);
   type(first, "06022003");
@@ -183,6 +173,7 @@ TEST_F(ChargesViewTest, DeletesJustTheSelectedRowsAndKeepsARefusedOne) {
   clickRow(list(), 2, Qt::ControlModifier);
   answer(false);
   trigger(window(), "Eliminar");
+  EXPECT_EQ(takeQuestions(), Strings{"Are you sure you want to delete the selected Charges?"});
   EXPECT_EQ(selectedRows(list()), (std::vector<int>{0, 2})) << "Cancel changes nothing";
   answer(true);
   QTest::keyClick(&list(), Qt::Key_Delete);

@@ -21,12 +21,9 @@ FormsTest::FormsTest() {
     answers_.pop_front();
     return answer;
   };
-  services().settingsFolder = [this] {
-    return std::filesystem::path(fromQt(folder_.filePath("settings")));
-  };
-  services().documentFolder = [this] {
-    return std::filesystem::path(fromQt(folder_.filePath("documents")));
-  };
+  const std::filesystem::path home = fromQt(folder_.path());
+  services().settingsFolder = [home] { return home / "settings"; };
+  services().documentFolder = [home] { return home / "documents"; };
   unhandledError() = [this](const std::exception& error) { fatal_.emplace_back(error.what()); };
   seedOffice();
 }
@@ -79,13 +76,9 @@ void click(const QWidget& window, const char* button) {
   QTest::mouseClick(&control<QAbstractButton>(window, button), Qt::LeftButton);
 }
 
-namespace {
-
-QPoint centreOf(const ListView& list, int row) {
+static QPoint centreOf(const ListView& list, int row) {
   return list.visualRect(list.model()->index(row, 0)).center();
 }
-
-}  // namespace
 
 void clickRow(ListView& list, int row, Qt::KeyboardModifiers modifiers) {
   list.ensureVisible(row);
