@@ -137,7 +137,7 @@ class FacilityEditorTest : public EditorTest {
  protected:
   FacilityEditorTest() {
     run("INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (2, 1, 'West'), "
-        "(3, 1, 'North')");
+        "(3, 1, 'North'), (4, 1, 'Low')");
   }
   void ward(const QString& text) {
     script.in("frmEditWard", [text](QWidget& dialog) {
@@ -151,45 +151,33 @@ class FacilityEditorTest : public EditorTest {
   }
 };
 
-TEST_F(FacilityEditorTest, WardsFollowTheirMarks) {
+TEST_F(FacilityEditorTest, WardsFollowTheirMarksAndOneThatFailsIsTold) {
   openView(3);
   script.in("frmEditFacility", [&](QWidget& editor) {
     ListView& list = listIn(editor);
-    EXPECT_EQ(shownTexts(list), (Strings{"East", "West", "North"}));
-    clickRow(list, 0);
-    QTest::keyClick(&list, Qt::Key_Return);  // to "Eastern"
-    EXPECT_EQ(list.text(0), "Eastern");
-    doubleClickRow(list, 0);  // to blanks: stays
-    EXPECT_EQ(list.text(0), "Eastern");
-    clickRow(list, 1);
-    click(editor, "Command2");
+    EXPECT_EQ(shownTexts(list), (Strings{"East", "West", "North", "Low"}));
+    clickRow(list, 3);
+    QTest::keyClick(&list, Qt::Key_Return);  // to "Lower"
+    doubleClickRow(list, 3);                 // to blanks: stays
+    EXPECT_EQ(list.text(3), "Lower");
+    for (const int row : {0, 1}) {  // a patient lies in the first
+      clickRow(list, row);
+      click(editor, "Command2");
+    }
     doubleClickRow(list, 2);  // to "Northern", which del and del again forget
     click(editor, "Command2");
     click(editor, "Command2");
-    EXPECT_EQ(shownTexts(list), (Strings{"Eastern", "*West", "Northern"}));
+    EXPECT_EQ(shownTexts(list), (Strings{"*East", "*West", "Northern", "Lower"}));
     QTest::keyClick(&list, Qt::Key_Insert);
     click(editor, "Command1");  // blanks: no ward
-    EXPECT_EQ(list.count(), 4);
+    EXPECT_EQ(list.count(), 5);
     click(editor, "btnOk");
   });
-  for (const char* text : {"Eastern", "  ", "Northern", "South", "   "}) ward(text);
-  open("General");
-  EXPECT_EQ(stored(1), "1|Eastern 3|North 4|South");
-  EXPECT_TRUE(RecordSaved);
-}
-
-TEST_F(FacilityEditorTest, AStoredFacilityTellsOfFailingWardsAndCloses) {
-  openView(3);
-  script.in("frmEditFacility", [&](QWidget& editor) {
-    clickRow(listIn(editor), 0);  // a patient lies there
-    click(editor, "Command2");
-    click(editor, "Command1");
-    click(editor, "btnOk");
-  });
-  ward("South");
+  for (const char* text : {"Lower", "  ", "Northern", "South", "   "}) ward(text);
   open("General");
   EXPECT_TRUE(takeMessage().starts_with("This record cannot be deleted"));
-  EXPECT_EQ(stored(1), "1|East 2|West 3|North 4|South");
+  EXPECT_EQ(stored(1), "1|East 3|North 4|Lower 5|South");
+  EXPECT_TRUE(RecordSaved);
 }
 
 TEST_F(FacilityEditorTest, ANewFacilityStaysOpenAtTheFirstWardThatFails) {
@@ -205,7 +193,7 @@ TEST_F(FacilityEditorTest, ANewFacilityStaysOpenAtTheFirstWardThatFails) {
     EXPECT_EQ(takeMessages().size(), 1U);
     EXPECT_TRUE(editor.isVisible());
     EXPECT_EQ(CurrentFacilityCode, 2);
-    EXPECT_EQ(stored(2), "4|Default");
+    EXPECT_EQ(stored(2), "5|Default");
     click(editor, "btnOk");
     EXPECT_EQ(takeMessages().size(), 1U);
     EXPECT_FALSE(editor.isVisible());
@@ -214,7 +202,7 @@ TEST_F(FacilityEditorTest, ANewFacilityStaysOpenAtTheFirstWardThatFails) {
   ward("South");
   click(window(), "Nuevo");
   EXPECT_EQ(rows("SELECT * FROM Facility WHERE FacilityCode=2"), "2|Oakhill|1|in|out");
-  EXPECT_EQ(stored(2), "4|Default 5|Default 6|South") << "tried again by their marks";
+  EXPECT_EQ(stored(2), "5|Default 6|Default 7|South") << "tried again by their marks";
 }
 
 }  // namespace

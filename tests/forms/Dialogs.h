@@ -1,7 +1,5 @@
 #pragma once
 
-#include <ostream>
-
 #include "catalogues/CodeSearch.h"
 #include "catalogues/Editors.h"
 #include "charges/frmArchiveCharges.h"
@@ -27,7 +25,6 @@ struct DialogRow {
   const char* cancel = "btnCancel";
   bool enterCancels = false;
 };
-inline void PrintTo(const DialogRow& row, std::ostream* out) { *out << row.name; }
 
 template <auto form>
 void openDialog() {

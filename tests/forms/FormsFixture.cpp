@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPushButton>
 #include <algorithm>
 
@@ -71,6 +72,10 @@ std::string FormsTest::takeMessage() {
 }
 
 ListView& FormsTest::list() { return listIn(viewOf(recordKind(MainWindow->VistaActualNumero))); }
+
+std::string label(const QWidget& window, const char* name) {
+  return fromQt(control<QLabel>(window, name).text());
+}
 
 void click(const QWidget& window, const char* button) {
   QTest::mouseClick(&control<QAbstractButton>(window, button), Qt::LeftButton);

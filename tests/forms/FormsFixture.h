@@ -77,6 +77,7 @@ inline QLineEdit& line(const QWidget& window, const char* name) {
   return control<QLineEdit>(window, name);
 }
 
+std::string label(const QWidget& window, const char* name);
 inline std::string chosen(const QWidget& window, const char* box) {
   return fromQt(control<ComboBox>(window, box).currentText());
 }

@@ -28,11 +28,11 @@ ModalScript::ModalScript() {
 }
 
 ModalScript::~ModalScript() {
-  for (const Entry& entry : steps_) ADD_FAILURE() << "never came up: " << entry.window;
+  for (const auto& [window, step] : steps_) ADD_FAILURE() << "never came up: " << window;
 }
 
 void ModalScript::in(const std::string& window, Step step) {
-  steps_.push_back({window, std::move(step)});
+  steps_.emplace_back(window, std::move(step));
   lastProgress_ = std::chrono::steady_clock::now();
   timer_.start(kPoll);
 }
@@ -41,7 +41,7 @@ void ModalScript::poll() {
   QWidget* window = QApplication::activeModalWidget();
   if (steps_.empty() && window == nullptr) return timer_.stop();
   const bool isDue = !steps_.empty() && window != nullptr && window->isVisible() &&
-                     window->objectName().toStdString() == steps_.front().window;
+                     window->objectName().toStdString() == steps_.front().first;
   if (!isDue) {
     if (std::chrono::steady_clock::now() - lastProgress_ > kDeadline) giveUp();
     return;
@@ -49,7 +49,7 @@ void ModalScript::poll() {
   // Without a window manager nobody gives a window back its turn when the one above it closes.
   if (QApplication::activeWindow() != window) return window->activateWindow();
   lastProgress_ = std::chrono::steady_clock::now();
-  Step step = std::move(steps_.front().step);
+  Step step = std::move(steps_.front().second);
   steps_.pop_front();
   // In the window's own turn: a step that opens another window must not hold up this timer.
   QMetaObject::invokeMethod(
@@ -61,7 +61,7 @@ void ModalScript::giveUp() {
   QWidget* window = QApplication::activeModalWidget();
   ADD_FAILURE() << "stuck"
                 << (window == nullptr ? std::string() : " in " + window->objectName().toStdString())
-                << (steps_.empty() ? std::string() : ", waiting for " + steps_.front().window);
+                << (steps_.empty() ? std::string() : ", waiting for " + steps_.front().first);
   steps_.clear();
   while (QWidget* open = QApplication::activeModalWidget()) {
     open->close();

@@ -26,11 +26,7 @@ class ModalScript : public QObject {
   void poll();
   void giveUp();
 
-  struct Entry {
-    std::string window;
-    Step step;
-  };
-  std::deque<Entry> steps_;
+  std::deque<std::pair<std::string, Step>> steps_;  // by the window's name
   QTimer timer_;
   std::chrono::steady_clock::time_point lastProgress_;
 };

@@ -94,13 +94,10 @@ TEST_F(PatientsViewTest, OfSeveralSelectedOnlyTheLowestIsAdmitted) {
 class MergeTest : public PatientsViewTest {
  protected:
   MergeTest() {
-    charge(25001, "09:00:00");
-    charge(25010, "08:30:00");
-    charge(25010, "10:00:00");
-  }
-  static void charge(int id, const char* time) {
-    run(concat("INSERT INTO PatientCharges VALUES (", id, ", #06/01/2003#, #", time,
-               "#, #06/01/2003#, 1, 1, 1, 2, 1, 7)"));
+    run("INSERT INTO PatientCharges VALUES "
+        "(25001, #06/01/2003#, #09:00:00#, #06/01/2003#, 1, 1, 1, 2, 1, 7), "
+        "(25010, #06/01/2003#, #08:30:00#, #06/01/2003#, 1, 1, 1, 2, 1, 7), "
+        "(25010, #06/01/2003#, #10:00:00#, #06/01/2003#, 1, 1, 1, 2, 1, 7)");
   }
   void select(const Strings& names) {
     list().clearSelected();

@@ -1,5 +1,4 @@
 #include <QCheckBox>
-#include <QLabel>
 #include <QListWidget>
 #include <filesystem>
 #include <fstream>
@@ -21,7 +20,6 @@ class PostingTest : public FormsTest {
     click(frmCharges(), "optAllDates");
   }
 
-  static Strings status() { return shownTexts(list(), 6); }
   static std::string stored() {
     return rows("SELECT Status, PrintLot FROM PatientCharges ORDER BY ChargeRealDate");
   }
@@ -49,7 +47,7 @@ TEST_F(PostingTest, PostsWhatIsReadyAndNothingElseAlsoUnderASortThatMovesTheRows
     click(dialog, "OKButton");
   });
   EXPECT_EQ(stored(), "1|200306151 1|77 1|200306151 3|null");
-  EXPECT_EQ(status(), (Strings{"", "Posted", "Posted", "Posted"}));
+  EXPECT_EQ(shownTexts(list(), 6), (Strings{"", "Posted", "Posted", "Posted"}));
   EXPECT_TRUE(viewed.empty());
   trigger(window(), "mnuActions(0)");
   EXPECT_EQ(takeMessages(), Strings{"No charges to post!"});
@@ -70,9 +68,9 @@ TEST_F(PostingTest, ALotThatIsNoneKeepsTheDialogAndCancelPostsNothing) {
     }
     // Beside the number stands what it comes to.
     type(lot, "12.4");
-    EXPECT_EQ(control<QLabel>(dialog, "LblStored").text(), "lot 12");
+    EXPECT_EQ(label(dialog, "LblStored"), "lot 12");
     type(lot, "-3");
-    EXPECT_EQ(control<QLabel>(dialog, "LblStored").text(), "no lot number, status only");
+    EXPECT_EQ(label(dialog, "LblStored"), "no lot number, status only");
     EXPECT_TRUE(dialog.isVisible());
     click(dialog, "CancelButton");
   });
@@ -87,7 +85,7 @@ TEST_F(PostingTest, AChargeThatFailsStaysReadyAndTheOthersArePosted) {
   postUnprinted();
   EXPECT_EQ(takeMessages(), Strings{withAdvice("Problems updating status: U:IMPACTENT")});
   EXPECT_EQ(stored(), "1|77 1|200306151 3|null");
-  EXPECT_EQ(status(), (Strings{"Ready", "Posted", "Posted", ""}));
+  EXPECT_EQ(shownTexts(list(), 6), (Strings{"Ready", "Posted", "Posted", ""}));
 }
 
 TEST_F(PostingTest, MoreThanTheCountHoldsIsToldAndNothingIsPosted) {

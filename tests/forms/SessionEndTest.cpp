@@ -27,7 +27,7 @@ TEST_F(MessageBoxTest, ALongMessageShowsItsEndsAndHasTheWholeBehindAButton) {
 class SessionEndTest : public FormsTest {
  protected:
   SessionEndTest() {
-    CurrentPatientId = 25000;
+    seedCharges();
     openMainWindow();
   }
   void expectEnded() {
@@ -38,19 +38,18 @@ class SessionEndTest : public FormsTest {
 };
 
 TEST_F(SessionEndTest, AnOpenDialogAndWhatItOpenedGoUnstoredAndTheSettingsAreStored) {
+  CurrentPatientId = 25000;
   script.in("frmEditCharge", [](QWidget& editor) { click(editor, "Command1"); });
   script.in("frmPickDiagnosis", [](QWidget& pick) {
     tick(listIn(pick), "d1");
     endSession();
   });
   click(window(), "Nuevo");
-  EXPECT_EQ(count("PatientCharges"), "1");
+  EXPECT_EQ(count("PatientCharges"), "4");
   expectEnded();
 }
 
 TEST_F(SessionEndTest, PostingRunsToItsEndAndItsReportIsNotAskedFor) {
-  run("INSERT INTO PatientCharges SELECT PatientId, ChargeDate, #08:30:01#, ChargeRealDate, "
-      "FacilityCode, EMCode, DoctorCode, ReferDoctorCode, 0, NULL FROM PatientCharges");
   click(frmCharges(), "optAllDates");
   services().patience = {};
   installProgressWindow();
@@ -61,7 +60,7 @@ TEST_F(SessionEndTest, PostingRunsToItsEndAndItsReportIsNotAskedFor) {
   };
   script.in("frmPostCharges", [](QWidget& dialog) { click(dialog, "OKButton"); });
   trigger(window(), "Post");
-  EXPECT_EQ(rows("SELECT Status FROM PatientCharges"), "1 1");
+  EXPECT_EQ(rows("SELECT Status FROM PatientCharges"), "1 1 1 3");
   expectEnded();
 }
 

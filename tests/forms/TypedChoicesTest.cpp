@@ -1,14 +1,8 @@
-#include <QLabel>
-
 #include "picks/PickDialogs.h"
 #include "tests/forms/FormsFixture.h"
 
 namespace bw {
 namespace {
-
-QString told(const QWidget& window, const char* name) {
-  return control<QLabel>(window, name).text();
-}
 
 // What is typed into the windows of an office with shared names and names of many words.
 class TypedChoicesTest : public FormsTest {
@@ -88,7 +82,7 @@ TEST_F(TypedChoicesTest, WhatTheGroupDoesNotHoldIsFoundInTheNextOnesAndEscGoesBa
     letters("fracture of h");
     press(Qt::Key_Insert);
     choose(dialog, "CBDiagnosisFamilies", "None yet");
-    EXPECT_EQ(told(dialog, "LblTicked"), "2 ticked: Asthma, Fracture of hand (S62)");
+    EXPECT_EQ(label(dialog, "LblTicked"), "2 ticked: Asthma, Fracture of hand (S62)");
     list.setFocus();
     letters("cou");
     press(Qt::Key_Return);
@@ -102,14 +96,14 @@ TEST_F(TypedChoicesTest, NoPatientIsTakenWhomTheTextDoesNotName) {
   EditChargeTypeCode = 2;
   PickedPatientId = 25001;
   script.in("frmPickPatient", [&](QWidget& dialog) {
-    EXPECT_EQ(told(dialog, "LblTaken"), "Ok takes: Jones, Bob, 12/31/1961, A2, 25001");
+    EXPECT_EQ(label(dialog, "LblTaken"), "Ok takes: Jones, Bob, 12/31/1961, A2, 25001");
     letters("o'hara, b");
-    EXPECT_EQ(told(dialog, "LblTaken"), "Nothing is selected");
+    EXPECT_EQ(label(dialog, "LblTaken"), "Nothing is selected");
     click(dialog, "btnOk");
     EXPECT_EQ(takeMessages(), Strings{"Select a Patiente first"});
     listIn(dialog).setFocus();
     letters("o'hara, m");
-    EXPECT_EQ(told(dialog, "LblTaken"), "Ok takes: O’Hara, Mary Ann");
+    EXPECT_EQ(label(dialog, "LblTaken"), "Ok takes: O’Hara, Mary Ann");
     press(Qt::Key_Return);
   });
   frmPickPatient().showModal();
