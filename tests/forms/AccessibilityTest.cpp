@@ -163,7 +163,6 @@ TEST_P(DialogAccessibilityTest, IsNamedReachedInOrderAndLeftWithoutAnAct) {
   script.in(row.name, [&](QWidget& dialog) {
     EXPECT_EQ(faultsOf(dialog), Strings{});
     EXPECT_NE(control<QPushButton>(dialog, row.ok).isDefault(), row.enterCancels);
-    EXPECT_TRUE(*row.cancel == '\0' || control<QPushButton>(dialog, row.cancel).isEnabled());
     takeStatements();
     QTest::keyClick(dialog.focusWidget(), row.enterCancels ? Qt::Key_Return : Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());

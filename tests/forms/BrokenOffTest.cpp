@@ -1,7 +1,6 @@
 #include <QRadioButton>
 #include <QTimer>
 #include <QTreeWidget>
-#include <cmath>
 
 #include "controls/EscapeKey.h"
 #include "tests/forms/FormsFixture.h"
@@ -47,7 +46,7 @@ class BrokenOffTest : public FormsTest {
     for (const auto* box : frmCharges().findChildren<QLineEdit*>())
       lines << box->objectName() + box->text() + (box->isEnabled() ? " enabled" : "");
     for (int column = 0; column < list().columns(); ++column)
-      lines << QString::number(std::lround(list().Width(column)));
+      lines << QString::number(list().Width(column));
     for (const std::string& doctor : shownTexts(list(), 3)) lines << toQt(doctor);
     return fromQt(lines.join('\n'));
   }

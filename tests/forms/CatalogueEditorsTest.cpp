@@ -77,17 +77,13 @@ TEST_F(EditorTest, WhatAnEditorCannotDoWithoutIsToldAndNoDialogShown) {
 
 TEST_F(EditorTest, AConceptKeepsItsChoicesByTheirNumbers) {
   openView(7);
-  const auto stored = [] {
-    return rows(
-        "SELECT FacilityTypeCode, ChargeTypeCode, AttentionTypeCode, ShowOnFirst, ShowOnNext, "
-        "IsDischarge FROM EvaluationManagement WHERE EMCode=2");
-  };
+  const auto stored = [] { return rows("SELECT * FROM EvaluationManagement WHERE EMCode=2"); };
   script.in("frmEditEMCode", [](QWidget& editor) {
     type(line(editor, "TxtDescription"), "Round");
     click(editor, "btnOk");
   });
   click(window(), "Nuevo");
-  EXPECT_EQ(stored(), "1|1|1|1|1|1");
+  EXPECT_EQ(stored(), "2|Round|1|1|1|||1|1|1");
   script.in("frmEditEMCode", [](QWidget& editor) {
     for (const auto& [box, index] : {std::pair{"CBFacilityTypes", 2},
                                      {"CBChargeTypes", 1},
@@ -97,7 +93,7 @@ TEST_F(EditorTest, AConceptKeepsItsChoicesByTheirNumbers) {
     click(editor, "btnOk");
   });
   open("Round");
-  EXPECT_EQ(stored(), "3|2|1|0|1|3");
+  EXPECT_EQ(stored(), "2|Round|3|2|1|||0|1|3");
 }
 
 TEST_F(EditorTest, AStoredNumberWithoutAnItemEndsTheProgram) {

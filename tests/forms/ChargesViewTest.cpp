@@ -85,7 +85,6 @@ TEST_F(ChargesViewTest, AColumnThatSaysTheSameIsHiddenAndItsWidthIsKept) {
   CurrentPatientId = 25001;
   click(frmCharges(), "optSelectedPatients");
   EXPECT_EQ(list().Width(column), 0);
-  EXPECT_EQ(list().count(), 3);
   auto& box = line(frmCharges(), "TxtPatient");
   EXPECT_EQ(box.text() + box.placeholderText(), "Jones, Bob") << "nobody chose him here";
   click(frmCharges(), "optAllPatients");
@@ -115,7 +114,6 @@ TEST_F(ChargesViewTest, TheHeadsMenuSortsHidesAndBringsBackByKeys) {
     QTest::keyClick(&list(), Qt::Key_F10, Qt::ShiftModifier);
     for (const Qt::Key key : keys) QTest::keyClick(QApplication::activePopupWidget(), key);
   };
-  list().setFocus();
   menu({Qt::Key_2});
   EXPECT_EQ(names().back(), "Smith, Ann");
   EXPECT_EQ(list().sorted(), list().columnOf("Names"));

