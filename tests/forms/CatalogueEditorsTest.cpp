@@ -25,6 +25,7 @@ TEST_F(EditorTest, WhatCannotBeStoredStaysAndASecondOkInsertsIt) {
       {"NewEMCode", "frmEditEMCode", "EvaluationManagement"}};
   for (const auto& [entry, name, table] : cases) {
     for (const char* failing : {"INSERT", "COMMIT"}) {
+      SCOPED_TRACE(concat(name, ", ", failing));
       const std::string before = count(table);
       script.in(name, [&](QWidget& editor) {
         onStatement = [&](std::string_view issued) {
@@ -34,12 +35,12 @@ TEST_F(EditorTest, WhatCannotBeStoredStaysAndASecondOkInsertsIt) {
         onStatement = nullptr;
         EXPECT_EQ(takeMessages(), Strings{failing});
         EXPECT_TRUE(editor.isVisible());
-        EXPECT_EQ(count(table), before) << table;
+        EXPECT_EQ(count(table), before);
         EXPECT_FALSE(inTransaction());
         click(editor, "btnOk");
       });
       trigger(window(), entry);
-      EXPECT_NE(count(table), before) << table << ": the second Ok inserts";
+      EXPECT_NE(count(table), before) << "the second Ok inserts";
       now.time.second += 1;
     }
   }

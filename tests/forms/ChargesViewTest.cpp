@@ -51,16 +51,17 @@ TEST_F(ChargesViewTest, NoDateLeavesTheListOnEveryRoad) {
   QTest::keyClick(&last, Qt::Key_Return);
   type(first, "31/6/03");
   takeStatements();
-  const std::pair<std::function<void()>, bool> roads[] = {
-      {[&] { QTest::keyClick(&window(), Qt::Key_F5); }, false},
-      {[] { frmShorcuts().FuerzaNodeClick(0, 4); }, false},
-      {[] { click(frmCharges(), "optSelectedLot"); }, false},
-      {[] { click(frmCharges(), "optAllLots"); }, false},
-      {[] { click(frmCharges(), "btnGo"); }, true},
-      {[] { click(frmCharges(), "btnGo2"); }, true},
-      {[] { frmCharges().call("Imprimir"); }, true},
-      {[] { frmCharges().call("Post"); }, true}};
-  for (const auto& [go, goesThere] : roads) {
+  const std::tuple<const char*, std::function<void()>, bool> roads[] = {
+      {"refresh", [&] { QTest::keyClick(&window(), Qt::Key_F5); }, false},
+      {"a filter", [] { frmShorcuts().FuerzaNodeClick(0, 4); }, false},
+      {"lot on", [] { click(frmCharges(), "optSelectedLot"); }, false},
+      {"lot off", [] { click(frmCharges(), "optAllLots"); }, false},
+      {"go", [] { click(frmCharges(), "btnGo"); }, true},
+      {"go of the lot", [] { click(frmCharges(), "btnGo2"); }, true},
+      {"printing", [] { frmCharges().call("Imprimir"); }, true},
+      {"posting", [] { frmCharges().call("Post"); }, true}};
+  for (const auto& [name, go, goesThere] : roads) {
+    SCOPED_TRACE(name);
     last.setFocus();
     go();
     EXPECT_EQ(first.hasFocus(), goesThere);

@@ -67,8 +67,7 @@ TEST_F(OtherDesksTest, ASignTellsThatAnotherDeskHasChangedWhatTheListShows) {
   theirs.Execute("UPDATE Doctors SET Description='Theirs' WHERE DoctorCode=1");
   EXPECT_TRUE(isOnShow());
   EXPECT_EQ(shownTexts(list()).front(), "Ames") << "no list changes by itself";
-  const auto& bar = control<QToolBar>(window(), "tbToolBar");
-  EXPECT_EQ(sign().geometry().right(), bar.rect().right());
+  EXPECT_EQ(sign().geometry().right(), control<QToolBar>(window(), "tbToolBar").rect().right());
   trigger(window(), "mnuViewRefresh");
   EXPECT_FALSE(isOnShow());
   EXPECT_EQ(shownTexts(list()).back(), "Theirs");
