@@ -57,7 +57,7 @@ class KillsTest : public CrashTest {
   // The nth thing that is done to an office.
   int doNth(int n) {
     std::mt19937 random(static_cast<unsigned>(n));
-    const auto routines = writingRoutines();
+    const auto& routines = writingRoutines();
     std::string message;
     return call(routines[random() % routines.size()], n, message);
   }

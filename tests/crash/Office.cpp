@@ -2,21 +2,12 @@
 
 #include "core/Principal.h"
 #include "data/BWSQLCharges.h"
-#include "data/BWSQLDiagnosis.h"
-#include "data/BWSQLDiagnosisFamilies.h"
-#include "data/BWSQLDoctors.h"
-#include "data/BWSQLEMCodes.h"
-#include "data/BWSQLFacilities.h"
-#include "data/BWSQLInsurances.h"
 #include "data/BWSQLPatients.h"
-#include "data/BWSQLProcedures.h"
-#include "data/BWSQLSickness.h"
-#include "data/BWSQLWards.h"
 #include "engine/RelaxedSync.h"
 #include "engine/SqliteEngine.h"
+#include "tests/data/Routines.h"
 #include "tests/tools/DatabaseContent.h"
 #include "text/RuntimeError.h"
-#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {
@@ -26,7 +17,7 @@ namespace fs = std::filesystem;
 
 using Code = std::int16_t;
 
-Code codeOf(int n) { return static_cast<Code>(2 + n % 20); }
+Code codeOf(int n) { return static_cast<Code>(3 + n % 20); }
 Code patientOf(int n) { return static_cast<Code>(25001 + n % 20); }
 std::string textOf(int n) { return concat("text ", n); }
 
@@ -50,36 +41,11 @@ Number& nowhere() {
 Code& newCode() { return nowhere<Code>(); }
 
 // clang-format off
-constexpr Routine kRoutines[] = {
-    {"InsuranceInsert", [](int n, auto& m) { return InsuranceInsert(newCode(), textOf(n), "IN", m); }},
-    {"InsuranceUpdate", [](int n, auto& m) { return InsuranceUpdate(1, textOf(n), "UP", m); }},
-    {"InsuranceDelete", [](int n, auto& m) { return InsuranceDelete(codeOf(n), m); }},
-    {"DiagnosisFamilyInsert", [](int n, auto& m) { return DiagnosisFamilyInsert(newCode(), textOf(n), m); }},
-    {"DiagnosisFamilyUpdate", [](int n, auto& m) { return DiagnosisFamilyUpdate(1, textOf(n), m); }},
-    {"DiagnosisFamilyDelete", [](int n, auto& m) { return DiagnosisFamilyDelete(codeOf(n), m); }},
-    {"DiagnosisInsert", [](int n, auto& m) { return DiagnosisInsert(newCode(), textOf(n), 1, "R", "B", m); }},
-    {"DiagnosisUpdate", [](int n, auto& m) { return DiagnosisUpdate(1, textOf(n), 1, "R", "B", m); }},
-    {"DiagnosisDelete", [](int n, auto& m) { return DiagnosisDelete(codeOf(n), m); }},
-    {"ProcedureInsert", [](int n, auto& m) { return ProcedureInsert(newCode(), textOf(n), "R", "B", m); }},
-    {"ProcedureUpdate", [](int n, auto& m) { return ProcedureUpdate(1, textOf(n), "R", "B", m); }},
-    {"ProcedureDelete", [](int n, auto& m) { return ProcedureDelete(codeOf(n), m); }},
-    {"SicknessInsert", [](int n, auto& m) { return SicknessInsert(newCode(), textOf(n), 1, m); }},
-    {"SicknessUpdate", [](int n, auto& m) { return SicknessUpdate(1, textOf(n), 0, m); }},
-    {"SicknessDelete", [](int n, auto& m) { return SicknessDelete(codeOf(n), m); }},
-    {"FacilityInsert", [](int n, auto& m) { return FacilityInsert(newCode(), textOf(n), 1, "I", "O", m); }},
-    {"FacilityUpdate", [](int n, auto& m) { return FacilityUpdate(1, textOf(n), 1, "I", "O", m); }},
-    {"FacilityDelete", [](int n, auto& m) { return FacilityDelete(codeOf(n), m); }},
-    {"WardInsert", [](int n, auto& m) { return WardInsert(newCode(), 1, textOf(n), m); }},
-    {"WardUpdate", [](int n, auto& m) { return WardUpdate(1, 1, textOf(n), m); }},
-    {"WardDelete", [](int n, auto& m) { return WardDelete(codeOf(n), m); }},
+const Routine kRoutines[] = {
     {"DoctorInsert", [](int n, auto& m) { return DoctorInsert(newCode(), textOf(n), "B", ";1;2;3;", m); }},
     {"DoctorUpdate", [](int n, auto& m) { return DoctorUpdate(1, textOf(n), "B", n % 2 == 0 ? ";2;3;" : ";4;", m); }},
-    {"DoctorDelete", [](int n, auto& m) { return DoctorDelete(static_cast<Code>(3 + n % 20), m); }},
     {"CoveringDoctorInsert", [](int n, auto& m) { return CoveringDoctorInsert(2, static_cast<Code>(3 + n % 20), m); }},
     {"CoveringDoctorDelete", [](int n, auto& m) { return CoveringDoctorDelete(2, static_cast<Code>(1 + n % 20), m); }},
-    {"EMCodeInsert", [](int n, auto& m) { return EMCodeInsert(nowhere<std::int32_t>(), textOf(n), 1, 1, 1, "B", "R", 0, 0, 1, m); }},
-    {"EMCodeUpdate", [](int n, auto& m) { return EMCodeUpdate(1, textOf(n), 1, 1, 1, "B", "R", 0, 0, 1, m); }},
-    {"EMCodeDelete", [](int n, auto& m) { return EMCodeDelete(codeOf(n), m); }},
     {"PatientInsert", [](int n, auto& m) { return PatientInsert(newCode(), textOf(n), kSeedDate, concat("A", n + 9), 1, m); }},
     {"PatientUpdate", [](int n, auto& m) { return PatientUpdate(25000, textOf(n), kSeedDate, "A1", 1, m); }},
     {"PatientDelete", [](int n, auto& m) { return PatientDelete(patientOf(n), m); }},
@@ -104,11 +70,12 @@ constexpr Routine kRoutines[] = {
 
 // Records that no other uses, besides those of seedOffice().
 constexpr const char* kUnused[] = {
-    "INSERT INTO Insurance VALUES (2, 'unused', '')",
-    "INSERT INTO DiagnosisFamily VALUES (2, 'unused')",
-    "INSERT INTO Facility VALUES (2, 'unused', 1, '', '')",
-    "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (2, 1, 'unused')",
-    "INSERT INTO EvaluationManagement VALUES (2, 'unused', 1, 1, 2, '', '', 1, 1, 2)",
+    "INSERT INTO Insurance VALUES (3, 'unused', '')",
+    "INSERT INTO DiagnosisFamily VALUES (3, 'unused')",
+    "INSERT INTO Sickness (SicknessCode, Description, SicknessTypeCode) VALUES (3, 'unused', 0)",
+    "INSERT INTO Facility VALUES (3, 'unused', 1, '', '')",
+    "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (3, 1, 'unused')",
+    "INSERT INTO EvaluationManagement VALUES (3, 'unused', 1, 1, 2, '', '', 1, 1, 2)",
     "INSERT INTO DoctorCoveringDoctors VALUES (2, 1)"};
 
 std::string& officeAtFirst() {
@@ -118,7 +85,21 @@ std::string& officeAtFirst() {
 
 }  // namespace
 
-std::span<const Routine> writingRoutines() { return kRoutines; }
+const std::vector<Routine>& writingRoutines() {
+  static const std::vector<Routine> routines = [] {
+    std::vector<Routine> all(std::begin(kRoutines), std::end(kRoutines));
+    for (const Catalogue& one : kCatalogues) {
+      const auto add = [&](const char* what, auto call) {
+        all.push_back({concat(one.table, what), call});
+      };
+      add(" insert", [&](int n, auto& m) { return one.insert(newCode(), textOf(n), m); });
+      add(" update", [&](int n, auto& m) { return one.update(1, textOf(n), m); });
+      add(" delete", [&](int n, auto& m) { return one.remove(codeOf(n), m); });
+    }
+    return all;
+  }();
+  return routines;
+}
 
 void CrashTest::SetUpTestSuite() {
   const TemporaryFolder folder;

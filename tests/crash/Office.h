@@ -1,8 +1,9 @@
 #pragma once
 
 #include <cstdlib>
-#include <span>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "tests/data/DataFixture.h"
 #include "tests/tools/TemporaryFolder.h"
@@ -12,10 +13,10 @@ namespace bw {
 // Every routine that writes, on an office as CrashTest makes it; 0 for stored. `n` varies what it
 // writes, and which of the records is touched that no other uses.
 struct Routine {
-  const char* name;
-  int (*call)(int n, std::string& message);
+  std::string name;
+  std::function<int(int n, std::string& message)> call;
 };
-std::span<const Routine> writingRoutines();
+const std::vector<Routine>& writingRoutines();
 
 // How often what is done by chance is done, and that all is tried of what is otherwise sampled.
 inline int askedFor(int usually) {

@@ -1,30 +1,26 @@
-#include "data/BWSQLDoctors.h"
-
-#include "tests/data/DataFixture.h"
+#include "tests/data/Routines.h"
 
 namespace bw {
 namespace {
 
-class DoctorsTest : public DataTest {
+class DoctorsTest : public RoutineTest {
  protected:
   void SetUp() override {
-    seedOffice();
+    RoutineTest::SetUp();
     run("INSERT INTO DoctorCoveringDoctors VALUES (1, 2), (1, 3), (4, 1)");
     takeStatements();
   }
 
-  int update(const std::string& coverage) {
-    return DoctorUpdate(1, "Ames, A.", "X", coverage, message);
+  std::string update(const std::string& coverage) {
+    return told(DoctorUpdate(1, "Ames, A.", "X", coverage, message));
   }
   static std::string coverage() {
     return rows("SELECT CoveringDoctorCode FROM DoctorCoveringDoctors WHERE DoctorCode=1");
   }
-
-  std::string message;
 };
 
 TEST_F(DoctorsTest, PairsAreDeletedInATransactionOfTheirOwnAndInsertedWithout) {
-  ASSERT_EQ(update(";3;4;"), 0);
+  ASSERT_EQ(update(";3;4;"), "0");
   EXPECT_EQ(
       takeStatements(),
       (Strings{"SELECT * FROM DoctorCoveringDoctors where DoctorCode= 1", "BEGIN", "SAVEPOINT s2",
@@ -36,18 +32,18 @@ TEST_F(DoctorsTest, PairsAreDeletedInATransactionOfTheirOwnAndInsertedWithout) {
                "COMMIT"}));
   EXPECT_EQ(coverage(), "3 4");
   takeStatements();
-  ASSERT_EQ(update(";4;3;"), 0);
+  ASSERT_EQ(update(";4;3;"), "0");
   EXPECT_EQ(takeStatements().size(), 4U) << "an unchanged list touches no pair";
-  ASSERT_EQ(update(";1;"), 0) << "a doctor may cover for himself";
-  ASSERT_EQ(update(";"), 0);
+  ASSERT_EQ(update(";1;"), "0") << "a doctor may cover for himself";
+  ASSERT_EQ(update(";"), "0");
   EXPECT_EQ(coverage(), "");
 }
 
 TEST_F(DoctorsTest, OuterRollbackUndoesTheInnerCommit) {
-  EXPECT_EQ(update(";3;99;"), 3) << "2 was deleted and committed by then";
-  EXPECT_EQ(message, kMissingParent);
+  EXPECT_EQ(update(";3;99;"), concat("3 ", kMissingParent))
+      << "2 was deleted and committed by then";
   EXPECT_EQ(coverage(), "2 3");
-  EXPECT_EQ(update(";3;4"), 0) << "what follows the last separator does not count";
+  EXPECT_EQ(update(";3;4"), "0") << "what follows the last separator does not count";
   EXPECT_EQ(DoctorUpdate(1, "O'Hara", "", ";4;", message), 1);
   EXPECT_EQ(coverage(), "3");
   EXPECT_EQ(rows("SELECT Description FROM Doctors WHERE DoctorCode=1"), "Ames, A.");
@@ -59,8 +55,7 @@ TEST_F(DoctorsTest, PairThatAnotherStationDeletedFailsTheUpdate) {
     onStatement = nullptr;
     run("DELETE FROM DoctorCoveringDoctors WHERE CoveringDoctorCode=3");
   };
-  EXPECT_EQ(update(";4;"), 3);
-  EXPECT_EQ(message, "U:IMPELIENT");
+  EXPECT_EQ(update(";4;"), "3 U:IMPELIENT");
   const Strings issued = takeStatements();
   EXPECT_EQ((Strings{issued.end() - 3, issued.end()}),
             (Strings{"ROLLBACK TO s2", "RELEASE s2", "ROLLBACK"}));
@@ -69,8 +64,8 @@ TEST_F(DoctorsTest, PairThatAnotherStationDeletedFailsTheUpdate) {
 
 TEST_F(DoctorsTest, NewDoctorIsStoredWithAllPairsOrNotAtAll) {
   std::int16_t code = 0;
-  EXPECT_EQ(DoctorInsert(code, "Egan", "E", ";1;99;2;", message), 2);
-  EXPECT_EQ(message, kMissingParent);
+  EXPECT_EQ(told(DoctorInsert(code, "Egan", "E", ";1;99;2;", message)),
+            concat("2 ", kMissingParent));
   EXPECT_EQ(code, 0);
   EXPECT_EQ(count("Doctors") + count("DoctorCoveringDoctors"), "43");
   ASSERT_EQ(DoctorInsert(code, "Egan", "E", ";2;1;", message), 0);

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <functional>
+#include <map>
 #include <random>
 
 #include "core/Principal.h"
@@ -20,29 +20,21 @@ class LookedUpChargesTest : public DataTest {
   // An office as it may have grown: rows that name what is gone, texts that stand twice, nothing
   // where something should be.
   void makeOffice() {
+    constexpr std::pair<const char*, int> kRows[] = {
+        {"Insurance VALUES (%c, %t, %t)", 6},
+        {"Facility VALUES (%c, %t, 1, %t, %t)", 6},
+        {"Doctors VALUES (%c, %t, %t)", 6},
+        {"EvaluationManagement VALUES (%e, %t, 1, %a, 1, %t, %t, 0, 0, 0)", 6},
+        {"Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode) VALUES "
+         "(%p, %t, %b, %t, %c)",
+         20},
+        {"PatientCharges VALUES (%p, %d, #10:0%m:00#, %d, %c, %e, %c, %c, %n, %l)", 120}};
     run(relationsOff());
     for (const char* table :
          {"PatientCharges", "Patient", "Insurance", "EvaluationManagement", "Facility", "Doctors"})
       run(concat("DELETE FROM ", table));
-    for (int i = 0; i < 6; ++i) {
-      tryRun(concat("INSERT INTO Insurance VALUES (", code(), ", ", text(), ", ", text(), ")"));
-      tryRun(concat("INSERT INTO Facility VALUES (", code(), ", ", text(), ", 1, ", text(), ", ",
-                    text(), ")"));
-      tryRun(concat("INSERT INTO Doctors VALUES (", code(), ", ", text(), ", ", text(), ")"));
-      tryRun(concat("INSERT INTO EvaluationManagement VALUES (", emCode(), ", ", text(), ", 1, ",
-                    1 + upTo(2), ", 1, ", text(), ", ", text(), ", 0, 0, 0)"));
-    }
-    for (int i = 0; i < 20; ++i)
-      tryRun(
-          concat("INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, "
-                 "InsuranceCode) VALUES (",
-                 patient(), ", ", text(), ", ",
-                 upTo(4) == 0 ? std::string("NULL") : concat("#19", 50 + upTo(40), "/02/03#"), ", ",
-                 text(), ", ", code(), ")"));
-    for (int i = 0; i < 120; ++i)
-      tryRun(concat("INSERT INTO PatientCharges VALUES (", patient(), ", ", date(), ", #10:0",
-                    upTo(9), ":00#, ", date(), ", ", code(), ", ", emCode(), ", ", code(), ", ",
-                    code(), ", ", upTo(4), ", ", upTo(3) == 0 ? "NULL" : concat(upTo(4)), ")"));
+    for (const auto& [row, count] : kRows)
+      for (int i = 0; i < count; ++i) tryRun(drawn(concat("INSERT INTO ", row)));
   }
   // A key that was drawn before.
   static void tryRun(const std::string& statement) {
@@ -54,33 +46,27 @@ class LookedUpChargesTest : public DataTest {
   }
 
   std::uint32_t upTo(std::uint32_t count) { return static_cast<std::uint32_t>(random_()) % count; }
-  std::string code() { return concat(1 + upTo(7)); }
-  std::string patient() { return concat(25000 + upTo(12)); }
-  std::string emCode() { return upTo(4) == 0 ? "2000000000" : concat(1 + upTo(5)); }
-  std::string date() { return concat("#01/0", 1 + upTo(8), "/2003#"); }
-  std::string word() {
-    static constexpr std::array<const char*, 6> kWords{"Ames", "ames", "Bell, Ann",
-                                                       "",     "Éva",  "99213"};
-    return kWords[upTo(kWords.size())];
+  template <std::size_t count>
+  std::string oneOf(const char* const (&all)[count]) {
+    return all[upTo(count)];
   }
-  std::string text() { return concat("'", word(), "'"); }
+  std::string word() { return oneOf({"Ames", "ames", "Bell, Ann", "", "Éva", "99213"}); }
+  // With a value drawn in place of each letter behind %.
+  std::string drawn(std::string_view pattern) {
+    std::string text;
+    for (std::size_t at = 0; at < pattern.size(); ++at)
+      text += pattern[at] == '%' ? draw_.at(pattern[++at])() : std::string(1, pattern[at]);
+    return text;
+  }
 
   std::string statement() {
-    static constexpr std::array<const char*, 6> kSigns{"=", "<>", "<", "<=", ">", ">="};
     std::string conditions;
-    const auto sign = [&] { return std::string(" ") + kSigns[upTo(kSigns.size())] + " "; };
-    for (std::uint32_t i = upTo(4); i > 0; --i) {
-      const std::array<std::string, 9> clauses{"[status]" + sign() + concat(upTo(4)),
-                                               "ChargeRealDate" + sign() + date(),
-                                               "PatientId=" + patient(),
-                                               "insurancecode= " + code(),
-                                               "DoctorCode" + sign() + code(),
-                                               "PrintLot = " + concat(upTo(4)),
-                                               "ChargeTime" + sign() + "#10:05:00#",
-                                               "Insurance = " + text(),
-                                               "StatusDescription = 'Ready'"};
-      conditions += (conditions.empty() ? " Where " : " and ") + clauses[upTo(clauses.size())];
-    }
+    for (std::uint32_t i = upTo(4); i > 0; --i)
+      conditions += (conditions.empty() ? " Where " : " and ") +
+                    drawn(oneOf({"[status] %s %n", "ChargeRealDate %s %d", "PatientId=%p",
+                                 "insurancecode= %c", "DoctorCode %s %c", "PrintLot = %n",
+                                 "ChargeTime %s #10:05:00#", "Insurance = %t",
+                                 "StatusDescription = 'Ready'"}));
     return "SELECT * FROM ChargesDescriptive" + conditions;
   }
 
@@ -97,10 +83,65 @@ class LookedUpChargesTest : public DataTest {
     return all;
   }
 
-  std::mt19937 random_{20030615};
-};
+  // Names, and types once there are values.
+  static Strings fieldsOf(RecordSet& set) {
+    Strings fields;
+    for (const Column& column : set.rows()->columns) {
+      fields.push_back(fold(column.name()));
+      if (set.RecordCount() > 0) fields.push_back(concat(static_cast<int>(column.type())));
+    }
+    return fields;
+  }
 
-using Change = std::function<void(RecordSet&)>;
+  using Change = std::function<void(RecordSet&)>;
+  // Writes fields of the row at that position, or of a new one for 0.
+  static Change written(std::int64_t at, const std::vector<std::pair<std::string, Value>>& fields) {
+    return [at, fields](RecordSet& set) {
+      at == 0 ? set.AddNew() : set.setAbsolutePosition(at);
+      for (const auto& [field, value] : fields) set.set(field, value);
+      set.Update();
+    };
+  }
+  Change anyChange(RecordSet& theirs) {
+    const std::string field = theirs.fieldName(upTo(27));
+    const std::string other = theirs.fieldName(upTo(27));
+    const auto at =
+        1 + static_cast<std::int64_t>(upTo(static_cast<std::uint32_t>(theirs.RecordCount())));
+    const bool isText = theirs.rows()->columns[theirs.rows()->indexOf(field)].isText();
+    const std::string name = word();
+    const Change changes[] = {
+        [=](RecordSet& set) { set.setSort(field + " DESC, " + other); },
+        [=](RecordSet& set) { set.setFilter(isText ? field + " > 'b'" : ""); },
+        [=](RecordSet& set) { set.setFilter("DoctorCode > 2 and Doctor <> 'AMES'"); },
+        [=](RecordSet& set) { set.setFilter(""); },
+        [=](RecordSet& set) { set.Find("Names = '" + name + "'"); },
+        [=](RecordSet& set) {
+          set.setAbsolutePosition(at);
+          set.Delete();
+        },
+        written(at, {{field, isText ? Value(name) : Value()}}),
+        written(at, {{"DoctorCode", at % 8}, {"PatientId", 25000 + at % 3}}),  // the key alone
+        written(0, {{"FacilityCode", at % 8}, {"Doctor", name}})};
+    return changes[upTo(static_cast<std::uint32_t>(std::size(changes)))];
+  }
+
+  std::mt19937 random_{20030615};
+  const std::map<char, std::function<std::string()>> draw_{
+      {'a', [this] { return concat(1 + upTo(2)); }},
+      {'b', [this] { return upTo(4) == 0 ? "NULL" : concat("#19", 50 + upTo(40), "/02/03#"); }},
+      {'c', [this] { return concat(1 + upTo(7)); }},
+      {'d', [this] { return concat("#01/0", 1 + upTo(8), "/2003#"); }},
+      {'e', [this] { return upTo(4) == 0 ? "2000000000" : concat(1 + upTo(5)); }},
+      {'l', [this] { return upTo(3) == 0 ? "NULL" : concat(upTo(4)); }},
+      {'m', [this] { return concat(upTo(9)); }},
+      {'n', [this] { return concat(upTo(4)); }},
+      {'p', [this] { return concat(25000 + upTo(12)); }},
+      {'s',
+       [this] {
+         return oneOf({"=", "<>", "<", "<=", ">", ">="});
+       }},
+      {'t', [this] { return concat("'", word(), "'"); }}};
+};
 
 TEST_F(LookedUpChargesTest, DifferInNothingFromTheEnginesOwn) {
   for (int office = 0; office < 12; ++office) {
@@ -113,54 +154,13 @@ TEST_F(LookedUpChargesTest, DifferInNothingFromTheEnginesOwn) {
       DatabaseConnection.lookedUpQueries = {};
       const RecordSetRef theirs =
           DatabaseConnection.Read(read + " ORDER BY PatientId, ChargeDate, ChargeTime");
-      ASSERT_EQ(ours->fieldCount(), theirs->fieldCount());
-      for (std::size_t i = 0; i < ours->fieldCount(); ++i) {
-        ASSERT_TRUE(sameName(ours->fieldName(i), theirs->fieldName(i)));
-        if (ours->RecordCount() > 0) {
-          ASSERT_EQ(ours->rows()->columns[i].type(), theirs->rows()->columns[i].type())
-              << ours->fieldName(i);
-        }
-      }
+      ASSERT_EQ(fieldsOf(*ours), fieldsOf(*theirs));
       ASSERT_EQ(valuesOf(*ours), valuesOf(*theirs));
       for (int step = 0; step < 25 && theirs->RecordCount() > 0; ++step) {
-        const std::string field = ours->fieldName(upTo(27));
-        const std::string other = ours->fieldName(upTo(27));
-        const std::int32_t at =
-            1 + static_cast<std::int32_t>(upTo(static_cast<std::uint32_t>(theirs->RecordCount())));
-        const bool isText = theirs->rows()->columns[theirs->rows()->indexOf(field)].isText();
-        const std::string name = word();
-        const Change changes[] = {
-            [&](RecordSet& set) { set.setSort(field + " DESC, " + other); },
-            [&](RecordSet& set) { set.setFilter(isText ? field + " > 'b'" : ""); },
-            [&](RecordSet& set) { set.setFilter("DoctorCode > 2 and Doctor <> 'AMES'"); },
-            [&](RecordSet& set) { set.setFilter(""); },
-            [&](RecordSet& set) { set.Find("Names = '" + name + "'"); },
-            [&](RecordSet& set) {
-              set.setAbsolutePosition(at);
-              set.set(field, isText ? Value(name) : Value());
-              set.Update();
-            },
-            [&](RecordSet& set) {  // the key alone
-              set.setAbsolutePosition(at);
-              set.set("DoctorCode", at % 8);
-              set.set("PatientId", 25000 + at % 3);
-              set.Update();
-            },
-            [&](RecordSet& set) {
-              set.AddNew();
-              set.set("FacilityCode", at % 8);
-              set.set("Doctor", name);
-              set.Update();
-            },
-            [&](RecordSet& set) {
-              set.setAbsolutePosition(at);
-              set.Delete();
-            },
-        };
-        const Change& change = changes[upTo(static_cast<std::uint32_t>(std::size(changes)))];
+        const Change change = anyChange(*theirs);
         change(*ours);
         change(*theirs);
-        ASSERT_EQ(valuesOf(*ours), valuesOf(*theirs)) << step << ' ' << field << ' ' << other;
+        ASSERT_EQ(valuesOf(*ours), valuesOf(*theirs)) << step;
       }
     }
   }

@@ -5,19 +5,9 @@
 #include <random>
 
 #include "core/Principal.h"
-#include "data/BWSQLDiagnosis.h"
-#include "data/BWSQLDiagnosisFamilies.h"
-#include "data/BWSQLDoctors.h"
-#include "data/BWSQLEMCodes.h"
-#include "data/BWSQLFacilities.h"
-#include "data/BWSQLInsurances.h"
 #include "data/BWSQLPatients.h"
-#include "data/BWSQLProcedures.h"
-#include "data/BWSQLSickness.h"
-#include "data/BWSQLWards.h"
 #include "data/Tables.h"
-#include "tests/data/DataFixture.h"
-#include "text/Text.h"
+#include "tests/data/Routines.h"
 
 namespace bw {
 namespace {
@@ -25,140 +15,44 @@ namespace {
 // A routine that writes texts: of record 1, or of a new one, whose number it returns in `code`.
 struct Routine {
   const char* table;
-  int (*write)(std::int16_t& code, const std::string& text, std::string& message);
+  std::function<int(std::int16_t& code, const std::string& text, std::string& message)> write;
 };
 
-// clang-format off
-const Routine kRoutines[] = {
-    {"Insurance", [](auto& code, auto& t, auto& m) { return InsuranceInsert(code, t, t, m); }},
-    {"Insurance", [](auto&, auto& t, auto& m) { return InsuranceUpdate(1, t, t, m); }},
-    {"DiagnosisFamily", [](auto& code, auto& t, auto& m) { return DiagnosisFamilyInsert(code, t, m); }},
-    {"DiagnosisFamily", [](auto&, auto& t, auto& m) { return DiagnosisFamilyUpdate(1, t, m); }},
-    {"Diagnosis", [](auto& code, auto& t, auto& m) { return DiagnosisInsert(code, t, 1, t, t, m); }},
-    {"Diagnosis", [](auto&, auto& t, auto& m) { return DiagnosisUpdate(1, t, 1, t, t, m); }},
-    {"Procedures", [](auto& code, auto& t, auto& m) { return ProcedureInsert(code, t, t, t, m); }},
-    {"Procedures", [](auto&, auto& t, auto& m) { return ProcedureUpdate(1, t, t, t, m); }},
-    {"Sickness", [](auto& code, auto& t, auto& m) { return SicknessInsert(code, t, 1, m); }},
-    {"Sickness", [](auto&, auto& t, auto& m) { return SicknessUpdate(1, t, 1, m); }},
-    {"Facility", [](auto& code, auto& t, auto& m) { return FacilityInsert(code, t, 1, t, t, m); }},
-    {"Facility", [](auto&, auto& t, auto& m) { return FacilityUpdate(1, t, 1, t, t, m); }},
-    {"FacilityWards", [](auto& code, auto& t, auto& m) { return WardInsert(code, 1, t, m); }},
-    {"FacilityWards", [](auto&, auto& t, auto& m) { return WardUpdate(1, 1, t, m); }},
-    {"Doctors", [](auto& code, auto& t, auto& m) { return DoctorInsert(code, t, t, ";", m); }},
-    {"Doctors", [](auto&, auto& t, auto& m) { return DoctorUpdate(1, t, t, ";", m); }},
-    {"EvaluationManagement", [](auto& code, auto& t, auto& m) {
-       std::int32_t wide = 0;
-       const int result = EMCodeInsert(wide, t, 1, 1, 1, t, t, 0, 0, 0, m);
-       code = static_cast<std::int16_t>(wide);
-       return result; }},
-    {"EvaluationManagement", [](auto&, auto& t, auto& m) { return EMCodeUpdate(1, t, 1, 1, 1, t, t, 0, 0, 0, m); }},
-    {"Patient", [](auto& code, auto& t, auto& m) { return PatientInsert(code, t, kSeedDate, t, 1, m); }},
-    {"Patient", [](auto& code, auto& t, auto& m) { code = 25000; return PatientUpdate(25000, t, kSeedDate, t, 1, m); }},
-};
-// clang-format on
+std::vector<Routine> routines() {
+  std::vector<Routine> all{
+      {"Patient",
+       [](auto& code, auto& t, auto& m) { return PatientInsert(code, t, kSeedDate, t, 1, m); }},
+      {"Patient", [](auto& code, auto& t, auto& m) {
+         return PatientUpdate(code = 25000, t, kSeedDate, t, 1, m);
+       }}};
+  for (const Catalogue& one : kCatalogues) {
+    all.push_back({one.table, one.insert});
+    all.push_back({one.table, one.update});
+  }
+  return all;
+}
 
 // What people type, what closes a text, and what could stand behind it.
-const char* const kPieces[] = {"'",
-                               "''",
-                               "'",
-                               "\"",
-                               "`",
-                               "[",
-                               "]",
-                               "#",
-                               "#01/02/2003#",
-                               "--",
-                               "/*",
-                               "*/",
-                               ";",
-                               "(",
-                               ")",
-                               ",",
-                               " ",
-                               " ",
-                               "=",
-                               "||",
-                               "+",
-                               "?",
-                               ":a",
-                               "@b",
-                               "$c",
-                               "$$",
-                               "%",
-                               "_",
-                               "\\",
-                               "’",
-                               "ß",
-                               "Ω",
-                               "中",
-                               "é",
-                               "\n",
-                               "\t",
-                               "0",
-                               "1",
-                               "2",
-                               "25",
-                               "x",
-                               "Ann",
-                               "St. Mary",
-                               "E",
-                               "X",
-                               "N",
-                               "null",
-                               "NULL",
-                               "Description",
-                               "Description=",
-                               "DescriptionCode",
-                               "Names=",
-                               "InsuranceCode",
-                               "PatientId=",
-                               "DoctorCode=",
-                               "BillingDoctorCode=",
-                               " WHERE ",
-                               " OR ",
-                               " AND ",
-                               " NOT ",
-                               "1=1",
-                               " VALUES ",
-                               "'), (99, '",
-                               "', '",
-                               "') ON CONFLICT DO NOTHING",
-                               " ON CONFLICT",
-                               " RETURNING ",
-                               " SELECT ",
-                               "(SELECT Names FROM Patient)",
-                               " FROM ",
-                               " UNION ",
-                               " JOIN ",
-                               " IN ",
-                               " EXISTS ",
-                               " CASE ",
-                               " WHEN ",
-                               " THEN ",
-                               " ELSE ",
-                               " END",
-                               " COLLATE ",
-                               "lower(",
-                               "abs(",
-                               "random()",
-                               "CAST(",
-                               " AS ",
-                               "PRAGMA ",
-                               "ATTACH ",
-                               "DROP TABLE Patient",
-                               "rowid",
-                               "' || '",
-                               "'||Description||'",
-                               "', Description='",
-                               "' WHERE '1'='1",
-                               "', BillingInsuranceCode='"};
+// clang-format off
+const char* const kPieces[] = {
+    "'", "''", "'", "\"", "`", "[", "]", "#", "#01/02/2003#", "--", "/*", "*/", ";", "(", ")", ",",
+    " ", " ", "=", "||", "+", "?", ":a", "@b", "$c", "$$", "%", "_", "\\", "’", "ß", "Ω", "中", "é",
+    "\n", "\t", "0", "1", "2", "25", "x", "Ann", "St. Mary", "E", "X", "N", "null", "NULL",
+    "Description", "Description=", "DescriptionCode", "Names=", "InsuranceCode", "PatientId=",
+    "DoctorCode=", "BillingDoctorCode=", " WHERE ", " OR ", " AND ", " NOT ", "1=1", " VALUES ",
+    "'), (99, '", "', '", "') ON CONFLICT DO NOTHING", " ON CONFLICT", " RETURNING ", " SELECT ",
+    "(SELECT Names FROM Patient)", " FROM ", " UNION ", " JOIN ", " IN ", " EXISTS ", " CASE ",
+    " WHEN ", " THEN ", " ELSE ", " END", " COLLATE ", "lower(", "abs(", "random()", "CAST(", " AS ",
+    "PRAGMA ", "ATTACH ", "DROP TABLE Patient", "rowid", "' || '", "'||Description||'",
+    "', Description='", "' WHERE '1'='1", "', BillingInsuranceCode='"};
+// clang-format on
 
 using Rows = std::vector<std::string>;
 
-class TypedTextsTest : public DataTest {
+class TypedTextsTest : public RoutineTest {
  protected:
   void SetUp() override {
-    seedOffice();
+    RoutineTest::SetUp();
     run("INSERT INTO Patient (PatientId, [Names], InsuranceCode) VALUES (25100, 'Other', 1)");
     before_ = contents();
   }
@@ -199,7 +93,6 @@ class TypedTextsTest : public DataTest {
   // say in its own row alone.
   std::string harmOf(const Routine& routine, const std::string& text) {
     std::int16_t code = 1;
-    std::string message;
     const int result = routine.write(code, text, message);
     takeMessages();
     const auto after = contents();
@@ -229,10 +122,11 @@ class TypedTextsTest : public DataTest {
 TEST_F(TypedTextsTest, NoTextReachesAnotherRow) {
   const char* asked = std::getenv("BW_TYPED_TEXTS");
   const int texts = asked != nullptr ? std::atoi(asked) : 300;
+  const std::vector<Routine> all = routines();
   int stored = 0;
   for (int i = 0; i < texts; ++i) {
     const std::string text = typed();
-    for (const Routine& routine : kRoutines) {
+    for (const Routine& routine : all) {
       DatabaseConnection.BeginTrans();
       ASSERT_EQ(harmOf(routine, text), "") << routine.table << ": " << text;
       stored += contents() != before_;

@@ -18,41 +18,30 @@ constexpr std::size_t kRows = 2 * kBlock + 1000;
 struct Kind {
   const char* name;
   FieldType type;
-  Value (*of)(std::uint32_t random);
-  Value further;  // lies outside the range of all others
+  Value (*of)(std::int64_t random);  // of 32 bits
+  Value further;                     // lies outside the range of all others
 };
 void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
 
+DateTime momentOf(std::int64_t day, std::int64_t second) {
+  return {Date{static_cast<std::int32_t>(day)}, TimeOfDay{static_cast<std::int32_t>(second)}};
+}
+
+constexpr std::int64_t kEnds[] = {-2147483648, 2147483647, 0, -1};
+
+// clang-format off
 const Kind kKinds[] = {
-    {"OneByte", FieldType::smallint,
-     [](std::uint32_t random) { return Value(std::int64_t{random % 254}); }, std::int64_t{-1}},
-    {"TwoBytes", FieldType::smallint,
-     [](std::uint32_t random) { return Value(std::int64_t{random % 65535} - 32768); },
-     std::int64_t{32767}},
-    {"Negative", FieldType::integer,
-     [](std::uint32_t random) { return Value(-std::int64_t{random % 100} - 2147483548); },
-     std::int64_t{2147483647}},
+    {"OneByte", FieldType::smallint, [](std::int64_t random) { return Value(random % 254); }, std::int64_t{-1}},
+    {"TwoBytes", FieldType::smallint, [](std::int64_t random) { return Value(random % 65535 - 32768); }, std::int64_t{32767}},
+    {"Negative", FieldType::integer, [](std::int64_t random) { return Value(-random % 100 - 2147483548); }, std::int64_t{2147483647}},
     {"All32Bits", FieldType::integer,
-     [](std::uint32_t random) {
-       constexpr std::int64_t ends[] = {-2147483648, 2147483647, 0, -1};
-       return Value(random % 8 < 4 ? ends[random % 4] : std::int64_t{random} - 2147483648);
-     },
-     std::int64_t{2147483646}},
-    {"Dates", FieldType::date,
-     [](std::uint32_t random) {
-       return Value(Date{static_cast<std::int32_t>(random % 80000) - 20000});
-     },
-     *makeDate(9999, 12, 31)},
-    {"Moments", FieldType::dateTime,
-     [](std::uint32_t random) {
-       return Value(DateTime{Date{static_cast<std::int32_t>(random % 3) - 1},
-                             TimeOfDay{static_cast<std::int32_t>(random % 86400)}});
-     },
+     [](std::int64_t random) { return Value(random % 8 < 4 ? kEnds[random % 4] : random - 2147483648); }, std::int64_t{2147483646}},
+    {"Dates", FieldType::date, [](std::int64_t random) { return Value(momentOf(random % 80000 - 20000, 0).date); }, *makeDate(9999, 12, 31)},
+    {"Moments", FieldType::dateTime, [](std::int64_t random) { return Value(momentOf(random % 3 - 1, random % 86400)); },
      DateTime{*makeDate(100, 1, 1), TimeOfDay{86399}}},
-    {"Texts", FieldType::text,
-     [](std::uint32_t random) { return Value("text " + std::to_string(random % 300)); },
-     std::string("a new one")},
+    {"Texts", FieldType::text, [](std::int64_t random) { return Value("text " + std::to_string(random % 300)); }, "a new one"},
 };
+// clang-format on
 
 class ColumnTest : public ::testing::TestWithParam<Kind> {
  protected:
@@ -60,20 +49,15 @@ class ColumnTest : public ::testing::TestWithParam<Kind> {
     std::mt19937 random(20030615);
     for (std::size_t i = 0; i < kRows; ++i) {
       const Value value =
-          random() % 10 == 0 ? Value() : GetParam().of(static_cast<std::uint32_t>(random()));
+          random() % 10 == 0 ? Value() : GetParam().of(static_cast<std::int64_t>(random()));
       values.push_back(value);
       appendTo(column, value);
     }
     column.finish();
   }
 
-  void set(std::size_t index, const Value& value) {
-    column.set(index, value);
-    values[index] = value;
-  }
-
   void expectAll() {
-    ASSERT_EQ(column.size(), values.size());
+    ASSERT_EQ(column.size(), kRows);
     for (std::size_t i = 0; i < values.size(); ++i)
       ASSERT_EQ(column.value(i), values[i]) << "row " << i;
   }
@@ -82,22 +66,17 @@ class ColumnTest : public ::testing::TestWithParam<Kind> {
   std::vector<Value> values;
 };
 
-TEST_P(ColumnTest, PackedRowsComeBackAsTheyWentIn) {
+TEST_P(ColumnTest, RowsComeBackAndAWriteIntoAPackedBlockChangesThatRowAlone) {
   expectAll();
-  EXPECT_EQ(column.size(), kRows);
-}
-
-TEST_P(ColumnTest, WriteIntoAPackedBlockChangesThatRowAlone) {
   for (const std::size_t index :
-       {std::size_t{0}, kBlock - 1, kBlock, 2 * kBlock - 1, 2 * kBlock, kRows - 1}) {
-    SCOPED_TRACE(index);
-    set(index, GetParam().of(4711));  // what the block can hold as it is
-    expectAll();
-    set(index, Value());
-    expectAll();
-    set(index, GetParam().further);  // what makes the block wider
-    expectAll();
-  }
+       {std::size_t{0}, kBlock - 1, kBlock, 2 * kBlock - 1, 2 * kBlock, kRows - 1})
+    // What the block can hold as it is, and what makes it wider.
+    for (const Value& value : {GetParam().of(4711), Value(), GetParam().further}) {
+      SCOPED_TRACE(index);
+      column.set(index, value);
+      values[index] = value;
+      expectAll();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ColumnTest, ::testing::ValuesIn(kKinds),
@@ -106,21 +85,12 @@ INSTANTIATE_TEST_SUITE_P(Kinds, ColumnTest, ::testing::ValuesIn(kKinds),
 TEST(ColumnTypesTest, WidthsAreChosenByTheRangeOfABlock) {
   constexpr std::int64_t kLowest = std::numeric_limits<std::int64_t>::min() + 1;
   const auto power = [](unsigned of) { return static_cast<std::int64_t>(std::uint64_t{1} << of); };
-  const struct {
-    std::int64_t highest;  // from the lowest on
-    std::size_t bits;
-  } cases[] = {{0, 1},
-               {1, 2},
-               {2, 2},
-               {3, 3},
-               {254, 8},
-               {255, 9},
-               {65534, 16},
-               {power(32) - 2, 32},
-               {power(33), 34},
-               {power(57) - 2, 57},
-               {power(57) - 1, 64},
-               {power(62), 64}};
+  // The highest from the lowest on, and the bits of a value.
+  // clang-format off
+  const std::pair<std::int64_t, std::size_t> cases[] = {
+      {0, 1}, {1, 2}, {2, 2}, {3, 3}, {254, 8}, {255, 9}, {65534, 16}, {power(32) - 2, 32},
+      {power(33), 34}, {power(57) - 2, 57}, {power(57) - 1, 64}, {power(62), 64}};
+  // clang-format on
   for (const auto& [highest, bits] : cases) {
     SCOPED_TRACE(highest);
     Column column("c", FieldType::integer);

@@ -32,26 +32,23 @@ TEST(Format, TakesAnyMomentAndNullButNothingElse) {
 }
 
 TEST(DefaultTextOfMoment, LeavesOutWhatIsZero) {
-  EXPECT_EQ(defaultText(kDay), "6/5/2003");
-  EXPECT_EQ(defaultText(*makeDate(203, 6, 5)), "6/5/0203");  // or it could not be read back
-  EXPECT_EQ(defaultText(DateTime{kDay, {}}), "6/5/2003");
-  EXPECT_EQ(defaultText(DateTime{kDay, kTime}), "6/5/2003 2:07:09 PM");
-  EXPECT_EQ(defaultText(DateTime{{}, kTime}), "2:07:09 PM");
-  EXPECT_EQ(defaultText(DateTime{}), "12:00:00 AM");
-  EXPECT_EQ(defaultText(*makeTime(12, 0, 0)), "12:00:00 PM");
-  EXPECT_EQ(defaultText(*makeTime(0, 5, 0)), "12:05:00 AM");
+  // clang-format off
+  const std::vector<std::pair<DateTime, const char*>> cases{
+      {{kDay, {}}, "6/5/2003"}, {{*makeDate(203, 6, 5), {}}, "6/5/0203"},  // or it could not be read back
+      {{kDay, kTime}, "6/5/2003 2:07:09 PM"}, {{{}, kTime}, "2:07:09 PM"}, {{}, "12:00:00 AM"},
+      {{{}, *makeTime(12, 0, 0)}, "12:00:00 PM"}, {{{}, *makeTime(0, 5, 0)}, "12:05:00 AM"}};
+  // clang-format on
+  for (const auto& [moment, text] : cases) EXPECT_EQ(defaultText(moment), text);
 }
 
 TEST(FixedWidth, CutsAndFillsByCharacters) {
-  EXPECT_EQ(zeroFilled(12, 10), "0000000012");
-  EXPECT_EQ(zeroFilled(-12, 4), "-0012");
-  EXPECT_EQ(zeroFilled(12345, 2), "12345");
-  EXPECT_EQ(fixedCode(12, 5), "00012");
-  EXPECT_EQ(fixedCode(100001, 5), "00001");
-  EXPECT_EQ(fixedText("abc", 5), "abc  ");
-  EXPECT_EQ(fixedText("abcdef", 5), "abcde");
-  EXPECT_EQ(fixedText("Muñoz é", 6), "Muñoz ");
-  EXPECT_EQ(fixedText("ñ", 3), "ñ  ");
+  // clang-format off
+  const std::vector<std::pair<std::string, const char*>> cases{
+      {zeroFilled(12, 10), "0000000012"}, {zeroFilled(-12, 4), "-0012"}, {zeroFilled(12345, 2), "12345"},
+      {fixedCode(12, 5), "00012"}, {fixedCode(100001, 5), "00001"}, {fixedText("abc", 5), "abc  "},
+      {fixedText("abcdef", 5), "abcde"}, {fixedText("Muñoz é", 6), "Muñoz "}, {fixedText("ñ", 3), "ñ  "}};
+  // clang-format on
+  for (const auto& [text, expected] : cases) EXPECT_EQ(text, expected);
   EXPECT_EQ(raisedBy([] { return fixedCode(1, -1); }), ErrorNumber::invalidCall);
 }
 
