@@ -8,6 +8,7 @@
 #include "data/SavedQueries.h"
 #include "tests/data/DataFixture.h"
 #include "tests/server/TestDatabase.h"
+#include "tests/text/Raised.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -38,11 +39,8 @@ class LookedUpChargesTest : public DataTest {
   }
   // A key that was drawn before.
   static void tryRun(const std::string& statement) {
-    try {
-      run(statement);
-    } catch (const RuntimeError& error) {
-      ASSERT_EQ(error.text(), kDuplicateKey) << statement;
-    }
+    const std::string refusal = refusalOf([&] { run(statement); });
+    ASSERT_TRUE(refusal.empty() || refusal == kDuplicateKey) << statement << ": " << refusal;
   }
 
   std::uint32_t upTo(std::uint32_t count) { return static_cast<std::uint32_t>(random_()) % count; }

@@ -6,7 +6,7 @@
 #include "data/SavedQueries.h"
 #include "engine/SqliteEngine.h"
 #include "tests/data/DataFixture.h"
-#include "tests/server/TestDatabase.h"
+#include "tests/text/Raised.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -27,14 +27,8 @@ class SchemaTest : public DataTest {
       run(statement);
   }
 
-  // The sentence of the refusal, "" when the statement passed.
   static std::string refusal(const std::string& statement) {
-    try {
-      run(statement);
-      return "";
-    } catch (const RuntimeError& error) {
-      return error.text();
-    }
+    return refusalOf([&] { run(statement); });
   }
 };
 

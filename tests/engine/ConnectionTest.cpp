@@ -21,17 +21,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The text of the error that a call raises, "" when it raises none.
-template <class Call>
-std::string refusalOf(Call call) {
-  try {
-    call();
-  } catch (const RuntimeError& error) {
-    return error.text();
-  }
-  return {};
-}
-
 void insert(Connection& into, const std::string& letter) {
   into.Execute("INSERT INTO Letters VALUES ('" + letter + "', 1)");
 }

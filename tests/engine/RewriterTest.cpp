@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "text/RuntimeError.h"
+#include "tests/text/Raised.h"
 #include "text/Text.h"
 
 namespace bw {
@@ -56,22 +56,10 @@ TEST(Rewriter, LeavesQuotedTextBracketedNamesAndOtherTopsAlone) {
     EXPECT_EQ(rewritten(statement), statement);
 }
 
-std::string refusalOf(std::string_view statement) {
-  try {
-    return "accepted: " + rewritten(statement);
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), ErrorNumber::database);
-    return error.text();
-  }
-}
-
 TEST(Rewriter, RefusesWhatWouldChangeTheStatementsMeaning) {
   using namespace std::string_view_literals;
-  struct Group {
-    const char* word;  // of the refusal
-    std::vector<std::string_view> statements;
-  };
-  const std::vector<Group> groups{
+  // A word of the refusal, and what is refused so.
+  const std::vector<std::pair<const char*, std::vector<std::string_view>>> groups{
       {"quote", {"a='O'Brien'", "a='", "a='x''", "'a' 'b", "UPDATE a SET b='x\\'', c='d'"}},
       {"bracket", {"SELECT [a FROM b", "[", "'a' ["}},
       {"date",
@@ -84,10 +72,13 @@ TEST(Rewriter, RefusesWhatWouldChangeTheStatementsMeaning) {
       {"end of the statement",
        {"a;b", "a;;", "a; -- b", "DELETE FROM a; DELETE FROM b",
         "a='x'; DELETE FROM a; --' WHERE c=1"}}};
-  for (const Group& group : groups)
-    for (const std::string_view statement : group.statements)
-      EXPECT_NE(refusalOf(statement).find(group.word), std::string::npos)
-          << statement << ": " << refusalOf(statement);
+  for (const auto& [word, statements] : groups)
+    for (const std::string_view statement : statements) {
+      const auto rewrite = [statement] { return rewritten(statement); };
+      EXPECT_EQ(raisedBy(rewrite), ErrorNumber::database) << statement;
+      EXPECT_NE(refusalOf(rewrite).find(word), std::string::npos)
+          << statement << ": " << refusalOf(rewrite);
+    }
 }
 
 // The shape, and its values behind slashes.

@@ -63,10 +63,8 @@ class Desk {
       const auto chance = random_() % 20;
       if (chance < 10 || charges_.empty())
         insert();
-      else if (chance < 15)
-        post();
       else if (chance < 18)
-        remove();
+        change(chance < 15);
       else
         move();
     }
@@ -76,20 +74,17 @@ class Desk {
   int compare() {
     int faults = 0;
     std::map<Key, int> stored;
-    for (int i = 0; i < 2; ++i) {
-      const auto patient = static_cast<std::int16_t>(home_ + i);
-      const RecordSetRef rows = readThrough(
-          concat("SELECT c.*, (SELECT count(*) FROM ChargeDiagnosis d WHERE d.PatientId = "
-                 "c.PatientId AND d.ChargeTime = c.ChargeTime) AS details FROM PatientCharges c "
-                 "WHERE c.PatientId=",
-                 patient));
-      for (; !rows->EOF_(); rows->MoveNext()) {
-        stored[{patient, rows->time("ChargeTime").second}] = rows->code("Status");
-        if (rows->integer("details") != 2) {
-          std::cerr << "half a charge of patient " << patient << '\n';
-          ++faults;
-        }
-      }
+    const RecordSetRef rows = readThrough(
+        concat("SELECT c.*, (SELECT count(*) FROM ChargeDiagnosis d WHERE d.PatientId = "
+               "c.PatientId AND d.ChargeTime = c.ChargeTime) AS details FROM PatientCharges c "
+               "WHERE c.PatientId IN (",
+               home_, ", ", home_ + 1, ")"));
+    for (; !rows->EOF_(); rows->MoveNext()) {
+      const Key key{rows->code("PatientId"), rows->time("ChargeTime").second};
+      stored[key] = rows->code("Status");
+      if (rows->integer("details") == 2) continue;
+      std::cerr << "half a charge of patient " << key.patient << '\n';
+      ++faults;
     }
     for (const auto& [key, states] : charges_) {
       const auto found = stored.find(key);
@@ -114,48 +109,42 @@ class Desk {
     if (result == 0) ++shared_.acknowledged;
     return result == 0;
   }
-  void note(States& states, bool done, int state) {
-    if (done)
+  // Notes what became of a charge that was to get into a state.
+  template <class Change>
+  void attempt(States& states, int state, Change change) {
+    std::string message;
+    if (isDone(change(message), message))
       states = {state};
     else if (isUnknown_)
       states.insert(state);
   }
-  std::map<Key, States>::iterator any() {
-    auto charge = charges_.begin();
-    std::advance(charge, static_cast<std::ptrdiff_t>(random_() % charges_.size()));
-    return charge;
+  std::int16_t either() {
+    return static_cast<std::int16_t>(home_ + static_cast<int>(random_() % 2));
   }
 
   void insert() {
-    ++second_;
-    Date date;
-    TimeOfDay time;
-    std::string message;
-    const auto patient = static_cast<std::int16_t>(home_ + static_cast<int>(random_() % 2));
-    const int result =
-        ChargeInsert(patient, date, time, day_, 1, 1, 1, 1, ";1;2;", ";1;", 0, message);
-    States states{kGone};
-    note(states, isDone(result, message), 0);
-    charges_[{patient, second_}] = states;
+    const Key key{either(), ++second_};
+    attempt(charges_[key] = {kGone}, 0, [&](std::string& message) {
+      Date date;
+      TimeOfDay time;
+      return ChargeInsert(key.patient, date, time, day_, 1, 1, 1, 1, ";1;2;", ";1;", 0, message);
+    });
   }
-  void post() {
-    const auto charge = any();
+  // Posts or deletes any that is there.
+  void change(bool posts) {
+    auto charge = charges_.begin();
+    std::advance(charge, static_cast<std::ptrdiff_t>(random_() % charges_.size()));
     if (charge->second.contains(kGone)) return;
-    std::string message;
-    const int result =
-        ChargeSetPrintLot(charge->first.patient, day_, {charge->first.second}, 7, 1, message);
-    note(charge->second, isDone(result, message), 1);
-  }
-  void remove() {
-    const auto charge = any();
-    if (charge->second.contains(kGone)) return;
-    std::string message;
-    const int result = ChargeDelete(charge->first.patient, day_, {charge->first.second}, message);
-    note(charge->second, isDone(result, message), kGone);
+    const auto& [patient, second] = charge->first;
+    attempt(charge->second, posts ? 1 : kGone,
+            [&, patient = patient, second = second](std::string& message) {
+              return posts ? ChargeSetPrintLot(patient, day_, {second}, 7, 1, message)
+                           : ChargeDelete(patient, day_, {second}, message);
+            });
   }
   // All charges of one patient to the other.
   void move() {
-    const auto from = static_cast<std::int16_t>(home_ + static_cast<int>(random_() % 2));
+    const std::int16_t from = either();
     const auto to = static_cast<std::int16_t>(2 * home_ + 1 - from);
     std::string message;
     const bool done = isDone(PatientTransferCharges(to, from, message), message);

@@ -8,8 +8,8 @@
 #include "engine/PostgresEngine.h"
 #include "engine/PostgresLink.h"
 #include "tests/server/TestDatabase.h"
+#include "tests/text/Raised.h"
 #include "tests/tools/TemporaryFolder.h"
-#include "text/RuntimeError.h"
 #include "text/Text.h"
 #include "tools/Commands.h"
 #include "tools/Copies.h"
@@ -30,21 +30,13 @@ class ServerTest : public testing::Test {
     ours = Connection(openPostgres(addressOfDatabase(), kOptions));
     theirs = Connection(openPostgres(addressOfDatabase(), kOptions));
     administrator.query(
-        "INSERT INTO insurance VALUES (1, 'Mutual', ''); INSERT INTO facility VALUES (1, "
-        "'General', "
-        "1, '', ''); INSERT INTO patient (patientid, insurancecode) VALUES (7, 1), (8, 1)");
+        "INSERT INTO insurance VALUES (1, 'Mutual', '');"
+        "INSERT INTO facility VALUES (1, 'General', 1, '', '');"
+        "INSERT INTO patient (patientid, insurancecode) VALUES (7, 1), (8, 1)");
   }
 
   static std::string refusalOf(Connection& by, const std::string& statement) {
-    return refusalOf([&] { by.Execute(statement); });
-  }
-  static std::string refusalOf(const std::function<void()>& call) {
-    try {
-      call();
-    } catch (const RuntimeError& error) {
-      return error.text();
-    }
-    return {};
+    return bw::refusalOf([&] { by.Execute(statement); });
   }
   static std::string add(int number) {
     return concat("INSERT INTO Insurance VALUES (", number, ", 'x', '')");
@@ -63,10 +55,18 @@ class ServerTest : public testing::Test {
         "CREATE CONSTRAINT TRIGGER end_it AFTER INSERT ON insurance DEFERRABLE INITIALLY DEFERRED "
         "FOR EACH ROW EXECUTE FUNCTION end_it()");
   }
-  std::string refusalOfCommit(int number = 2) {
+  void store(int number) {
     ours.BeginTrans();
     ours.Execute(add(number));
-    return refusalOf([this] { ours.CommitTrans(); });
+    ours.CommitTrans();
+  }
+  std::string refusalOfCommit(int number = 2) {
+    return bw::refusalOf([&] { store(number); });
+  }
+  // What the other station hears of, which has the insurances in a list.
+  ChangesOfOthers heard() {
+    theirs.Read("SELECT * FROM Insurance");
+    return theirs.changesOfOthers();
   }
 
   Connection ours;
@@ -92,9 +92,7 @@ TEST_F(ServerTest, LostConnectionIsToldOnceAndTheNextStatementConnectsAnew) {
   EXPECT_EQ(refusalOf(ours, add(3)), kLost);
   EXPECT_NE(refusalOf(ours, add(3)), "") << "it would be stored by itself";
   ours.RollbackTrans();
-  ours.BeginTrans();
-  ours.Execute(add(4));
-  ours.CommitTrans();
+  store(4);
   // Between statements nothing is lost: nobody needs to know.
   cutConnections();
   EXPECT_EQ(refusalOf(ours, add(5)), "");
@@ -106,8 +104,11 @@ TEST_F(ServerTest, ACommitWhoseAnswerWasLostIsToldAsItEnded) {
   // Stored, since the server waits for a standby that never comes only when it has written. It
   // hears of the standby some commits later.
   PostgresLink server(std::getenv("BRANTIWELL_TEST_SERVER"), {});
-  server.query("ALTER SYSTEM SET synchronous_standby_names = 'nobody'");
-  server.query("SELECT pg_reload_conf()");
+  const auto setStandby = [&server](const char* how) {
+    server.query(concat("ALTER SYSTEM ", how));
+    server.query("SELECT pg_reload_conf()");
+  };
+  setStandby("SET synchronous_standby_names = 'nobody'");
   std::atomic<bool> killed = false;
   std::thread killer([&server, &killed] {
     while (!killed) {
@@ -121,8 +122,7 @@ TEST_F(ServerTest, ACommitWhoseAnswerWasLostIsToldAsItEnded) {
   while (!killed && refusal.empty()) refusal = refusalOfCommit(++count);
   killed = true;
   killer.join();
-  server.query("ALTER SYSTEM RESET synchronous_standby_names");
-  server.query("SELECT pg_reload_conf()");
+  setStandby("RESET synchronous_standby_names");
   EXPECT_EQ(refusal, "");
   EXPECT_EQ(ours.Read("SELECT * FROM Insurance")->RecordCount(), count);
   administrator.query("DELETE FROM insurance WHERE insurancecode > 1");
@@ -132,12 +132,14 @@ TEST_F(ServerTest, ACommitWhoseAnswerWasLostIsToldAsItEnded) {
   EXPECT_EQ(ours.transactionLevel(), 0);
   EXPECT_EQ(stored(), "1");
 
-  PostgresLink elsewhere(std::getenv("BRANTIWELL_TEST_SERVER"), {});
   const PostgresResult name = administrator.query("SELECT current_database()");
-  elsewhere.query(
-      concat("ALTER DATABASE ", PQgetvalue(name.get(), 0, 0), " ALLOW_CONNECTIONS off"));
+  const auto allowConnections = [&](const char* whether) {
+    server.query(
+        concat("ALTER DATABASE ", PQgetvalue(name.get(), 0, 0), " ALLOW_CONNECTIONS ", whether));
+  };
+  allowConnections("off");
   EXPECT_EQ(refusalOfCommit(), refusalSentence(Refusal::unknown));
-  elsewhere.query(concat("ALTER DATABASE ", PQgetvalue(name.get(), 0, 0), " ALLOW_CONNECTIONS on"));
+  allowConnections("on");
   EXPECT_EQ(ours.Read("SELECT * FROM Insurance")->RecordCount(), 1);
 }
 
@@ -157,30 +159,24 @@ TEST_F(ServerTest, ACommitThatWasNeverSentIsNotFoundStored) {
 // Of what was stored with relaxed syncing some may be gone after a crash of the server.
 TEST_F(ServerTest, RelaxedWorkSaysThatSomeOfItMayBeLost) {
   ASSERT_TRUE(ours.relaxSync());
-  EXPECT_EQ(ours.Read("SELECT current_setting('synchronous_commit')")->text("current_setting"),
-            "off");
-  theirs.Read("SELECT * FROM Insurance");
-  theirs.changesOfOthers();
-  ours.BeginTrans();
-  ours.Execute(add(2));
-  ours.CommitTrans();
-  theirs.Read("SELECT * FROM Insurance");
-  EXPECT_FALSE(theirs.changesOfOthers().any) << "told once, at the end";
+  const auto syncing = [this] {
+    return ours.Read("SELECT current_setting('synchronous_commit') AS s")->text("s");
+  };
+  EXPECT_EQ(syncing(), "off");
+  heard();
+  store(2);
+  EXPECT_FALSE(heard().any) << "told once, at the end";
   ours.restoreSync();
-  theirs.Read("SELECT * FROM Insurance");
-  EXPECT_EQ(theirs.changesOfOthers().tables, std::vector<std::string>{"insurance"});
-  EXPECT_EQ(ours.Read("SELECT current_setting('synchronous_commit')")->text("current_setting"),
-            "on");
+  EXPECT_EQ(heard().tables, std::vector<std::string>{"insurance"});
+  EXPECT_EQ(syncing(), "on");
   ASSERT_TRUE(ours.relaxSync());
-  ours.BeginTrans();
-  ours.Execute(add(3));
-  ours.CommitTrans();
+  store(3);
   ours.BeginTrans();
   ours.Execute(add(4));
   cutConnections();
   EXPECT_EQ(refusalOf(ours, add(5)), refusalSentence(Refusal::lostSome));
   ours.RollbackTrans();
-  EXPECT_EQ(refusalOf([this] { ours.restoreSync(); }), "");
+  EXPECT_EQ(bw::refusalOf([this] { ours.restoreSync(); }), "");
 }
 
 TEST_F(ServerTest, LockOfAnotherStationFailsTheStatementAlone) {

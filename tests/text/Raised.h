@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "text/RuntimeError.h"
 
@@ -15,6 +16,17 @@ std::optional<ErrorNumber> raisedBy(Call call) {
     return error.number();
   }
   return std::nullopt;
+}
+
+// Its text, "" when it raises none.
+template <class Call>
+std::string refusalOf(Call call) {
+  try {
+    (void)call();
+  } catch (const RuntimeError& error) {
+    return error.text();
+  }
+  return {};
 }
 
 }  // namespace bw
