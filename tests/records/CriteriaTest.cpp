@@ -24,11 +24,6 @@ TEST(DateLiteral, IsReadInEveryOrder) {
   for (const auto& [text, moment] : cases) EXPECT_EQ(parseDateLiteral(text), moment) << text;
 }
 
-TEST(DateLiteral, ReadsEveryDefaultText) {
-  for (const Value& moment : {Value(kDay), Value(kTime), Value(DateTime{kDay, kTime})})
-    EXPECT_EQ(parseDateLiteral(textOf(moment)), moment);
-}
-
 TEST(DateLiteral, IsNoneWhenThereIsNoSuchMoment) {
   // clang-format off
   for (const char* text : {

@@ -1,44 +1,26 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 
 #include "records/RecordSet.h"
 #include "tests/records/Rows.h"
+#include "text/Text.h"
 
 namespace bw {
 namespace {
 
 // The record set's rules in their plainest form: rows of values, and a view that is made anew from
 // all of them whenever something changes. Texts are ASCII here.
-class Model {
- public:
-  explicit Model(std::vector<Row> rows) : rows_(std::move(rows)), gone_(rows_.size()) { refresh(); }
-
-  struct Key {
-    std::size_t column;
-    bool descending;
-  };
-  std::vector<Key> sort;
-  std::function<bool(const Row&)> filter;
-
-  const std::vector<std::uint32_t>& view() const { return view_; }
-  Row& at(std::uint32_t index) { return rows_[index]; }
-
-  std::uint32_t add(Row values) {
-    rows_.push_back(std::move(values));
-    gone_.push_back(false);
-    return static_cast<std::uint32_t>(rows_.size() - 1);
-  }
-  void remove(std::uint32_t index) { gone_[index] = true; }
-
+struct Model {
   void refresh() {
-    view_.clear();
-    for (std::uint32_t i = 0; i < rows_.size(); ++i)
-      if (!gone_[i] && (!filter || filter(rows_[i]))) view_.push_back(i);
-    std::stable_sort(view_.begin(), view_.end(), [&](std::uint32_t a, std::uint32_t b) {
+    view.clear();
+    for (std::uint32_t i = 0; i < rows.size(); ++i)
+      if (!rows[i].empty() && (!filter || filter(rows[i]))) view.push_back(i);
+    std::stable_sort(view.begin(), view.end(), [&](std::uint32_t a, std::uint32_t b) {
       for (const auto& [column, descending] : sort) {
-        const int order = compare(rows_[a][column], rows_[b][column]);
+        const int order = compare(rows[a][column], rows[b][column]);
         if (order != 0) return descending ? order > 0 : order < 0;
       }
       return false;
@@ -47,8 +29,8 @@ class Model {
 
   // The position from 1, 0 when the row is not in the view.
   std::ptrdiff_t positionOf(std::uint32_t index) const {
-    const auto found = std::find(view_.begin(), view_.end(), index);
-    return found == view_.end() ? 0 : found - view_.begin() + 1;
+    const auto found = std::find(view.begin(), view.end(), index);
+    return found == view.end() ? 0 : found - view.begin() + 1;
   }
 
   static int compare(const Value& a, const Value& b) {
@@ -56,17 +38,15 @@ class Model {
     const Value y = lower(b);
     return x < y ? -1 : static_cast<int>(y < x);
   }
-
- private:
   static Value lower(Value value) {
-    if (auto* text = std::get_if<std::string>(&value))
-      for (char& c : *text) c = static_cast<char>(std::tolower(c));
+    if (auto* text = std::get_if<std::string>(&value)) makeLower(*text);
     return value;
   }
 
-  std::vector<Row> rows_;
-  std::vector<bool> gone_;
-  std::vector<std::uint32_t> view_;
+  std::vector<Row> rows;  // deleted ones are empty
+  std::vector<std::uint32_t> view;
+  std::vector<std::pair<std::size_t, bool>> sort;  // columns, and whether they descend
+  std::function<bool(const Row&)> filter;
 };
 
 const std::vector<Field> kFields{{"Code", FieldType::smallint}, {"Lot", FieldType::integer},
@@ -75,9 +55,7 @@ const std::vector<Field> kFields{{"Code", FieldType::smallint}, {"Lot", FieldTyp
 
 class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
  protected:
-  RecordSetModelTest()
-      : random_(20030615), model_(makeRows(GetParam())),
-        set_(makeStore(kFields, rows_), LockType::optimistic) {}
+  RecordSetModelTest() : set_(makeStore(kFields, fill()), LockType::optimistic) {}
 
   std::uint32_t upTo(std::uint32_t count) { return static_cast<std::uint32_t>(random_()) % count; }
 
@@ -99,24 +77,24 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
     for (std::size_t i = 0; i < kFields.size(); ++i) values.push_back(randomValue(i));
     return values;
   }
-  std::vector<Row> makeRows(std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) rows_.push_back(randomRow());
-    return rows_;
+  const std::vector<Row>& fill() {
+    while (model_.rows.size() < GetParam()) model_.rows.push_back(randomRow());
+    model_.refresh();
+    return model_.rows;
   }
 
   // Every other time a key goes in front of those that were there, as a click on a head puts it.
   void sortAtRandom() {
     std::string text;
-    std::vector<Model::Key> keys;
+    auto before = std::exchange(model_.sort, {});
     const bool inFront = upTo(2) == 0;
     for (std::uint32_t i = inFront ? 1 : upTo(4); i > 0; --i)
-      keys.push_back({upTo(6), upTo(2) == 0});
-    for (const Model::Key& key : model_.sort)
-      if (inFront && key.column != keys.front().column) keys.push_back(key);
-    for (const Model::Key& key : keys)
-      text += (text.empty() ? " " : " , ") + std::string(kFields[key.column].name) +
-              (key.descending ? " DESC" : "");
-    model_.sort = keys;
+      model_.sort.emplace_back(upTo(6), upTo(2) == 0);
+    for (const auto& key : before)
+      if (inFront && key.first != model_.sort.front().first) model_.sort.push_back(key);
+    for (const auto& [column, descending] : model_.sort)
+      text += (text.empty() ? " " : " , ") + std::string(kFields[column].name) +
+              (descending ? " DESC" : "");
     set_.setSort(text);
   }
 
@@ -144,15 +122,11 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
     model_.filter = nullptr;
     for (std::uint32_t i = upTo(4); i > 0; --i) {
       const auto [clause, passes] = randomClause();
-      if (text.empty()) {
-        text = clause;
-        model_.filter = passes;
-        continue;
-      }
-      const bool either = upTo(2) == 0;
-      text += (either ? " OR " : " and ") + clause;
+      const bool either = model_.filter && upTo(2) == 0;
+      text += (text.empty() ? "" : either ? " OR " : " and ") + clause;
       model_.filter = [before = model_.filter, passes = passes, either](const Row& values) {
-        return either ? before(values) || passes(values) : before(values) && passes(values);
+        const bool first = !before || before(values);
+        return either ? first || passes(values) : first && passes(values);
       };
     }
     set_.setFilter(text);
@@ -165,33 +139,34 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
     set_.AddNew();
     for (std::size_t i = 0; i < values.size(); ++i) set_.set(i, values[i]);
     set_.Update();
-    const std::uint32_t added = model_.add(values);
+    model_.rows.push_back(values);
     model_.refresh();
-    ASSERT_EQ(position(), model_.positionOf(added));
+    ASSERT_EQ(position(), model_.positionOf(static_cast<std::uint32_t>(model_.rows.size() - 1)));
   }
 
   void changeCurrent(std::uint32_t index) {
     const std::size_t column = upTo(5);
     const std::ptrdiff_t before = position();
-    model_.at(index)[column] = randomValue(column);
-    set_.set(column, model_.at(index)[column]);
+    model_.rows[index][column] = randomValue(column);
+    set_.set(column, model_.rows[index][column]);
     ASSERT_EQ(set_.AbsolutePosition(), before) << "before the update";
     set_.Update();
     model_.refresh();
-    for (std::size_t i = 0; i < kFields.size(); ++i) ASSERT_EQ(set_.value(i), model_.at(index)[i]);
+    for (std::size_t i = 0; i < kFields.size(); ++i)
+      ASSERT_EQ(set_.value(i), model_.rows[index][i]);
     ASSERT_EQ(position(), model_.positionOf(index));
   }
 
   void deleteCurrent(std::uint32_t index) {
     set_.Delete();
-    model_.remove(index);
+    model_.rows[index].clear();
     model_.refresh();
   }
 
   // Of a row that is deleted or passes no longer the next is the one that followed.
   void changeOrDelete(bool deletes) {
     const std::uint32_t at = upTo(static_cast<std::uint32_t>(set_.RecordCount()));
-    const std::vector<std::uint32_t> before = model_.view();
+    const std::vector<std::uint32_t> before = model_.view;
     set_.setAbsolutePosition(at + 1);
     deletes ? deleteCurrent(before[at]) : changeCurrent(before[at]);
     if (set_.AbsolutePosition() > 0) return;
@@ -199,8 +174,7 @@ class RecordSetModelTest : public ::testing::TestWithParam<std::size_t> {
     ASSERT_EQ(position(), at + 1 < before.size() ? model_.positionOf(before[at + 1]) : 0);
   }
 
-  std::mt19937 random_;
-  std::vector<Row> rows_;
+  std::mt19937 random_{20030615};
   Model model_;
   RecordSet set_;
 };
@@ -214,8 +188,8 @@ TEST_P(RecordSetModelTest, RowsAndPositionsAgreeAfterEveryChange) {
     if (action == 1) sortAtRandom();
     if (action == 2) addRow();
     if (action > 2 && set_.RecordCount() > 0) changeOrDelete(action == 3);
-    model_.refresh();
-    ASSERT_EQ(set_.view(), model_.view());
+    if (action < 2) model_.refresh();
+    ASSERT_EQ(set_.view(), model_.view);
   }
 }
 

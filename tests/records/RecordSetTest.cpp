@@ -178,15 +178,11 @@ TEST(RecordSetFieldsTest, AreFoundByNameOrIndexAndConverted) {
                            {"Born", FieldType::date}},
                           {row(nullptr, nullptr, nullptr, nullptr)}),
                 LockType::optimistic);
-  const struct {
-    const char* field;
-    Value value;
-    std::string text;
-  } written[] = {{"patientid", "00012", "12"},
-                 {"Names", std::int64_t{7}, "7"},
-                 {"NAMES", std::string(300, 'x'), std::string(300, 'x')},  // the database's matter
-                 {"Born", "6/15/2003", "6/15/2003"}};
-  for (const auto& [field, value, text] : written) {
+  const std::string longText(300, 'x');  // the database's matter
+  for (const auto& [field, value, text] :
+       {std::tuple<const char*, Value, std::string>{"patientid", "00012", "12"},
+        {"NAMES", longText, longText},
+        {"Born", "6/15/2003", "6/15/2003"}}) {
     set.set(field, value);
     EXPECT_EQ(set.text(field), text) << "before the update";
     set.Update();

@@ -84,14 +84,6 @@ TEST(Round, SendsHalvesToTheEvenDigit) {
   EXPECT_EQ(raisedBy([] { return Round(1, -1); }), ErrorNumber::invalidCall);
 }
 
-TEST(DefaultTextOfValue, IsRefusedForNullOnlyWhereATextIsNeeded) {
-  EXPECT_EQ(textOf(Value(std::int64_t{200306151})), "200306151");
-  EXPECT_EQ(textOf(Value(*makeDate(2003, 6, 15))), "6/15/2003");
-  EXPECT_EQ(textOf(Value("  kept  ")), "  kept  ");
-  EXPECT_EQ(textOrEmpty(Value()), "");
-  EXPECT_EQ(raisedBy([] { return textOf(Value()); }), ErrorNumber::invalidNull);
-}
-
 TEST(WriteToField, ConvertsToTheFieldsType) {
   const Date day = *makeDate(2003, 6, 15);
   const TimeOfDay time = *makeTime(14, 5, 9);
