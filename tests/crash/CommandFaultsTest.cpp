@@ -5,13 +5,8 @@
 #include <map>
 #include <ranges>
 
-#include "engine/Refusals.h"
-#include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
 #include "tests/crash/Office.h"
-#include "tests/crash/Shim.h"
-#include "tests/tools/DatabaseContent.h"
-#include "text/Text.h"
 #include "tools/Commands.h"
 
 namespace bw {
@@ -107,8 +102,8 @@ class CommandFaultsTest : public CrashTest {
     return files;
   }
 
-  // Whether it was done; `said` is what it said.
-  bool run(const Command& command, std::string& said) const {
+  // Whether it was done; `said_` is what it said.
+  bool run(const Command& command) {
     std::ostringstream out;
     bool isDone = false;
     try {
@@ -116,23 +111,22 @@ class CommandFaultsTest : public CrashTest {
     } catch (const std::exception& error) {
       out << error.what();
     }
-    said = out.str();
+    said_ = out.str();
     return isDone;
+  }
+  bool runOn(const Fault& fault, const Command& command) {
+    fillAnew();
+    const FaultyDisk disk(fault);
+    return run(command);
   }
 
   std::string faultOf(const Command& command, const Fault& fault) {
-    std::string said;
-    fillAnew();
-    bool isDone = false;
-    {
-      const FaultyDisk disk(fault);
-      isDone = run(command, said);
-    }
+    const bool isDone = runOn(fault, command);
     const Files found = files();
-    if (isDone) return found == after_ ? "" : "told as done, and is not: " + said;
-    const bool isSure = said.find(refusalSentence(Refusal::unconfirmed)) == said.npos;
-    if (found != before_ && (isSure || found != after_)) return "not done, and changed: " + said;
-    if (found != after_ && !run(command, said)) return "does not work later: " + said;
+    if (isDone) return found == after_ ? "" : "told as done, and is not: " + said_;
+    const bool isSure = said_.find(refusalSentence(Refusal::unconfirmed)) == said_.npos;
+    if (found != before_ && (isSure || found != after_)) return "not done, and changed: " + said_;
+    if (found != after_ && !run(command)) return "does not work later: " + said_;
     return files() == after_ ? "" : "done later, and is not";
   }
 
@@ -142,43 +136,35 @@ class CommandFaultsTest : public CrashTest {
     const pid_t child = fork();
     if (child == 0) {
       dieAt(nth);
-      std::string said;
-      run(command, said);
+      run(command);
       _exit(0);
     }
     waitpid(child, nullptr, 0);
     const Files found = files();
-    for (const auto& [name, content] : found) {
-      const auto old = before_.find(name);
-      const auto made = after_.find(name);
-      const bool isOld = old != before_.end() && old->second == content;
-      const bool isMade = made != after_.end() && made->second == content;
-      const bool isKnown = old != before_.end() || made != after_.end();
-      if (isKnown && !isOld && !isMade) return "half-done: " + name;
+    for (const auto& file : found) {
+      const bool isKnown = before_.contains(file.first) || after_.contains(file.first);
+      if (isKnown && std::ranges::count(before_, file) + std::ranges::count(after_, file) == 0)
+        return "half-done: " + file.first;
     }
     // On its way to another name, or what is to replace it is there.
     for (const auto& [name, content] : before_)
-      if (!found.contains(name) &&
-          std::ranges::find(std::views::values(found), content) == std::views::values(found).end())
+      if (!found.contains(name) && std::ranges::count(std::views::values(found), content) == 0)
         return "gone: " + name;
     return "";
   }
 
   // Returns how many calls of each kind the command makes.
   std::array<int, kCalls> learn(const Command& command) {
-    std::string said;
     fillAnew();
     before_ = files();
-    {
-      const FaultyDisk disk({});
-      EXPECT_TRUE(run(command, said)) << command.name << ": " << said;
-    }
+    EXPECT_TRUE(runOn({}, command)) << command.name << ": " << said_;
     const std::array<int, kCalls> counts = FaultyDisk::counts();
     after_ = files();
     EXPECT_NE(before_, after_) << command.name;
     return counts;
   }
 
+  std::string said_;
   TemporaryFolder work_;
   Files before_;
   Files after_;

@@ -4,9 +4,7 @@
 #include "data/BWSQLCharges.h"
 #include "data/BWSQLPatients.h"
 #include "engine/RelaxedSync.h"
-#include "engine/SqliteEngine.h"
 #include "tests/data/Routines.h"
-#include "tests/tools/DatabaseContent.h"
 #include "text/RuntimeError.h"
 #include "tools/Commands.h"
 
@@ -122,9 +120,9 @@ void CrashTest::connect(const std::string& file) {
   DatabaseConnection = Connection(openSqlite(file));
 }
 
-int CrashTest::call(const Routine& routine, int n, std::string& message) {
+int CrashTest::call(const Routine& routine, int n) {
   services().now = [n] { return DateTime{kSeedDate, {n % 80'000}}; };
-  const int result = routine.call(n, message);
+  const int result = routine.call(n, message_);
   takeMessages();
   takeStatements();
   return result;

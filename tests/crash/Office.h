@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdlib>
-#include <functional>
-#include <string>
-#include <vector>
 
+#include "tests/crash/Shim.h"
 #include "tests/data/DataFixture.h"
+#include "tests/tools/DatabaseContent.h"
 #include "tests/tools/TemporaryFolder.h"
 
 namespace bw {
@@ -33,13 +32,14 @@ class CrashTest : public DataTest {
 
   static void makeAnew(const std::string& file);
   static void connect(const std::string& file);
-  // Calls it and forgets what it showed.
-  int call(const Routine& routine, int n, std::string& message);
+  // Calls it, which leaves its text in `message_`, and forgets what it showed.
+  int call(const Routine& routine, int n);
   // Every cell of what would be found at the next start if this process ended now.
   std::string foundAtNextStart() const;
 
   TemporaryFolder folder_;
   std::string file_ = folder_ / "office.db";
+  std::string message_;
 };
 
 }  // namespace bw

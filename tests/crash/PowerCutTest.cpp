@@ -3,11 +3,7 @@
 #include <map>
 #include <random>
 
-#include "engine/SqliteEngine.h"
 #include "tests/crash/Office.h"
-#include "tests/crash/Shim.h"
-#include "tests/tools/DatabaseContent.h"
-#include "text/Text.h"
 
 namespace bw {
 namespace {
@@ -47,9 +43,8 @@ class PowerCutTest : public CrashTest {
     contents_.push_back(contentOf(file_));
     std::mt19937 random{20260309};
     for (int n = 0; n < steps; ++n) {
-      std::string message;
       recordDeeds(&deeds_);
-      call(writingRoutines()[random() % writingRoutines().size()], n, message);
+      call(writingRoutines()[random() % writingRoutines().size()], n);
       recordDeeds(nullptr);
       deeds_.emplace_back();
       contents_.push_back(contentOf(file_));

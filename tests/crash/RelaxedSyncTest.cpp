@@ -4,7 +4,6 @@
 
 #include "core/Principal.h"
 #include "tests/crash/Office.h"
-#include "tests/crash/Shim.h"
 #include "tests/text/Raised.h"
 
 namespace bw {

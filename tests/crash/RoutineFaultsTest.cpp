@@ -1,10 +1,7 @@
 #include <cerrno>
 
-#include "engine/Refusals.h"
 #include "tests/crash/Office.h"
-#include "tests/crash/Shim.h"
-#include "tests/tools/DatabaseContent.h"
-#include "text/RuntimeError.h"
+#include "tests/text/Raised.h"
 
 namespace bw {
 namespace {
@@ -12,40 +9,34 @@ namespace {
 class RoutineFaultsTest : public CrashTest {
  protected:
   // From connecting to the end of the routine; what keeps it from connecting refuses it, too.
-  int callOn(const Fault& fault, const Routine& routine, std::string& message) {
+  int callOn(const Fault& fault, const Routine& routine) {
     makeAnew(file_);
     const FaultyDisk disk(fault);
-    try {
-      connect(file_);
-    } catch (const RuntimeError& error) {
-      message = error.text();
-      return 1;
-    }
-    const int result = call(routine, 0, message);
+    message_ = refusalOf([&] { connect(file_); });
+    if (!message_.empty()) return 1;
+    const int result = call(routine, 0);
     counts_ = FaultyDisk::counts();
     return result;
   }
 
   // "" when it did what it said, and works again once the disk does.
   std::string faultOf(const Fault& fault, const Routine& routine) {
-    std::string message;
-    const bool isStored = callOn(fault, routine, message) == 0;
+    const bool isStored = callOn(fault, routine) == 0;
     const std::string found = foundAtNextStart();
     if (isStored) return found == after_ ? "" : "told as stored, and is not";
-    const bool isSure = message != refusalSentence(Refusal::unconfirmed);
+    const bool isSure = message_ != refusalSentence(Refusal::unconfirmed);
     if (found != before_ && (isSure || found != after_))
-      return "not stored, and changed: " + message;
+      return "not stored, and changed: " + message_;
     isUnsure_ += isSure ? 0 : 1;
     connect(file_);
-    if (call(routine, 0, message) != 0) return "does not work later: " + message;
+    if (call(routine, 0) != 0) return "does not work later: " + message_;
     return foundAtNextStart() == after_ ? "" : "stored later, and is not";
   }
 
   void learn(const Routine& routine) {
-    std::string message;
     makeAnew(file_);
     before_ = foundAtNextStart();
-    EXPECT_EQ(callOn({}, routine, message), 0) << routine.name << ": " << message;
+    EXPECT_EQ(callOn({}, routine), 0) << routine.name << ": " << message_;
     after_ = foundAtNextStart();
     EXPECT_NE(before_, after_) << routine.name;
   }

@@ -24,8 +24,6 @@ struct Fault {
 class FaultyDisk {
  public:
   explicit FaultyDisk(const Fault& fault);
-  FaultyDisk(const FaultyDisk&) = delete;
-  FaultyDisk& operator=(const FaultyDisk&) = delete;
   ~FaultyDisk();
 
   // How many calls of each kind there were.

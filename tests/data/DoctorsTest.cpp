@@ -14,6 +14,13 @@ class DoctorsTest : public RoutineTest {
   std::string update(const std::string& coverage) {
     return told(DoctorUpdate(1, "Ames, A.", "X", coverage, message));
   }
+  // The first words of the statements issued.
+  std::string issued() {
+    std::string words;
+    for (const std::string& statement : takeStatements())
+      words += statement.substr(0, statement.find(' ')) + " ";
+    return words;
+  }
   static std::string coverage() {
     return rows("SELECT CoveringDoctorCode FROM DoctorCoveringDoctors WHERE DoctorCode=1");
   }
@@ -21,19 +28,11 @@ class DoctorsTest : public RoutineTest {
 
 TEST_F(DoctorsTest, PairsAreDeletedInATransactionOfTheirOwnAndInsertedWithout) {
   ASSERT_EQ(update(";3;4;"), "0");
-  EXPECT_EQ(
-      takeStatements(),
-      (Strings{"SELECT * FROM DoctorCoveringDoctors where DoctorCode= 1", "BEGIN", "SAVEPOINT s2",
-               "DELETE FROM DoctorCoveringDoctors WHERE DoctorCode = 1 and CoveringDoctorCode = 2",
-               "RELEASE s2",
-               "INSERT INTO DoctorCoveringDoctors (DoctorCode, CoveringDoctorCode) VALUES (1, 4)",
-               "UPDATE Doctors SET Description='Ames, A.', BillingDoctorCode='X' "
-               "WHERE DoctorCode = 1",
-               "COMMIT"}));
+  EXPECT_EQ(issued(), "SELECT BEGIN SAVEPOINT DELETE RELEASE INSERT UPDATE COMMIT ");
   EXPECT_EQ(coverage(), "3 4");
-  takeStatements();
+  issued();
   ASSERT_EQ(update(";4;3;"), "0");
-  EXPECT_EQ(takeStatements().size(), 4U) << "an unchanged list touches no pair";
+  EXPECT_EQ(issued(), "SELECT BEGIN UPDATE COMMIT ") << "an unchanged list touches no pair";
   ASSERT_EQ(update(";1;"), "0") << "a doctor may cover for himself";
   ASSERT_EQ(update(";"), "0");
   EXPECT_EQ(coverage(), "");
@@ -56,9 +55,7 @@ TEST_F(DoctorsTest, PairThatAnotherStationDeletedFailsTheUpdate) {
     run("DELETE FROM DoctorCoveringDoctors WHERE CoveringDoctorCode=3");
   };
   EXPECT_EQ(update(";4;"), "3 U:IMPELIENT");
-  const Strings issued = takeStatements();
-  EXPECT_EQ((Strings{issued.end() - 3, issued.end()}),
-            (Strings{"ROLLBACK TO s2", "RELEASE s2", "ROLLBACK"}));
+  EXPECT_TRUE(issued().ends_with("ROLLBACK RELEASE ROLLBACK "));
   EXPECT_EQ(coverage(), "2");
 }
 

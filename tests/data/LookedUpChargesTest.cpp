@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <map>
 #include <random>
@@ -68,27 +66,19 @@ class LookedUpChargesTest : public DataTest {
     return "SELECT * FROM ChargesDescriptive" + conditions;
   }
 
-  static std::string valuesOf(RecordSet& set) {
+  // Names, types once there are values, and values.
+  static std::string contentOf(RecordSet& set) {
     std::string all = concat(set.AbsolutePosition(), ": ");
     const RowStore& store = *set.rows();
+    for (const Column& column : store.columns)
+      all += concat(fold(column.name()),
+                    set.RecordCount() > 0 ? static_cast<int>(column.type()) : 0, "|");
     for (const std::uint32_t row : set.view()) {
-      for (const Column& column : store.columns) {
-        const Value value = column.value(row);
-        all += isNull(value) ? "null|" : textOf(value) + "|";
-      }
       all += "\n";
+      for (const Column& column : store.columns)
+        all += (column.isNull(row) ? "null" : textOf(column.value(row))) + "|";
     }
     return all;
-  }
-
-  // Names, and types once there are values.
-  static Strings fieldsOf(RecordSet& set) {
-    Strings fields;
-    for (const Column& column : set.rows()->columns) {
-      fields.push_back(fold(column.name()));
-      if (set.RecordCount() > 0) fields.push_back(concat(static_cast<int>(column.type())));
-    }
-    return fields;
   }
 
   using Change = std::function<void(RecordSet&)>;
@@ -152,13 +142,12 @@ TEST_F(LookedUpChargesTest, DifferInNothingFromTheEnginesOwn) {
       DatabaseConnection.lookedUpQueries = {};
       const RecordSetRef theirs =
           DatabaseConnection.Read(read + " ORDER BY PatientId, ChargeDate, ChargeTime");
-      ASSERT_EQ(fieldsOf(*ours), fieldsOf(*theirs));
-      ASSERT_EQ(valuesOf(*ours), valuesOf(*theirs));
+      ASSERT_EQ(contentOf(*ours), contentOf(*theirs));
       for (int step = 0; step < 25 && theirs->RecordCount() > 0; ++step) {
         const Change change = anyChange(*theirs);
         change(*ours);
         change(*theirs);
-        ASSERT_EQ(valuesOf(*ours), valuesOf(*theirs)) << step;
+        ASSERT_EQ(contentOf(*ours), contentOf(*theirs)) << step;
       }
     }
   }

@@ -1,7 +1,5 @@
 #include "data/Schema.h"
 
-#include <array>
-
 #include "core/Principal.h"
 #include "data/SavedQueries.h"
 #include "engine/SqliteEngine.h"

@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <cstdlib>
-#include <iterator>
 #include <map>
 #include <random>
 

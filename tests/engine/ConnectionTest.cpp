@@ -1,6 +1,5 @@
 #include "engine/Connection.h"
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <array>

@@ -1,7 +1,5 @@
 #include "engine/Rewriter.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/text/Raised.h"
 #include "text/Text.h"
 

@@ -1,7 +1,5 @@
 #include "records/ColumnSearch.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/records/Rows.h"
 
 namespace bw {

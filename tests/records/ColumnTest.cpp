@@ -1,7 +1,5 @@
 #include "records/Column.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <random>
 

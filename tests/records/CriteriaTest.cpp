@@ -1,7 +1,5 @@
 #include "records/Criteria.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/text/Raised.h"
 #include "text/DateLiterals.h"
 

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <cstdint>
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "records/RowStore.h"
+#include "records/RecordSet.h"
 
 namespace bw {
 
@@ -16,8 +17,6 @@ struct Field {
 using Row = std::vector<Value>;
 
 namespace detail {
-inline Value valueOf(int number) { return static_cast<std::int64_t>(number); }
-inline Value valueOf(const char* text) { return std::string(text); }
 inline Value valueOf(std::nullptr_t) { return {}; }
 inline Value valueOf(Value value) { return value; }
 }  // namespace detail
@@ -47,6 +46,15 @@ inline std::shared_ptr<RowStore> makeStore(const std::vector<Field>& fields,
     for (std::size_t i = 0; i < values.size(); ++i) appendTo(store->columns[i], values[i]);
   for (Column& column : store->columns) column.finish();
   return store;
+}
+
+// The rows from the current one on: "1|Beta 2|Alpha", with "null" for no value.
+inline std::string told(RecordSet& set) {
+  std::string text;
+  for (; !set.EOF_(); set.MoveNext())
+    for (std::size_t i = 0; i < set.fieldCount(); ++i)
+      text += (i > 0 ? "|" : text.empty() ? "" : " ") + (set.isNull(i) ? "null" : set.text(i));
+  return text;
 }
 
 }  // namespace bw

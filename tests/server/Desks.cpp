@@ -10,7 +10,6 @@
 #include <map>
 #include <random>
 #include <set>
-#include <tuple>
 
 #include "core/Principal.h"
 #include "core/Services.h"

@@ -1,6 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <atomic>
 #include <sstream>
 #include <thread>
 

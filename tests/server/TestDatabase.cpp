@@ -25,8 +25,6 @@ std::string addressOf(const std::string& database) {
 class Databases {
  public:
   Databases() : link_(serverAddress(), {}) {}
-  Databases(const Databases&) = delete;
-  Databases& operator=(const Databases&) = delete;
   ~Databases() {
     for (const std::string& name : {latest_, office_})
       if (!name.empty()) drop(name);

@@ -2,11 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <random>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "text/Text.h"
 

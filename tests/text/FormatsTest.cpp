@@ -1,7 +1,5 @@
 #include "text/Formats.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/text/Raised.h"
 
 namespace bw {

@@ -1,9 +1,5 @@
 #include "text/Text.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdint>
-
 #include "tests/text/Raised.h"
 
 namespace bw {
@@ -40,12 +36,6 @@ TEST(InStr, ComparesExactly) {
   EXPECT_EQ(InStr(";12;305;", ";305;"), 4U);
   EXPECT_EQ(InStr("abc", ""), 1U);
   EXPECT_EQ(InStr("", ""), 0U);
-}
-
-TEST(Trim, TakesBlanksOnly) {
-  EXPECT_EQ(Trim("  a b  "), "a b");
-  EXPECT_EQ(Trim("\ta "), "\ta");
-  EXPECT_EQ(Trim("   "), "");
 }
 
 TEST(Folding, IgnoresCaseOfEveryLetterButKeepsAccents) {

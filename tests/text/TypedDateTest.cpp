@@ -25,9 +25,20 @@ struct Case {
   const char* birth = nullptr;  // where a date of birth is read in another way
 };
 
+// A reason is compared as far as it is told here.
+void expectReads(Date today, const std::vector<Case>& cases) {
+  for (const auto& [typed, result, birth] : cases) {
+    const std::string expected = result;
+    const std::string found = read(typed, today, false);
+    EXPECT_EQ(expected.front() == '!' ? found.substr(0, expected.size()) : found, expected)
+        << typed;
+    EXPECT_EQ(read(typed, today, true), birth == nullptr ? found : birth) << typed << ", birth";
+  }
+}
+
 TEST(TypedDateTest, NoTextIsTakenForAnotherDate) {
   // clang-format off
-  const Case cases[] = {
+  expectReads(day(2026, 11, 25), {
       // As a whole.
       {"12302025", "12/30/2025"}, {"02292024", "02/29/2024"}, {"1/5/2026", "01/05/2026"},
       {"10-1-2025", "10/01/2025"}, {"1.5.26", "01/05/2026"}, {"  3 / 7  1999 ", "03/07/1999"},
@@ -51,34 +62,19 @@ TEST(TypedDateTest, NoTextIsTakenForAnotherDate) {
       {"1//5/2026", "!This is no date."}, {"1/5/2026/7", "!This is no date."},
       {"Jan 5", "!This is no date."}, {"+", "!This is no date."}, {"\u0661\u0662", "!This is no date."},
       {"12/31/1799", "!Only dates from 01/01/1800 to 12/31/9999 can be taken."},
-      {"+99999999", "!Only dates from"}, {"+000000000001", "!Only dates from"}};
+      {"+99999999", "!Only dates from"}, {"+000000000001", "!Only dates from"}});
   // clang-format on
-  for (const auto& [typed, result, birth] : cases) {
-    const std::string expected = result;
-    // A reason is compared as far as it is told here.
-    const std::string found = read(typed, day(2026, 11, 25), false);
-    EXPECT_EQ(expected.front() == '!' ? found.substr(0, expected.size()) : found, expected)
-        << typed;
-    const std::string ofBirth = birth == nullptr ? found : birth;
-    EXPECT_EQ(read(typed, day(2026, 11, 25), true), ofBirth) << typed << ", birth";
-  }
 }
 
 TEST(TypedDateTest, BoundsThatFallOnTheEndOfAMonthHold) {
-  const Case cases[] = {{"1", "03/01/2024", "02/01/2024"},
-                        {"29", "02/29/2024"},
-                        {"30", "01/30/2024"},
-                        {"2/28/25", "02/28/2025", "02/28/1925"},
-                        {"3/1/25", "03/01/1925"},
-                        {"2/29", "02/29/2024"},
-                        {"2/29/00", "02/29/2000"}};
-  for (const auto& [typed, result, birth] : cases) {
-    EXPECT_EQ(read(typed, day(2024, 2, 29), false), result) << typed;
-    EXPECT_EQ(read(typed, day(2024, 2, 29), true), birth == nullptr ? result : birth) << typed;
-  }
-  EXPECT_EQ(read("1/1", day(2025, 12, 31), false), "01/01/2026");
-  EXPECT_EQ(read("1", day(2025, 12, 31), false), "01/01/2026");
-  EXPECT_EQ(read("2/29", day(2103, 3, 1), false), "02/29/2096");
+  // clang-format off
+  expectReads(day(2024, 2, 29), {
+      {"1", "03/01/2024", "02/01/2024"}, {"29", "02/29/2024"}, {"30", "01/30/2024"},
+      {"2/28/25", "02/28/2025", "02/28/1925"}, {"3/1/25", "03/01/1925"}, {"2/29", "02/29/2024"},
+      {"2/29/00", "02/29/2000"}});
+  expectReads(day(2025, 12, 31), {{"1/1", "01/01/2026", "01/01/2025"}, {"1", "01/01/2026", "12/01/2025"}});
+  expectReads(day(2103, 3, 1), {{"2/29", "02/29/2096"}});
+  // clang-format on
 }
 
 }  // namespace
