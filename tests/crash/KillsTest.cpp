@@ -47,7 +47,6 @@ class KillsTest : public CrashTest {
     makeAnew(file_);
     makeAnew(model_);
   }
-  void TearDown() override { closeConnection(); }
 
   // The nth thing that is done to an office.
   int doNth(int n) {

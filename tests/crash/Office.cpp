@@ -76,10 +76,7 @@ constexpr const char* kUnused[] = {
     "INSERT INTO EvaluationManagement VALUES (3, 'unused', 1, 1, 2, '', '', 1, 1, 2)",
     "INSERT INTO DoctorCoveringDoctors VALUES (2, 1)"};
 
-std::string& officeAtFirst() {
-  static std::string bytes;
-  return bytes;
-}
+std::string officeAtFirst;
 
 }  // namespace
 
@@ -107,13 +104,13 @@ void CrashTest::SetUpTestSuite() {
   seedOffice();
   for (const char* statement : kUnused) run(statement);
   closeConnection();
-  officeAtFirst() = folder.read("office.db");
+  officeAtFirst = folder.read("office.db");
 }
 
 void CrashTest::makeAnew(const std::string& file) {
   closeConnection();
   for (const char* part : {"-wal", "-shm"}) fs::remove(file + part);
-  std::ofstream(file, std::ios::binary) << officeAtFirst();
+  std::ofstream(file, std::ios::binary) << officeAtFirst;
 }
 
 void CrashTest::connect(const std::string& file) {

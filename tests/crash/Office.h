@@ -29,6 +29,10 @@ class CrashTest : public DataTest {
  protected:
   static void SetUpTestSuite();  // makes the office that every test begins with
   void SetUp() override { makeAnew(file_); }
+  void TearDown() override {
+    closeConnection();
+    DataTest::TearDown();
+  }
 
   static void makeAnew(const std::string& file);
   static void connect(const std::string& file);

@@ -30,16 +30,10 @@ void apply(const Deed& deed, Fate fate, std::string& bytes, std::mt19937& random
 
 class PowerCutTest : public CrashTest {
  protected:
-  void TearDown() override {
-    recordDeeds(nullptr);
-    closeConnection();
-  }
-
   // Does one thing after another; a deed with the path "" stands where each was acknowledged.
   void work(int steps) {
     connect(file_);
     run("PRAGMA wal_autocheckpoint=20");
-    takeStatements();
     contents_.push_back(contentOf(file_));
     std::mt19937 random{20260309};
     for (int n = 0; n < steps; ++n) {

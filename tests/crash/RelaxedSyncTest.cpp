@@ -16,7 +16,6 @@ class RelaxedSyncTest : public CrashTest {
     connect(file_);
     full_ = synchronous();
   }
-  void TearDown() override { closeConnection(); }
   static std::string synchronous() { return rows("PRAGMA synchronous"); }
 
   std::string full_;

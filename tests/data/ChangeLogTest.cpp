@@ -1,16 +1,15 @@
 #include "core/Principal.h"
 #include "data/BWSQLCharges.h"
-#include "data/BWSQLInsurances.h"
 #include "data/SavedQueries.h"
 #include "data/Schema.h"
-#include "tests/data/DataFixture.h"
+#include "tests/data/Routines.h"
 #include "tests/server/TestDatabase.h"
 
 namespace bw {
 namespace {
 
 // An office whose database keeps a log of changes, which is empty.
-class ChangeLogTest : public DataTest {
+class ChangeLogTest : public RoutineTest {
  protected:
   void SetUp() override {
     DatabaseConnection = Connection();
@@ -28,13 +27,12 @@ class ChangeLogTest : public DataTest {
   }
 
   Engine* engine_ = nullptr;
-  std::string message_;
 };
 
 TEST_F(ChangeLogTest, LineOfAStatementIsStoredWithItOrNeitherIs) {
-  EXPECT_EQ(InsuranceUpdate(1, "Second", "S", message_), 0);
-  EXPECT_EQ(InsuranceUpdate(7, "Third", "T", message_), 2);  // no such row: rolled back
-  EXPECT_EQ(InsuranceDelete(1, message_), 1);                // refused: in use
+  EXPECT_EQ(InsuranceUpdate(1, "Second", "S", message), 0);
+  EXPECT_EQ(InsuranceUpdate(7, "Third", "T", message), 2);  // no such row: rolled back
+  EXPECT_EQ(InsuranceDelete(1, message), 1);                // refused: in use
   EXPECT_EQ(log(), "1|UPDATE Insurance S");
   EXPECT_EQ(rows("SELECT Statement FROM ChangeLog"),
             "UPDATE Insurance SET Description='Second', BillingInsuranceCode='S' WHERE "
@@ -50,7 +48,7 @@ TEST_F(ChangeLogTest, TakesTheRoadOfTransactionsWithinOneAnother) {
   Date date;
   TimeOfDay time;
   const auto insert = [&](const std::string& diagnoses) {
-    return ChargeInsert(25001, date, time, now.date, 1, 1, 2, 1, diagnoses, ";", 0, message_);
+    return ChargeInsert(25001, date, time, now.date, 1, 1, 2, 1, diagnoses, ";", 0, message);
   };
   EXPECT_EQ(insert(";1;1;"), 2);  // the second detail is refused
   EXPECT_EQ(log(), "");
@@ -65,8 +63,8 @@ TEST_F(ChangeLogTest, TakesTheRoadOfTransactionsWithinOneAnother) {
 
 TEST_F(ChangeLogTest, LineThatCannotBeWrittenFailsItsStatement) {
   engine_->execute("ALTER TABLE ChangeLog RENAME COLUMN Station TO Lost");
-  EXPECT_EQ(InsuranceUpdate(1, "Second", "S", message_), 1);
-  EXPECT_NE(message_.find("tation"), std::string::npos) << message_;
+  EXPECT_EQ(InsuranceUpdate(1, "Second", "S", message), 1);
+  EXPECT_NE(message.find("tation"), std::string::npos) << message;
   EXPECT_THROW(run("UPDATE Insurance SET Description='x'"), RuntimeError);
   EXPECT_EQ(rows("SELECT Description FROM Insurance"), "Mutual");
 }

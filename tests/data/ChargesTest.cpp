@@ -101,23 +101,20 @@ TEST_F(ChargesTest, UpdateTouchesOnlyTheDifference) {
       {"2", "1", ";2;", ";2;40000;", "BEGIN p-1 p+2 ROLLBACK", "1 Overflow"},
       {"2", "1", ";2;3", ";1", "BEGIN p-1 row COMMIT", "0"},
   };
-  const auto store = [](const std::string& table, const std::string& code, const char* codes) {
-    run("DELETE FROM " + table);
-    run("INSERT INTO " + table + " SELECT PatientId, ChargeDate, ChargeTime, " + code +
-        " FROM PatientCharges, " + (table == "ChargeDiagnosis" ? "Diagnosis" : "Procedures") +
-        " WHERE " + code + " IN (" + codes + ")");
+  const auto store = [](const std::string& catalogue, const std::string& code, const char* codes) {
+    run("DELETE FROM Charge" + catalogue);
+    run("INSERT INTO Charge" + catalogue + " SELECT PatientId, ChargeDate, ChargeTime, " + code +
+        " FROM PatientCharges, " + catalogue + " WHERE " + code + " IN (" + codes + ")");
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(std::string(test.wantedDiagnoses) + " " + test.wantedProcedures);
-    store("ChargeDiagnosis", "DiagnosisCode", test.diagnoses);
-    store("ChargeProcedures", "ProcedureCode", test.procedures);
+    store("Diagnosis", "DiagnosisCode", test.diagnoses);
+    store("Procedures", "ProcedureCode", test.procedures);
     const std::string before = details();
     takeStatements();
     EXPECT_EQ(update(test.wantedDiagnoses, test.wantedProcedures), test.told);
     EXPECT_EQ(issued(), test.issued);
-    if (test.told != "0") {
-      EXPECT_EQ(details(), before);
-    }
+    EXPECT_TRUE(test.told == "0" || details() == before) << details();
   }
 }
 

@@ -1,4 +1,5 @@
 #include "tests/data/Routines.h"
+#include "tests/records/Rows.h"
 
 namespace bw {
 namespace {
@@ -67,9 +68,7 @@ TEST_F(DoctorsTest, NewDoctorIsStoredWithAllPairsOrNotAtAll) {
   EXPECT_EQ(count("Doctors") + count("DoctorCoveringDoctors"), "43");
   ASSERT_EQ(DoctorInsert(code, "Egan", "E", ";2;1;", message), 0);
   EXPECT_EQ(code, 5);
-  const RecordSetRef pairs = CoveringDoctorList(5);
-  ASSERT_EQ(pairs->RecordCount(), 2);
-  EXPECT_EQ(pairs->code("CoveringDoctorCode"), 1);
+  EXPECT_EQ(bw::told(*CoveringDoctorList(5)), "5|1 5|2");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "records/RecordSet.h"
 
 #include <functional>
+#include <map>
 
 #include "tests/records/Rows.h"
 #include "tests/text/Raised.h"
@@ -9,6 +10,19 @@ namespace bw {
 namespace {
 
 std::string numberOf(ErrorNumber number) { return "!" + std::to_string(static_cast<int>(number)); }
+
+using Steps = std::map<std::string, std::function<void(RecordSet&, const std::string&)>>;
+const Steps kSteps{{"at", [](auto& it, auto& to) { it.setAbsolutePosition(std::stol(to)); }},
+                   {"first", [](auto& it, auto&) { it.MoveFirst(); }},
+                   {"next", [](auto& it, auto&) { it.MoveNext(); }},
+                   {"find", [](auto& it, auto& what) { it.Find(what); }},
+                   {"filter", [](auto& it, auto& by) { it.setFilter(by); }},
+                   {"sort", [](auto& it, auto& by) { it.setSort(by); }},
+                   {"add", [](auto& it, auto&) { it.AddNew(); }},
+                   {"update", [](auto& it, auto&) { it.Update(); }},
+                   {"delete", [](auto& it, auto&) { it.Delete(); }},
+                   {"name", [](auto& it, auto& value) { it.set("Names", value); }},
+                   {"look", [](auto&, auto&) {}}};
 
 // A record set under a script of steps. Each step is a word and, behind a blank, its argument;
 // afterwards the set tells where it stands: "2/3 Beta" is position, count and current name, an
@@ -23,30 +37,13 @@ class Stage {
     const std::string word = step.substr(0, blank);
     const std::string argument = blank == std::string::npos ? "" : step.substr(blank + 1);
     if (word == "order") return names();
-    const auto error = raisedBy([&] { perform(word, argument); });
+    const auto error = raisedBy([&] { kSteps.at(word)(set, argument); });
     return (error ? numberOf(*error) + " " : "") + place();
   }
 
   RecordSet set;
 
  private:
-  void perform(const std::string& word, const std::string& argument) {
-    if (word == "at") return set.setAbsolutePosition(std::stol(argument));
-    if (word == "first") return set.MoveFirst();
-    if (word == "next") return set.MoveNext();
-    if (word == "find") return set.Find(argument);
-    if (word == "filter") return set.setFilter(argument);
-    if (word == "sort") return set.setSort(argument);
-    if (word == "add") return set.AddNew();
-    if (word == "update") return set.Update();
-    if (word == "delete") return set.Delete();
-    if (word == "set") {
-      const std::size_t equals = argument.find('=');
-      return set.set(argument.substr(0, equals), argument.substr(equals + 1));
-    }
-    if (word != "look") throw std::logic_error("no such step: " + word);
-  }
-
   std::string place() const {
     std::string name;
     const auto error = raisedBy([&] { name = set.isNull("Names") ? "null" : set.text("Names"); });
@@ -58,9 +55,8 @@ class Stage {
     std::string text;
     const Column& column = set.rows()->columns[set.rows()->indexOf("Names")];
     for (const std::uint32_t index : set.view()) {
-      const Value name = column.value(index);
       if (!text.empty()) text += ' ';
-      text += isNull(name) ? "null" : textOf(name).empty() ? "''" : textOf(name);
+      text += column.isNull(index) ? "null" : textOf(column.value(index));
     }
     return text;
   }
@@ -101,16 +97,16 @@ const std::vector<Row> kFourCharges{charge("5/1/10", 5, 1, 10), charge("7/2/11",
 // clang-format off
 const Script kScripts[] = {
     {"EveryMoveCompletesTheEdit", kNames, kGreek,
-     {{"sort Names", "2/3 Beta"}, {"at 1", "1/3 Alpha"}, {"set Names=Omega", "1/3 Omega"},
+     {{"sort Names", "2/3 Beta"}, {"at 1", "1/3 Alpha"}, {"name Omega", "1/3 Omega"},
       {"next", "-3/3 !3021"}, {"order", "Beta Delta Omega"}, {"first", "1/3 Beta"},
-      {"set Names=Pi", "1/3 Pi"}, {"at 3", "3/3 Pi"}, {"set Names=Aa", "3/3 Aa"},
-      {"find Names='aa'", "1/3 Aa"}, {"set Names=Psi", "1/3 Psi"}, {"sort ", "1/3 Psi"},
-      {"add", "-1/3 null"}, {"set Names=One", "-1/3 One"}, {"add", "-1/4 null"},
-      {"set Names=Two", "-1/4 Two"}, {"filter Code>0", "1/3 Psi"}, {"filter ", "1/5 Psi"},
+      {"name Pi", "1/3 Pi"}, {"at 3", "3/3 Pi"}, {"name Aa", "3/3 Aa"},
+      {"find Names='aa'", "1/3 Aa"}, {"name Psi", "1/3 Psi"}, {"sort ", "1/3 Psi"},
+      {"add", "-1/3 null"}, {"name One", "-1/3 One"}, {"add", "-1/4 null"},
+      {"name Two", "-1/4 Two"}, {"filter Code>0", "1/3 Psi"}, {"filter ", "1/5 Psi"},
       {"order", "Psi Omega Delta One Two"}}},
     {"DeletedRowIsFollowedByItsNext", kNames, kLetters,
      {{"at 2", "2/5 b"}, {"delete", "-1/4 !3021"}, {"update", "-1/4 !3021"},
-      {"delete", "!3021 -1/4 !3021"}, {"set Names=x", "!3021 -1/4 !3021"}, {"next", "2/4 c"},
+      {"delete", "!3021 -1/4 !3021"}, {"name x", "!3021 -1/4 !3021"}, {"next", "2/4 c"},
       {"at 4", "4/4 e"}, {"delete", "-1/3 !3021"}, {"next", "-3/3 !3021"},
       {"next", "!3021 -3/3 !3021"}, {"at 2", "2/3 c"}, {"delete", "-1/2 !3021"},
       {"sort Names DESC", "-1/2 !3021"}, {"next", "1/2 d"}, {"delete", "-1/1 !3021"},
@@ -118,7 +114,7 @@ const Script kScripts[] = {
       {"first", "!3021 -1/0 !3021"}}},
     {"PositionOutsideTheCount", kNames, kGreek,
      {{"at 0", "!3001 1/3 Beta"}, {"at -1", "!3001 1/3 Beta"}, {"at 4", "-3/3 !3021"},
-      {"set Names=x", "!3021 -3/3 !3021"}, {"delete", "!3021 -3/3 !3021"},
+      {"name x", "!3021 -3/3 !3021"}, {"delete", "!3021 -3/3 !3021"},
       {"next", "!3021 -3/3 !3021"}, {"at 3", "3/3 Delta"}}},
     // Three finds in a row are no search for a key: each starts where the one before has stopped.
     {"FindsStartOnTheCurrentRow", kCharges, kFourCharges,
@@ -143,15 +139,15 @@ const Script kScripts[] = {
       {"filter (Type=1 or Type=2) and Names='a'", "!3001 1/2 a"},
       {"filter [Type]>=1 and [Type]<2 and Names<>'a'", "1/1 b"}}},
     {"ReadOnlySetRefusesEachStep", kNames, kGreek,
-     {{"set Names=x", "!3251 1/3 Beta"}, {"add", "!3251 1/3 Beta"},
-      {"set Names=x", "!3251 1/3 Beta"}, {"update", "1/3 Beta"}, {"delete", "!3251 1/3 Beta"},
+     {{"name x", "!3251 1/3 Beta"}, {"add", "!3251 1/3 Beta"},
+      {"name x", "!3251 1/3 Beta"}, {"update", "1/3 Beta"}, {"delete", "!3251 1/3 Beta"},
       {"sort Names", "2/3 Beta"}, {"filter Code<3", "1/2 Alpha"}, {"order", "Alpha Beta"}}, LockType::readOnly},
     {"EmptySet", kNames, {},
      {{"look", "-1/0 !3021"}, {"first", "!3021 -1/0 !3021"}, {"next", "!3021 -1/0 !3021"},
       {"find Code=1", "-1/0 !3021"}, {"sort Names", "-1/0 !3021"}, {"at 1", "-1/0 !3021"},
-      {"add", "-1/0 null"}, {"update", "1/1 null"}, {"set Names=x", "1/1 x"}, {"next", "-3/1 !3021"}}},
+      {"add", "-1/0 null"}, {"update", "1/1 null"}, {"name x", "1/1 x"}, {"next", "-3/1 !3021"}}},
     {"UnstoredNewRowIsDroppedByDelete", kNames, kGreek,
-     {{"at 2", "2/3 Alpha"}, {"add", "-1/3 null"}, {"set Names=x", "-1/3 x"},
+     {{"at 2", "2/3 Alpha"}, {"add", "-1/3 null"}, {"name x", "-1/3 x"},
       {"delete", "2/3 Alpha"}, {"order", "Beta Alpha Delta"}}}};
 // clang-format on
 

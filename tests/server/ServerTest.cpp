@@ -73,13 +73,11 @@ class ServerTest : public testing::Test {
 
 // What the saved queries compare by.
 TEST_F(ServerTest, FoldsTextsAsTheProgramDoes) {
-  const PostgresResult letters = administrator.query(
-      "SELECT t, bw_fold(t) FROM (SELECT string_agg(chr(i), '' ORDER BY i) AS t"
-      " FROM generate_series(1, 125000) AS i WHERE i NOT BETWEEN 55296 AND 57343) AS all_letters");
-  EXPECT_EQ(PQgetvalue(letters.get(), 0, 1), fold(PQgetvalue(letters.get(), 0, 0)));
-  const PostgresResult plain = administrator.query("SELECT bw_fold('Ab C'), bw_fold(NULL) IS NULL");
-  EXPECT_STREQ(PQgetvalue(plain.get(), 0, 0), "ab c");
-  EXPECT_STREQ(PQgetvalue(plain.get(), 0, 1), "t");
+  const PostgresResult found = administrator.query(
+      "SELECT t, bw_fold(t), bw_fold(NULL) IS NULL FROM (SELECT string_agg(chr(i), '' ORDER BY i) "
+      "AS t FROM generate_series(1, 125000) AS i WHERE i NOT BETWEEN 55296 AND 57343) AS letters");
+  EXPECT_EQ(PQgetvalue(found.get(), 0, 1), fold(PQgetvalue(found.get(), 0, 0)));
+  EXPECT_STREQ(PQgetvalue(found.get(), 0, 2), "t");
 }
 
 TEST_F(ServerTest, LostConnectionIsToldOnceAndTheNextStatementConnectsAnew) {

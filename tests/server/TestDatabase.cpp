@@ -84,9 +84,7 @@ std::unique_ptr<Engine> emptyOffice() {
 
 std::string noSuchColumn(const std::string& name) {
   if (!onServer()) return "no such column: " + name;
-  std::string small = name;
-  makeLower(small);
-  return concat("column \"", small, "\" does not exist");
+  return concat("column \"", fold(name), "\" does not exist");
 }
 
 std::string relationsOff() {
