@@ -30,13 +30,9 @@ TEST(ColumnSearchTest, EveryKindOfValueIsFoundByWhatItShows) {
        row(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
        row("STRASSE", "1960-06-15", "14:05:09", "2003-06-15 14:05:09", 3, 1999999999)});
   // clang-format on
-  struct Case {
-    std::size_t column;
-    const char* wanted;
-    const char* rows;
-  };
+  // A column, what is wanted, and how each row is hit.
   // clang-format off
-  const Case cases[] = {
+  const std::tuple<std::size_t, const char*, const char*> cases[] = {
       {0, "NUNEZ", "sw--"}, {0, "núñ", "sw--"}, {0, "straße", "---s"}, {0, "anaana", "----"},
       {0, "a", "ws-i"}, {1, "6/15", "s--s"}, {1, "6", "sw-s"}, {2, "2:05:09 p", "s--s"},
       {2, "12:00", "-s--"}, {3, "1/1/1999", "-s--"}, {3, "2003 2:0", "w--w"}, {4, "3", "w--s"},
@@ -48,26 +44,22 @@ TEST(ColumnSearchTest, EveryKindOfValueIsFoundByWhatItShows) {
 
 // Each is searched as it can be typed; a word may begin behind a part that begins none.
 TEST(TextSearchTest, WordsGoBeforePartsAndSignsOfPrintAreThoseOfTheKeyboard) {
-  struct Case {
-    const char* text;
-    const char* wanted;
-    Hit hit;
-  };
   TextSearch all;
   // clang-format off
-  const std::vector<Case> cases{
+  const std::vector<std::tuple<const char*, const char*, Hit>> cases{
       {"Deacon Adea, Dean", "dea", Hit::atStart}, {"Adea Dean", "dea", Hit::atWord},
       {"X-ray, knee", "ray", Hit::atWord}, {"Bell (Covering Ames)", "covering a", Hit::atWord},
       {"Élan", "lan", Hit::inside}, {"Nuñez Ñandú", "nand", Hit::atWord},
       {"St. Joseph’s – West", "st. joseph's - w", Hit::atStart}, {"Knee pain", "knee pain", Hit::atStart},
       {"écho", "echo", Hit::atStart}, {"Knee", "knee x", Hit::none}, {"a", "b", Hit::none}};
   // clang-format on
-  for (const Case& test : cases) all.add(test.text);
+  for (const auto& [text, wanted, hit] : cases) all.add(text);
   for (std::size_t i = 0; i < cases.size(); ++i) {
-    const std::string wanted = searchText(cases[i].wanted);
-    EXPECT_EQ(hitOf(cases[i].text, wanted), cases[i].hit) << cases[i].text;
+    const auto& [text, typed, hit] = cases[i];
+    const std::string wanted = searchText(typed);
+    EXPECT_EQ(hitOf(text, wanted), hit) << text;
     all.search(wanted);
-    EXPECT_EQ(all.hit(i), cases[i].hit) << cases[i].text << " among others";
+    EXPECT_EQ(all.hit(i), hit) << text << " among others";
   }
 }
 

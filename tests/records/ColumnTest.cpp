@@ -27,7 +27,7 @@ constexpr std::int64_t kEnds[] = {-2147483648, 2147483647, 0, -1};
 
 // clang-format off
 const Kind kKinds[] = {
-    {FieldType::smallint, [](std::int64_t random) { return Value(random % 254); }, std::int64_t{-1}},
+    {FieldType::smallint, [](std::int64_t random) { return Value(random % 65535 - 32768); }, std::int64_t{32767}},
     {FieldType::integer, [](std::int64_t random) { return Value(random % 8 < 4 ? kEnds[random % 4] : random - 2147483648); },
      std::int64_t{2147483646}},
     {FieldType::date, [](std::int64_t random) { return Value(momentOf(random % 80000 - 20000, 0).date); }, *makeDate(9999, 12, 31)},

@@ -34,14 +34,8 @@ TEST(DateLiteral, IsNoneWhenThereIsNoSuchMoment) {
 }
 
 TEST(Clause, ReadsNameSignAndValueWithBlanksAnywhere) {
-  struct Case {
-    const char* text;
-    const char* name;
-    Comparison comparison;
-    Value value;
-  };
   // clang-format off
-  const std::vector<Case> cases{
+  const std::vector<std::tuple<const char*, const char*, Comparison, Value>> cases{
       {"PatientId=7", "PatientId", Comparison::equal, std::int64_t{7}},
       {"  FacilityCode  =  -7  ", "FacilityCode", Comparison::equal, std::int64_t{-7}},
       {"[Real Code]<>'O''Brien'''", "Real Code", Comparison::notEqual, "O'Brien'"},
@@ -52,11 +46,11 @@ TEST(Clause, ReadsNameSignAndValueWithBlanksAnywhere) {
       {"ChargeTime = # 2:05:09 PM #", "ChargeTime", Comparison::equal, kTime},
       {"a=' and b=1'", "a", Comparison::equal, " and b=1"}};
   // clang-format on
-  for (const Case& c : cases) {
-    const Clause clause = parseClause(c.text);
-    EXPECT_EQ(clause.name, c.name) << c.text;
-    EXPECT_EQ(clause.comparison, c.comparison) << c.text;
-    EXPECT_EQ(clause.value, c.value) << c.text;
+  for (const auto& [text, name, comparison, value] : cases) {
+    const Clause clause = parseClause(text);
+    EXPECT_EQ(clause.name, name) << text;
+    EXPECT_EQ(clause.comparison, comparison) << text;
+    EXPECT_EQ(clause.value, value) << text;
   }
 }
 

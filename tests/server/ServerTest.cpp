@@ -16,8 +16,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::string kLost = refusalSentence(Refusal::lost);
-
 // Two stations and an administrator at the database of an office.
 class ServerTest : public testing::Test {
  protected:
@@ -84,7 +82,7 @@ TEST_F(ServerTest, LostConnectionIsToldOnceAndTheNextStatementConnectsAnew) {
   ours.BeginTrans();
   ours.Execute(add(2));
   cutConnections();
-  EXPECT_EQ(refusalOf(ours, add(3)), kLost);
+  EXPECT_EQ(refusalOf(ours, add(3)), refusalSentence(Refusal::lost));
   EXPECT_NE(refusalOf(ours, add(3)), "") << "it would be stored by itself";
   ours.RollbackTrans();
   store(4);
@@ -123,7 +121,7 @@ TEST_F(ServerTest, ACommitWhoseAnswerWasLostIsToldAsItEnded) {
   administrator.query("DELETE FROM insurance WHERE insurancecode > 1");
 
   breakCommits();
-  EXPECT_EQ(refusalOfCommit(), kLost);
+  EXPECT_EQ(refusalOfCommit(), refusalSentence(Refusal::lost));
   EXPECT_EQ(ours.transactionLevel(), 0);
   EXPECT_EQ(stored(), "1");
 

@@ -7,14 +7,12 @@
 namespace bw {
 namespace {
 
-Date day(int year, int month, int dayOfMonth) {
-  return makeDate(year, month, dayOfMonth).value_or(Date{});
-}
-
 // A date is shown in full; "!" and a part of the reason stands for none.
 std::string read(const char* typed, Date today, bool birth) {
-  const TypedDate result = readTypedDate(
-      typed, {.today = today, .first = day(1800, 1, 1), .last = day(9999, 12, 31), .birth = birth});
+  const TypedDate result = readTypedDate(typed, {.today = today,
+                                                 .first = *makeDate(1800, 1, 1),
+                                                 .last = *makeDate(9999, 12, 31),
+                                                 .birth = birth});
   EXPECT_NE(result.date.has_value(), !result.reason.empty());
   return result.date ? Format(*result.date, "mm/dd/yyyy") : "!" + result.reason;
 }
@@ -38,7 +36,7 @@ void expectReads(Date today, const std::vector<Case>& cases) {
 
 TEST(TypedDateTest, NoTextIsTakenForAnotherDate) {
   // clang-format off
-  expectReads(day(2026, 11, 25), {
+  expectReads(*makeDate(2026, 11, 25), {
       // As a whole.
       {"12302025", "12/30/2025"}, {"02292024", "02/29/2024"}, {"1/5/2026", "01/05/2026"},
       {"10-1-2025", "10/01/2025"}, {"1.5.26", "01/05/2026"}, {"  3 / 7  1999 ", "03/07/1999"},
@@ -68,12 +66,12 @@ TEST(TypedDateTest, NoTextIsTakenForAnotherDate) {
 
 TEST(TypedDateTest, BoundsThatFallOnTheEndOfAMonthHold) {
   // clang-format off
-  expectReads(day(2024, 2, 29), {
+  expectReads(*makeDate(2024, 2, 29), {
       {"1", "03/01/2024", "02/01/2024"}, {"29", "02/29/2024"}, {"30", "01/30/2024"},
       {"2/28/25", "02/28/2025", "02/28/1925"}, {"3/1/25", "03/01/1925"}, {"2/29", "02/29/2024"},
       {"2/29/00", "02/29/2000"}});
-  expectReads(day(2025, 12, 31), {{"1/1", "01/01/2026", "01/01/2025"}, {"1", "01/01/2026", "12/01/2025"}});
-  expectReads(day(2103, 3, 1), {{"2/29", "02/29/2096"}});
+  expectReads(*makeDate(2025, 12, 31), {{"1/1", "01/01/2026", "01/01/2025"}, {"1", "01/01/2026", "12/01/2025"}});
+  expectReads(*makeDate(2103, 3, 1), {{"2/29", "02/29/2096"}});
   // clang-format on
 }
 
