@@ -1,5 +1,6 @@
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "engine/Rewriter.h"
@@ -9,21 +10,22 @@
 
 namespace {
 
+// What stands at a place of a statement: a text in quotes or brackets, or another sign.
+std::string_view pieceAt(std::string_view statement, std::size_t at) {
+  const char c = statement[at];
+  if (c != '\'' && c != '[') return statement.substr(at, 1);
+  const std::size_t end = statement.find(c == '[' ? ']' : '\'', at + 1);
+  bw::check(end != std::string_view::npos, "quotes and brackets are closed");
+  return statement.substr(at, end + 1 - at);
+}
+
 // What an engine sees outside quotes and brackets, each of these replaced by a blank.
-std::string outsideOf(const std::string& statement) {
+std::string outsideOf(std::string_view statement) {
   std::string outside;
-  std::size_t at = 0;
-  while (at < statement.size()) {
-    const char c = statement[at];
-    if (c != '\'' && c != '[') {
-      outside += c;
-      ++at;
-      continue;
-    }
-    const std::size_t end = statement.find(c == '[' ? ']' : '\'', at + 1);
-    bw::check(end != std::string::npos, "quotes and brackets are closed");
-    outside += ' ';
-    at = end + 1;
+  for (std::size_t at = 0; at < statement.size();) {
+    const std::string_view piece = pieceAt(statement, at);
+    outside += piece.size() == 1 ? piece.front() : ' ';
+    at += piece.size();
   }
   return outside;
 }
@@ -35,23 +37,17 @@ std::string literalOf(const bw::StatementValue& value) {
 
 // The statement that a shape was taken from, but for zeros in front of its numbers.
 std::string statementOf(const bw::EngineStatement& shared) {
-  const std::string& shape = shared.shape;
   std::string statement;
   std::size_t used = 0;
-  std::size_t at = 0;
-  while (at < shape.size()) {
-    const char c = shape[at];
-    if (c == '?') {
-      bw::check(used < shared.values.size(), "every place has a value");
-      statement += literalOf(shared.values[used++]);
-      ++at;
+  for (std::size_t at = 0; at < shared.shape.size();) {
+    const std::string_view piece = pieceAt(shared.shape, at);
+    at += piece.size();
+    if (piece != "?") {
+      statement += piece;
       continue;
     }
-    const bool opens = c == '\'' || c == '[';
-    const std::size_t end = opens ? shape.find(c == '[' ? ']' : '\'', at + 1) : at;
-    bw::check(end != std::string::npos, "quotes and brackets of a shape are closed");
-    statement += shape.substr(at, end + 1 - at);
-    at = end + 1;
+    bw::check(used < shared.values.size(), "every place has a value");
+    statement += literalOf(shared.values[used++]);
   }
   bw::check(used == shared.values.size(), "every value has a place");
   return statement;

@@ -1,7 +1,6 @@
 #include "review/BeforePosting.h"
 
 #include <algorithm>
-#include <set>
 
 #include "tests/review/RandomOffice.h"
 #include "text/Text.h"
@@ -11,152 +10,111 @@ namespace {
 
 class BeforePostingTest : public RandomOfficeTest {
  protected:
-  void readTables() {
-    charges_ = table("PatientCharges");
-    patients_ = table("Patient");
-    concepts_ = table("EvaluationManagement");
-    facilities_ = table("Facility");
-    doctors_ = table("Doctors");
-    diagnoses_ = table("Diagnosis");
-    procedures_ = table("Procedures");
-    chargeDiagnoses_ = table("ChargeDiagnosis");
-    chargeProcedures_ = table("ChargeProcedures");
+  // An office with one ready charge that lacks nothing.
+  static void makeReady() {
+    clear();
+    seedOffice();
+    run("UPDATE Diagnosis SET BillingDiagnosisCode = 'X'");
+    run("UPDATE Procedures SET BillingProcedureCode = 'X'");
   }
-
-  static bool sameCharge(const TableRow& a, const TableRow& b) {
-    return a.at("PatientId") == b.at("PatientId") && a.at("ChargeDate") == b.at("ChargeDate") &&
-           a.at("ChargeTime") == b.at("ChargeTime");
-  }
-
-  static std::string uncoded(const TableRow& charge, const std::vector<TableRow>& details,
-                             const std::vector<TableRow>& catalogue, const std::string& key,
-                             const std::string& code) {
-    std::string names;
-    for (const TableRow& detail : details) {
-      const TableRow item = find(catalogue, key, detail.at(key));
-      if (sameCharge(charge, detail) && isBlank(item.at(code)))
-        names += (names.empty() ? "" : ", ") + item.at("Description");
-    }
-    return names;
-  }
-
-  // "cause|what" of a ready charge.
-  Strings faultsOf(const TableRow& charge) const {
-    Strings faults;
-    const auto add = [&](bool found, const std::string& cause, const std::string& what = "") {
-      if (found) faults.push_back(cause + "|" + what);
-    };
-    const TableRow patient = find(patients_, "PatientId", charge.at("PatientId"));
-    const TableRow kind = find(concepts_, "EMCode", charge.at("EMCode"));
-    const TableRow facility = find(facilities_, "FacilityCode", charge.at("FacilityCode"));
-    const TableRow doctor = find(doctors_, "DoctorCode", charge.at("DoctorCode"));
-    const TableRow refer = find(doctors_, "DoctorCode", charge.at("ReferDoctorCode"));
-    const bool inside = kind.at("ChargeTypeCode") == "1";
-    const auto care = *dateOf(charge.at("ChargeRealDate"));
-    const auto birth = dateOf(patient.at("DateOfBirth"));
-    const auto alike = std::count_if(charges_.begin(), charges_.end(), [&](const TableRow& other) {
-      return other.at("PatientId") == charge.at("PatientId") &&
-             other.at("ChargeRealDate") == charge.at("ChargeRealDate") &&
-             other.at("EMCode") == charge.at("EMCode");
-    });
-    add(std::none_of(chargeDiagnoses_.begin(), chargeDiagnoses_.end(),
-                     [&](const TableRow& detail) { return sameCharge(charge, detail); }),
-        "No diagnosis");
-    add(isBlank(doctor.at("BillingDoctorCode")), "Doctor without billing code",
-        doctor.at("Description"));
-    add(isBlank(refer.at("BillingDoctorCode")), "Referring doctor without billing code",
-        refer.at("Description"));
-    add(isBlank(facility.at(inside ? "BillingFacilityCode" : "BillingFacilityCodeOut")),
-        "Facility without billing code", facility.at("Description"));
-    add(isBlank(kind.at("BillingEMCode")), "E&M concept without billing code",
-        kind.at("Description"));
-    const std::string diagnoses =
-        uncoded(charge, chargeDiagnoses_, diagnoses_, "DiagnosisCode", "BillingDiagnosisCode");
-    add(!diagnoses.empty(), "Diagnosis without billing code", diagnoses);
-    const std::string procedures =
-        uncoded(charge, chargeProcedures_, procedures_, "ProcedureCode", "BillingProcedureCode");
-    add(!procedures.empty(), "Procedure without billing code", procedures);
-    add(isBlank(patient.at("AccountNumber")), "Patient without account");
-    add(!birth, "Patient without date of birth");
-    add(alike > 1, "Several charges of one patient, day and concept", concat(alike, " charges"));
-    add(care > now.date, "Date of care in the future");
-    add(birth && care < *birth, "Date of care before the birth");
-    add(inside && patient.at("InFacilityCode") == "0",
-        "Inpatient concept, patient not admitted today");
-    return faults;
-  }
-
-  // Lines of all findings, and how many a cause has.
-  struct Expected {
-    Strings lines;
-    std::map<std::string, int> counts;
-    std::size_t ready = 0;
-    std::size_t faulty = 0;
-  };
-  Expected expect(const PostingQuestion& question) const {
-    Expected expected;
-    for (const TableRow& charge : charges_) {
-      const TableRow patient = find(patients_, "PatientId", charge.at("PatientId"));
-      if (charge.at("Status") != "0") continue;
-      if (question.insurance != 0 && patient.at("InsuranceCode") != concat(question.insurance))
-        continue;
-      if (question.day && dateOf(charge.at("ChargeRealDate")) != question.day) continue;
-      const Strings faults = faultsOf(charge);
-      ++expected.ready;
-      bool faulty = false;
-      for (const std::string& fault : faults) {
-        const std::string cause = fault.substr(0, fault.find('|'));
-        ++expected.counts[cause];
-        if (cause == off_) continue;
-        faulty = true;
-        expected.lines.push_back(patient.at("Names") + "|" + patient.at("AccountNumber") + "|" +
-                                 charge.at("ChargeRealDate") + "|" + fault);
-      }
-      if (faulty) ++expected.faulty;
-    }
-    std::sort(expected.lines.begin(), expected.lines.end());
-    return expected;
-  }
-
-  void compare(const PostingQuestion& question) {
-    const Expected expected = expect(question);
-    const PostingFindings found = findBeforePosting(readReadyOffice(), question);
-    Strings lines =
-        linesOf(*found.charges, {"Names", "AccountNumber", "ChargeRealDate", "Cause", "What"});
-    std::sort(lines.begin(), lines.end());
-    EXPECT_EQ(lines, expected.lines);
-    EXPECT_EQ(found.ready, expected.ready);
-    EXPECT_EQ(found.faulty, expected.faulty);
-    std::map<std::string, int> counts;
-    for (const std::string& line : linesOf(*found.causes, {"Charges", "Cause"}))
-      if (const int count = std::stoi(line); count > 0)
-        counts[line.substr(line.find('|') + 1)] = count;
-    const int all = counts["All causes"];
-    EXPECT_EQ(static_cast<std::size_t>(all), lines.size());
-    counts.erase("All causes");
-    EXPECT_EQ(counts, expected.counts);
-  }
-
-  std::string off_;
-
- private:
-  std::vector<TableRow> charges_, patients_, concepts_, facilities_, doctors_, diagnoses_,
-      procedures_, chargeDiagnoses_, chargeProcedures_;
+  PostingQuestion all() const { return {.today = now.date}; }
 };
 
-TEST_F(BeforePostingTest, EveryCauseIsFoundInOfficesOfChanceAndNoOther) {
-  for (unsigned seed = 1; seed <= kOffices; ++seed) {
-    SCOPED_TRACE(concat("office ", seed));
-    makeOffice(seed);
-    readTables();
-    off_.clear();
-    compare({.today = now.date});
-    compare({.insurance = 1 + seed % 3, .today = now.date});
-    compare({.day = Date{now.date.day - static_cast<int>(seed % 5)}, .today = now.date});
-    off_ = "Doctor without billing code";
-    compare(
-        {.today = now.date, .isOn = [](std::string_view cause) { return cause != "DoctorCode"; }});
+constexpr const char* kOutpatient = "UPDATE EvaluationManagement SET ChargeTypeCode = 2";
+
+// A posted charge besides the ready one.
+std::string posted(int patient, const char* day, int kind) {
+  return concat("INSERT INTO PatientCharges VALUES (", patient, ", #06/02/2003#, #08:30:00#, #",
+                day, "#, 1, ", kind, ", 1, 2, 1, 17)");
+}
+
+// What is changed of the office that lacks nothing, and what is found then: "cause|what".
+const struct {
+  Strings changes;
+  Strings found;
+} kCases[] = {
+    {{"DELETE FROM ChargeDiagnosis"}, {"No diagnosis|"}},
+    {{"UPDATE Doctors SET BillingDoctorCode = '  ' WHERE DoctorCode = 1"},
+     {"Doctor without billing code|Ames"}},
+    {{"UPDATE Doctors SET BillingDoctorCode = ''"},
+     {"Doctor without billing code|Ames", "Referring doctor without billing code|Bell"}},
+    {{"UPDATE Facility SET BillingFacilityCode = ''"}, {"Facility without billing code|General"}},
+    {{"UPDATE Facility SET BillingFacilityCodeOut = ''"}, {}},
+    {{"UPDATE Facility SET BillingFacilityCode = ''", kOutpatient}, {}},
+    {{"UPDATE Facility SET BillingFacilityCodeOut = ''", kOutpatient},
+     {"Facility without billing code|General"}},
+    {{"UPDATE EvaluationManagement SET BillingEMCode = ''"},
+     {"E&M concept without billing code|Visit"}},
+    {{"INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, d.DiagnosisCode FROM "
+      "PatientCharges, Diagnosis d WHERE d.DiagnosisCode IN (2, 3)",
+      "UPDATE Diagnosis SET BillingDiagnosisCode = '' WHERE DiagnosisCode <> 2"},
+     {"Diagnosis without billing code|d1, d3"}},
+    {{"UPDATE Procedures SET BillingProcedureCode = ' '"}, {"Procedure without billing code|p1"}},
+    {{"UPDATE Patient SET AccountNumber = ' '"}, {"Patient without account|"}},
+    {{"UPDATE Patient SET DateOfBirth = NULL"}, {"Patient without date of birth|"}},
+    {{posted(25000, "06/01/2003", 1)},
+     {"Several charges of one patient, day and concept|2 charges"}},
+    {{posted(25000, "06/02/2003", 1)}, {}},
+    {{posted(25001, "06/01/2003", 1)}, {}},
+    {{"INSERT INTO EvaluationManagement VALUES (2, 'Other', 1, 1, 2, 'B', '9', 1, 1, 2)",
+      posted(25000, "06/01/2003", 2)},
+     {}},
+    {{"UPDATE PatientCharges SET ChargeRealDate = #06/15/2003#"}, {}},
+    {{"UPDATE PatientCharges SET ChargeRealDate = #06/16/2003#"}, {"Date of care in the future|"}},
+    {{"UPDATE Patient SET DateOfBirth = #2003/06/01#"}, {}},
+    {{"UPDATE Patient SET DateOfBirth = #2003/06/02#"}, {"Date of care before the birth|"}},
+    {{"UPDATE Patient SET InFacilityCode = 0"}, {"Inpatient concept, patient not admitted today|"}},
+    {{"UPDATE Patient SET InFacilityCode = 0", kOutpatient}, {}},
+    {{"UPDATE PatientCharges SET Status = 2", "DELETE FROM ChargeDiagnosis"}, {}},
+};
+
+TEST_F(BeforePostingTest, EachCauseIsFoundAtItsBoundsAndNoOther) {
+  for (const auto& [changes, expected] : kCases) {
+    SCOPED_TRACE(changes.front());
+    makeReady();
+    for (const std::string& change : changes) run(change);
+    const PostingFindings found = findBeforePosting(readReadyOffice(), all());
+    EXPECT_EQ(linesOf(*found.charges, {"Cause", "What"}), expected);
+    EXPECT_EQ(found.faulty, expected.empty() ? 0U : 1U);
+    EXPECT_EQ(concat(found.ready), rows("SELECT count(*) FROM PatientCharges WHERE Status = 0"));
   }
+}
+
+TEST_F(BeforePostingTest, AnInsuranceAndADayLeaveTheirPartOfAll) {
+  makeOffice(3);
+  const ReadyOffice office = readReadyOffice();
+  const auto lines = [&](const PostingQuestion& question) {
+    return linesOf(*findBeforePosting(office, question).charges,
+                   {"Cause", "Names", "What", "ChargeRealDate", "Insurance"});
+  };
+  const auto part = [&](const std::string& wanted) {
+    Strings found = lines(all());
+    std::erase_if(found, [&](const std::string& line) { return line.find(wanted) == line.npos; });
+    EXPECT_FALSE(found.empty());
+    return found;
+  };
+  EXPECT_EQ(lines({.insurance = 2, .today = now.date}), part("|Mutual 2"));
+  EXPECT_EQ(lines({.day = now.date, .today = now.date}), part("|6/15/2003|"));
+}
+
+TEST_F(BeforePostingTest, CausesCountTheirLinesAndOneThatIsOffKeepsItsNumber) {
+  makeOffice(3);
+  const ReadyOffice office = readReadyOffice();
+  const Strings lines = linesOf(*findBeforePosting(office, all()).charges, {"Part", "Cause"});
+  PostingQuestion question = all();
+  question.isOn = [](std::string_view cause) { return cause != "DoctorCode"; };
+  const PostingFindings found = findBeforePosting(office, question);
+  const std::string off = "2|Doctor without billing code";
+  const auto shown = std::ssize(lines) - std::ranges::count(lines, off);
+  EXPECT_EQ(std::ssize(linesOf(*found.charges, {"Part"})), shown);
+  EXPECT_LT(shown, std::ssize(lines));
+  Strings expected{concat("0|All causes|", shown, "|0")};
+  Strings causes = linesOf(*found.causes, {"Part", "Cause"});
+  causes.erase(causes.begin());
+  for (const std::string& cause : causes)
+    expected.push_back(
+        concat(cause, "|", std::ranges::count(lines, cause), cause == off ? "|0" : "|1"));
+  EXPECT_EQ(linesOf(*found.causes, {"Part", "Cause", "Charges", "checked"}), expected);
 }
 
 }  // namespace

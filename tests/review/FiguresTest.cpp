@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <set>
 
-#include "review/Lots.h"
 #include "review/Statements.h"
 #include "tests/review/RandomOffice.h"
 #include "text/Text.h"
@@ -75,12 +74,6 @@ class FiguresTest : public RandomOfficeTest {
     EXPECT_EQ(lines, expected);
     EXPECT_EQ(found.all, count(all));
   }
-
-  static std::size_t sumOf(const RowStore& rows, const std::string& field) {
-    std::size_t sum = 0;
-    for (const std::string& text : linesOf(rows, {field})) sum += std::stoul(text);
-    return sum;
-  }
 };
 
 TEST_F(FiguresTest, EveryNumberOfAnOfficeOfChanceIsThatOfItsRows) {
@@ -108,21 +101,6 @@ TEST_F(FiguresTest, TheLatestMonthAndTheDoctorWithTheMostComeFirst) {
   for (const std::string& count : linesOf(*figures({.division = doctor}).rows, {"Count"}))
     counts.push_back(std::stoi(count));
   EXPECT_TRUE(std::is_sorted(counts.rbegin(), counts.rend()));
-}
-
-// What one page says of all charges the others say as well.
-TEST_F(FiguresTest, ThePagesAgreeInTheirSums) {
-  for (unsigned seed = 1; seed <= kOffices; ++seed) {
-    makeOffice(seed);
-    OfficeSnapshot snapshot(1);
-    const Rows all = snapshot.read(statements::kCharges);
-    for (std::size_t division = 0; division < divisionNames().size(); ++division)
-      EXPECT_EQ(sumOf(*findFigures(*all, {.division = division}).rows, "Count"), all->rowCount());
-    const Rows lots = findLots(*all);
-    std::size_t inLots = 0;
-    for (const std::string& lot : linesOf(*all, {"PrintLot"})) inLots += lot.empty() ? 0U : 1U;
-    EXPECT_EQ(sumOf(*lots, "Charges"), inLots);
-  }
 }
 
 }  // namespace

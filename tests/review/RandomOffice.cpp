@@ -1,6 +1,7 @@
 #include "tests/review/RandomOffice.h"
 
 #include <array>
+#include <set>
 
 #include "core/Principal.h"
 #include "data/Literals.h"
@@ -26,23 +27,33 @@ constexpr int kDetails = 6;
 constexpr int kPatients = 24;
 constexpr int kCharges = 120;
 
+template <class... Pieces>
+void insert(const char* table, const Pieces&... values) {
+  DatabaseConnection.Execute(concat("INSERT INTO ", table, " VALUES (", values..., ")"));
+}
+
 }  // namespace
 
 std::string RandomOfficeTest::anyDay(int from, int days) {
   return concat("#", yearFirst(Date{now.date.day + from + any(days)}), "#");
 }
 
+// In quotes.
 std::string RandomOfficeTest::codeOrNone(const char* prefix, int number) {
-  return oneIn(4) ? std::string("  ").substr(0, static_cast<std::size_t>(any(3)))
-                  : concat(prefix, number);
+  return oneIn(4) ? concat("'", std::string(static_cast<std::size_t>(any(3)), ' '), "'")
+                  : concat("'", prefix, number, "'");
+}
+
+void RandomOfficeTest::clear() {
+  const auto tables = schemaTables();
+  for (auto table = tables.rbegin(); table != tables.rend(); ++table)
+    if (!table->isLookup) run(concat("DELETE FROM [", table->name, "]"));
 }
 
 void RandomOfficeTest::makeOffice(unsigned seed) {
   random_.seed(seed);
   DatabaseConnection.BeginTrans();
-  const auto tables = schemaTables();
-  for (auto table = tables.rbegin(); table != tables.rend(); ++table)
-    if (!table->isLookup) run(concat("DELETE FROM [", table->name, "]"));
+  clear();
   fillCatalogues();
   fillPatients();
   fillCharges();
@@ -51,69 +62,54 @@ void RandomOfficeTest::makeOffice(unsigned seed) {
 }
 
 void RandomOfficeTest::fillCatalogues() {
-  for (int i = 1; i <= 3; ++i)
-    run(concat("INSERT INTO Insurance VALUES (", i, ", 'Mutual ", i, "', '')"));
-  run("INSERT INTO DiagnosisFamily VALUES (1, 'All')");
+  for (int i = 1; i <= 3; ++i) insert("Insurance", i, ", 'Mutual ", i, "', ''");
+  insert("DiagnosisFamily", "1, 'All'");
   for (int i = 1; i <= kDetails; ++i) {
-    run(
-        concat("INSERT INTO Diagnosis (DiagnosisCode, Description, DiagnosisFamilyCode, "
-               "RealDiagnosisCode, BillingDiagnosisCode) VALUES (",
-               i, ", 'Diagnosis ", i, "', 1, 'X", i, "', '", codeOrNone("D", i), "')"));
-    run(
-        concat("INSERT INTO Procedures (ProcedureCode, Description, RealProcedureCode, "
-               "BillingProcedureCode) VALUES (",
-               i, ", 'Procedure ", i, "', 'Y", i, "', '", codeOrNone("P", i), "')"));
+    insert("Diagnosis", i, ", 'Diagnosis ", i, "', 1, 'X", i, "', ", codeOrNone("D", i), ", 0");
+    insert("Procedures", i, ", 'Procedure ", i, "', 'Y", i, "', ", codeOrNone("P", i), ", 0");
   }
   for (int i = 1; i <= kConcepts; ++i)
-    run(concat("INSERT INTO EvaluationManagement VALUES (", i, ", 'Concept ", i, "', 1, ",
-               1 + i % 2, ", 2, '", codeOrNone("E", i), "', 'Z", i, "', 1, 1, 0)"));
+    insert("EvaluationManagement", i, ", 'Concept ", i, "', 1, ", 1 + i % 2, ", 2, ",
+           codeOrNone("E", i), ", 'Z", i, "', 1, 1, 0");
   for (int i = 1; i <= kFacilities; ++i)
-    run(concat("INSERT INTO Facility VALUES (", i, ", 'Facility ", i, "', 1, '", codeOrNone("I", i),
-               "', '", codeOrNone("O", i), "')"));
+    insert("Facility", i, ", 'Facility ", i, "', 1, ", codeOrNone("I", i), ", ",
+           codeOrNone("O", i));
   for (int i = 1; i <= kWards; ++i)
-    run(concat("INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (", i, ", ",
-               1 + i % kFacilities, ", 'Ward ", i % 3, "')"));
+    insert("FacilityWards (WardCode, FacilityCode, Description)", i, ", ", 1 + i % kFacilities,
+           ", 'Ward ", i % 3, "'");
   for (int i = 1; i <= kDoctors; ++i)
-    run(concat("INSERT INTO Doctors VALUES (", i, ", 'Doctor ", i, "', '", codeOrNone("R", i),
-               "')"));
+    insert("Doctors", i, ", 'Doctor ", i, "', ", codeOrNone("R", i));
 }
 
 void RandomOfficeTest::fillPatients() {
   for (int i = 1; i <= kPatients; ++i) {
-    const bool admitted = oneIn(2);
-    run(concat(
-        "INSERT INTO Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode, "
-        "InFacilityCode, InWardCode, InDoctorCode) VALUES (",
-        i, ", '", kNames[static_cast<std::size_t>(any(std::size(kNames)))], "', ",
-        oneIn(6) ? std::string("NULL")
-                 : concat("#", kBirths[static_cast<std::size_t>(any(std::size(kBirths)))], "#"),
-        ", '", kAccounts[static_cast<std::size_t>(any(std::size(kAccounts)))], "', ", 1 + any(3),
-        ", ", admitted ? 1 + any(kFacilities) : 0, ", ", any(kWards + 1), ", ", any(kDoctors + 1),
-        ")"));
+    const std::string birth = oneIn(6) ? "NULL" : concat("#", oneOf(kBirths), "#");
+    insert(
+        "Patient (PatientId, Names, DateOfBirth, AccountNumber, InsuranceCode, InFacilityCode, "
+        "InWardCode, InDoctorCode)",
+        i, ", '", oneOf(kNames), "', ", birth, ", '", oneOf(kAccounts), "', ", 1 + any(3), ", ",
+        oneIn(2) ? 1 + any(kFacilities) : 0, ", ", any(kWards + 1), ", ", any(kDoctors + 1));
     for (int doctor = 1; doctor <= kDoctors; ++doctor)
-      if (oneIn(4))
-        run(concat("INSERT INTO PatientDoctors VALUES (", i, ", ", doctor, ", ", 1 + any(2), ", ",
-                   1 + any(3), ")"));
+      if (oneIn(4)) insert("PatientDoctors", i, ", ", doctor, ", ", 1 + any(2), ", ", 1 + any(3));
   }
 }
 
 // Times of entry are few, so that merges would collide.
 void RandomOfficeTest::fillCharges() {
-  std::map<std::string, bool> keys;
+  std::set<std::string> keys;
   for (int i = 0; i < kCharges; ++i) {
     const std::string key =
         concat(1 + any(kPatients), ", ", anyDay(-40, 40), ", #08:00:0", any(3), "#");
-    if (!keys.emplace(key, true).second) continue;
+    if (!keys.insert(key).second) continue;
     const int status = any(4);
-    run(concat("INSERT INTO PatientCharges VALUES (", key, ", ", anyDay(-45, 48), ", ",
-               1 + any(kFacilities), ", ", 1 + any(kConcepts), ", ", 1 + any(kDoctors), ", ",
-               1 + any(kDoctors), ", ", status, ", ",
-               status == 0 && !oneIn(5) ? std::string("NULL")
-                                        : concat(oneIn(3) ? 17 : 200306011 + 10 * any(4)),
-               ")"));
+    const std::string lot =
+        status == 0 && !oneIn(5) ? "NULL" : concat(oneIn(3) ? 17 : 200306011 + 10 * any(4));
+    insert("PatientCharges", key, ", ", anyDay(-45, 48), ", ", 1 + any(kFacilities), ", ",
+           1 + any(kConcepts), ", ", 1 + any(kDoctors), ", ", 1 + any(kDoctors), ", ", status, ", ",
+           lot);
     for (int code = 1; code <= kDetails; ++code) {
-      if (oneIn(4)) run(concat("INSERT INTO ChargeDiagnosis VALUES (", key, ", ", code, ")"));
-      if (oneIn(6)) run(concat("INSERT INTO ChargeProcedures VALUES (", key, ", ", code, ")"));
+      if (oneIn(4)) insert("ChargeDiagnosis", key, ", ", code);
+      if (oneIn(6)) insert("ChargeProcedures", key, ", ", code);
     }
   }
 }

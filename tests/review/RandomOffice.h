@@ -19,6 +19,7 @@ class RandomOfficeTest : public DataTest {
  protected:
   static constexpr unsigned kOffices = 25;
 
+  static void clear();
   // An office in place of the one before.
   void makeOffice(unsigned seed);
 
@@ -35,6 +36,10 @@ class RandomOfficeTest : public DataTest {
  private:
   int any(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
   bool oneIn(int many) { return any(many) == 0; }
+  template <class List>
+  const char* oneOf(const List& list) {
+    return list[static_cast<std::size_t>(any(static_cast<int>(std::size(list))))];
+  }
   std::string anyDay(int from, int days);
   std::string codeOrNone(const char* prefix, int number);
   void fillCatalogues();

@@ -52,7 +52,8 @@ class RoundsTest : public RandomOfficeTest {
     const bool isDue = due.back() != '|';
     if (question.show == Show::due && !isDue) return {};
     const TableRow facility = find(table("Facility"), "FacilityCode", patient.at("InFacilityCode"));
-    return concat(patient.at("PatientId"), "|", facility.at("Description"), "|", doctor, "|",
+    return concat(patient.at("PatientId"), "|", facility.at("Description"), "|",
+                  doctor == "0" ? "" : doctor, "|",
                   doctor == "0"                          ? ""
                   : doctor == patient.at("InDoctorCode") ? "Attending"
                                                          : "Visiting",

@@ -1,18 +1,12 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "data/CodeBooks.h"
-#include "tests/tools/TemporaryFolder.h"
-#include "text/Text.h"
-#include "tools/Commands.h"
+#include "tests/tools/ToolsTest.h"
 
 namespace bw {
 namespace {
 
 namespace fs = std::filesystem;
 
-class CodesTest : public testing::Test {
+class CodesTest : public ToolsTest {
  protected:
   // A line of the order file.
   static std::string line(const std::string& code, bool billable, std::string shortTitle,
@@ -24,63 +18,44 @@ class CodesTest : public testing::Test {
   }
   std::string bring(const std::string& name, const std::string& text,
                     TextCode code = TextCode::utf8) {
+    out_.str("");
     folder_.write(name, text);
-    std::ostringstream out;
-    EXPECT_EQ(importCodes(folder_ / name, database_, code, out), Exit::done);
-    return out.str();
+    EXPECT_EQ(importCodes(folder_ / name, file_, code, out_), Exit::done);
+    return out_.str();
   }
   std::string refusal(const std::string& text) {
-    folder_.write("wrong", text);
-    std::ostringstream out;
-    try {
-      importCodes(folder_ / "wrong", database_, TextCode::utf8, out);
-      return "taken";
-    } catch (const Refused& refused) {
-      return refused.what();
-    }
+    return refusalOf([&] { bring("wrong", text); });
   }
-  std::string book(CodeBook which) const {
-    const std::shared_ptr<RowStore> rows = readCodeBook(database_ + ".codes", which);
-    std::string text;
-    for (std::size_t row = 0; row < rows->rowCount(); ++row)
-      for (const Column& column : rows->columns) text += textOrEmpty(column.value(row)) + "|";
-    return text;
-  }
+  std::string book(CodeBook which) const { return cellsOf(*readCodeBook(file_ + ".codes", which)); }
   CodeState state(CodeBook which, const char* typed) const {
-    return codeState(database_ + ".codes", which, typed);
+    return codeState(file_ + ".codes", which, typed);
   }
-
-  TemporaryFolder folder_;
-  std::string database_ = folder_ / "office.db";
 };
 
 TEST_F(CodesTest, BothBooksAreReadAndASecondImportChangesNothing) {
   const std::string order = line("Q0111A", true, "Mársh fvr, l", "Mársh's fever,  left") + "\n" +
                             line("Q01", false, "Fever", "Fever of quillworts");
-  EXPECT_NE(bring("order.txt", order).find("2 codes (new: 2, changed: 0, gone: 0)"),
-            std::string::npos);
-  EXPECT_NE(bring("p.txt",
-                  "\xEF\xBB\xBFHCPC,SEQ,\"Long Description\",Short description\n"
-                  "A1,1,Modifier,Mod\n"
-                  "K0102,1,\"Sling, for\nthe arm\",Sling\n"
-                  "K0101,1,Boot,Boot\nK0101,2,for the foot,Boot\n")
-                .find("Left out: 1 modifiers.\nHCPCS: 2 codes (new: 2"),
-            std::string::npos);
+  EXPECT_TRUE(has(bring("order.txt", order), {"2 codes (new: 2, changed: 0, gone: 0)"}));
+  EXPECT_TRUE(has(bring("p.txt",
+                        "\xEF\xBB\xBFHCPC,SEQ,\"Long Description\",Short description\n"
+                        "A1,1,Modifier,Mod\n"
+                        "K0102,1,\"Sling, for\nthe arm\",Sling\n"
+                        "K0101,1,Boot,Boot\nK0101,2,for the foot,Boot\n"),
+                  {"Left out: 1 modifiers.\nHCPCS: 2 codes (new: 2"}));
   EXPECT_EQ(book(CodeBook::diagnoses),
             "Q01|Fever of quillworts|Fever|heading|Q01.11A|Mársh's fever, left|Mársh fvr, l||");
   EXPECT_EQ(book(CodeBook::procedures),
             "K0101|Boot for the foot|Boot||K0102|Sling, for the arm|Sling||");
 
   const std::string before = folder_.read("office.db.codes");
-  const auto written = fs::last_write_time(database_ + ".codes");
-  EXPECT_NE(bring("again.txt", order).find("(new: 0, changed: 0, gone: 0)"), std::string::npos);
-  EXPECT_EQ(fs::last_write_time(database_ + ".codes"), written);
+  const auto written = fs::last_write_time(file_ + ".codes");
+  EXPECT_TRUE(has(bring("again.txt", order), {"(new: 0, changed: 0, gone: 0)"}));
+  EXPECT_EQ(fs::last_write_time(file_ + ".codes"), written);
   EXPECT_EQ(folder_.read("office.db.codes"), before);
 
   // The book of the next year, of a spreadsheet of the old code page.
-  EXPECT_NE(bring("next.txt", line("Q01", true, "Fever", "F\xE9ver"), TextCode::windows1252)
-                .find("1 codes (new: 0, changed: 1, gone: 1)"),
-            std::string::npos);
+  EXPECT_TRUE(has(bring("next.txt", line("Q01", true, "Fever", "F\xE9ver"), TextCode::windows1252),
+                  {"1 codes (new: 0, changed: 1, gone: 1)"}));
   EXPECT_EQ(book(CodeBook::diagnoses), "Q01|Féver|Fever||");
   EXPECT_NE(book(CodeBook::procedures), "");
 }
@@ -100,11 +75,10 @@ TEST_F(CodesTest, WhatIsNoBookIsNamedByItsLineAndChangesNothing) {
       {line("Q01", true, "a", "b") + line("0016070", true, "a", "b"), "line 2: \"0016070\""},
       {line("Q01", true, "a", "b") + "00002 Q02     x a\n", "line 2: this is not laid out"},
       {line("Q01", true, "\xFF", "b"), "no text in UTF-8"}};
-  for (const auto& [text, told] : cases)
-    EXPECT_NE(refusal(text).find(told), std::string::npos) << told << " in " << refusal(text);
+  for (const auto& [text, told] : cases) EXPECT_TRUE(has(refusal(text), {told}));
   EXPECT_EQ(folder_.read("office.db.codes"), before);
-  database_ = folder_ / "mistyped/office.db";
-  EXPECT_NE(refusal(line("Q01", true, "a", "b")).find("no folder"), std::string::npos);
+  file_ = folder_ / "mistyped/office.db";
+  EXPECT_TRUE(has(refusal(line("Q01", true, "a", "b")), {"no folder"}));
   EXPECT_FALSE(fs::exists(folder_ / "mistyped"));
 }
 
@@ -139,7 +113,7 @@ TEST_F(CodesTest, EachOfManyCodesIsFoundAndNoneBesideThem) {
                                   std::string("D\tB100"), std::string("\0\xFF\nD", 4)}) {
     folder_.write("office.db.codes", text);
     EXPECT_NE(state(CodeBook::diagnoses, "B10.0"), CodeState::inBook);
-    EXPECT_LE(readCodeBook(database_ + ".codes", CodeBook::diagnoses)->rowCount(), 1U);
+    EXPECT_LE(readCodeBook(file_ + ".codes", CodeBook::diagnoses)->rowCount(), 1U);
   }
 }
 

@@ -1,18 +1,13 @@
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <unistd.h>
 
-#include <sstream>
-
 #include "engine/Connection.h"
-#include "engine/SqliteEngine.h"
-#include "tests/tools/TemporaryFolder.h"
-#include "tools/Commands.h"
+#include "tests/tools/ToolsTest.h"
 
 namespace bw {
 namespace {
 
-class HistoryTest : public testing::Test {
+class HistoryTest : public ToolsTest {
  protected:
   HistoryTest() {
     createDatabase(file_, out_);
@@ -25,7 +20,7 @@ class HistoryTest : public testing::Test {
           "UPDATE Patient SET [Names]='Anna' WHERE PatientId = 250",
           "DELETE FROM Patient WHERE PatientId=250"})
       connection.Execute(statement);
-    openSqlite(file_)->execute("UPDATE ChangeLog SET Moment='2003-06-15 23:59:59' WHERE Number=1");
+    run("UPDATE ChangeLog SET Moment='2003-06-15 23:59:59' WHERE Number=1");
   }
 
   // The first words of the statements told.
@@ -39,10 +34,6 @@ class HistoryTest : public testing::Test {
     return words;
   }
   static Date day(int dayOfJune) { return makeDate(2003, 6, dayOfJune).value(); }
-
-  TemporaryFolder folder_;
-  std::filesystem::path file_ = folder_ / "office.db";
-  std::ostringstream out_;
 };
 
 TEST_F(HistoryTest, TellsWhatIsAskedFor) {
@@ -65,8 +56,8 @@ TEST_F(HistoryTest, TakesLinesOutWhenTheyStandInAFile) {
   EXPECT_THROW(pruneHistory(file_, day(16), folder_ / "no/such.txt", out_), RuntimeError);
   EXPECT_EQ(told({.to = day(15)}), "INSERT ");
   ASSERT_EQ(pruneHistory(file_, day(16), folder_ / "old.txt", out_), Exit::done);
-  EXPECT_EQ(folder_.read("old.txt").find("2003-06-15 23:59:59  "), 0U);
-  EXPECT_NE(folder_.read("old.txt").find(", rows: 1\n  INSERT INTO Insurance"), std::string::npos);
+  EXPECT_TRUE(folder_.read("old.txt").starts_with("2003-06-15 23:59:59  "));
+  EXPECT_TRUE(has(folder_.read("old.txt"), {", rows: 1\n  INSERT INTO Insurance"}));
   EXPECT_EQ(told({}), "INSERT UPDATE DELETE ");
   EXPECT_EQ(folder_.read("there.txt"), "mine");
 

@@ -1,47 +1,34 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "engine/EngineTransaction.h"
-#include "engine/SqliteEngine.h"
-#include "tests/tools/TemporaryFolder.h"
+#include "tests/tools/ToolsTest.h"
 #include "text/RuntimeError.h"
-#include "tools/Commands.h"
 
 namespace bw {
 namespace {
 
-class LoadTest : public testing::Test {
+class LoadTest : public ToolsTest {
  protected:
-  LoadTest() {
-    createDatabase(database_, out_);
-    out_.str("");
-  }
+  LoadTest() { createDatabase(file_, out_); }
 
   Exit load(const LoadOptions& options = {}) {
     out_.str("");
-    return loadTables(database_, folder_ / "tables", out_, nullptr, options);
+    return loadTables(file_, folder_ / "tables", out_, nullptr, options);
   }
   void table(const std::string& name, const std::string& text) {
     folder_.write("tables/" + name + ".tsv", text);
   }
-  // All cells of a result, each closed by a "|".
-  std::string cells(const std::string& statement) {
-    const std::shared_ptr<RowStore> rows = openSqlite(database_)->read(statement);
-    std::string list;
-    for (std::size_t row = 0; row < rows->rowCount(); ++row)
-      for (const Column& column : rows->columns) list += textOrEmpty(column.value(row)) + "|";
-    return list;
+  void insurances(const std::string& rows) {
+    table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n" + rows);
   }
-
-  TemporaryFolder folder_;
-  std::string database_ = folder_ / "office.db";
-  std::ostringstream out_;
+  void patients(const std::string& rows) {
+    table("Patient",
+          "PatientId\tNames\tDateOfBirth\tAccountNumber\tInsuranceCode\tInFacilityCode\t"
+          "InWardCode\tInDoctorCode\tLastChargeDate\tZITS\n" +
+              rows);
+  }
+  void doctors(const std::string& rows) {
+    table("Doctors", "DoctorCode\tDescription\tBillingDoctorCode\n" + rows);
+  }
 };
-
-constexpr const char* kPatientHeader =
-    "PatientId\tNames\tDateOfBirth\tAccountNumber\tInsuranceCode\tInFacilityCode\tInWardCode\t"
-    "InDoctorCode\tLastChargeDate\tZITS\n";
 
 TEST_F(LoadTest, LoadsInTheOrderOfRelationsWhateverTheFilesLookLike) {
   // Sorted by name, each of these stands before what it refers to.
@@ -50,9 +37,8 @@ TEST_F(LoadTest, LoadsInTheOrderOfRelationsWhateverTheFilesLookLike) {
         "Description\tdiagnosiscode\tDiagnosisFamilyCode\tRealDiagnosisCode\tBillingDiagnosisCode"
         "\r\nL'été \"1\"\t7\t3\tR;--\t\r\n");
   table("DIAGNOSISFAMILY", "DiagnosisFamilyCode\tDiagnosisFamilyDescription\n3\tHeart");
-  table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n1\tMutual\t\n");
-  table("Patient", std::string(kPatientHeader) +
-                       "25000\tAda\t1950-01-31\t\t1\t0\t0\t0\t\t1999-12-23 10:20:32\n");
+  insurances("1\tMutual\t\n");
+  patients("25000\tAda\t1950-01-31\t\t1\t0\t0\t0\t\t1999-12-23 10:20:32\n");
   // A lookup row that stands already gets its new text, though rows may use it; a new one is added.
   table("ChargeTypes", "ChargeTypeCode\tDescription\tDoctorCaption\n2\tIt's out\tBy\n3\tC\tD\n");
   ASSERT_EQ(load(), Exit::done) << out_.str();
@@ -60,20 +46,20 @@ TEST_F(LoadTest, LoadsInTheOrderOfRelationsWhateverTheFilesLookLike) {
   EXPECT_EQ(cells("SELECT AccountNumber, LastChargeDate IS NULL, ZITS FROM Patient"),
             "|1|12/23/1999 10:20:32 AM|");
   EXPECT_EQ(cells("SELECT * FROM ChargeTypes"), "1|Inpatient|Attending|2|It's out|By|3|C|D|");
-  EXPECT_NE(out_.str().find("Loaded 6 rows"), std::string::npos) << out_.str();
+  EXPECT_TRUE(has(out_.str(), {"Loaded 6 rows"}));
 }
 
 TEST_F(LoadTest, NamesEveryRefusedRowAndLoadsNothing) {
-  table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n1\tMutual\t\n1\tTwice\t\n");
-  table("Patient", std::string(kPatientHeader) +
-                       "1\tAda\t1950-02-31\t\t1\t0\t0\t0\t\t\n"
-                       "2\tBea\t1950-01-31\t\t9\t0\t0\t0\t\t\n"
-                       "3\tCora\t1950-01-31\t\t1\t0\t9\t0\t\t\n"
-                       "4\tDora\n"
-                       "40000\tEve\t\t\t1\t0\t0\t0\t\t\n"
-                       "5\t\xFF\t\t\t1.5\t0\t0\t0\t\t\n"
-                       "6\tFay\t\t\t\t0\t0\t0\t\t\n"
-                       "7\tFine\t\t\t1\t0\t0\t0\t\t\n");
+  insurances("1\tMutual\t\n1\tTwice\t\n");
+  patients(
+      "1\tAda\t1950-02-31\t\t1\t0\t0\t0\t\t\n"
+      "2\tBea\t1950-01-31\t\t9\t0\t0\t0\t\t\n"
+      "3\tCora\t1950-01-31\t\t1\t0\t9\t0\t\t\n"
+      "4\tDora\n"
+      "40000\tEve\t\t\t1\t0\t0\t0\t\t\n"
+      "5\t\xFF\t\t\t1.5\t0\t0\t0\t\t\n"
+      "6\tFay\t\t\t\t0\t0\t0\t\t\n"
+      "7\tFine\t\t\t1\t0\t0\t0\t\t\n");
   EXPECT_EQ(load(), Exit::refused);
   EXPECT_EQ(
       out_.str(),
@@ -101,31 +87,25 @@ TEST_F(LoadTest, ReadsWhatSpreadsheetsWrite) {
   ASSERT_EQ(load(windows), Exit::done) << out_.str();
   EXPECT_EQ(cells("SELECT * FROM Doctors"), "1|Müller; \"Jr.\"\r\n€||2|5\" tube||");
 
-  const auto refusalOf = [&](const std::string& rows) -> std::string {
+  const auto refusal = [&](const std::string& rows) {
     folder_.write("tables/Doctors.csv", "DoctorCode,Description,BillingDoctorCode\n" + rows);
-    try {
-      load(windows);
-    } catch (const Refused& refusal) {
-      return refusal.what();
-    }
-    return out_.str();
+    return refusalOf([&] { load(windows); });
   };
   std::filesystem::remove(folder_ / "tables/Doctors.CSV");
-  EXPECT_EQ(refusalOf("3,\"a\nb\",\n4,\"open,\n5,c,\n"),
+  EXPECT_EQ(refusal("3,\"a\nb\",\n4,\"open,\n5,c,\n"),
             "Doctors.csv, line 4: a quoted cell does not end.");
-  EXPECT_EQ(refusalOf("3,\"a\"b,\n"),
+  EXPECT_EQ(refusal("3,\"a\"b,\n"),
             "Doctors.csv, line 2: text stands behind the closing quote of a cell.");
-  EXPECT_EQ(refusalOf("3,a,\n4,\x81,\n"), "Doctors.csv, line 3: this is no text in Windows-1252.");
+  EXPECT_EQ(refusal("3,a,\n4,\x81,\n"), "Doctors.csv, line 3: this is no text in Windows-1252.");
   EXPECT_EQ(cells("SELECT count(*) FROM Doctors"), "2|");
 }
 
 TEST_F(LoadTest, UpdatesCataloguesAloneAndOnlyWhenAsked) {
-  table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n1\tMutual\tA\n2\tOld\t\n");
-  table("Patient", std::string(kPatientHeader) + "1\tAda\t\t\t1\t0\t0\t0\t\t\n");
+  insurances("1\tMutual\tA\n2\tOld\t\n");
+  patients("1\tAda\t\t\t1\t0\t0\t0\t\t\n");
   ASSERT_EQ(load(), Exit::done) << out_.str();
   std::filesystem::remove(folder_ / "tables/Patient.tsv");
-  table("Insurance",
-        "InsuranceCode\tDescription\tBillingInsuranceCode\n3\tNew\t\n1\tMUTUAL\tA\n2\tOld\t\n");
+  insurances("3\tNew\t\n1\tMUTUAL\tA\n2\tOld\t\n");
   EXPECT_EQ(load(), Exit::refused);
   EXPECT_EQ(load({.dryRun = true, .update = true}), Exit::done);
   const std::string count = "Insurance: 3 rows (new: 1, changed: 1, as they stood: 1)\n";
@@ -138,11 +118,11 @@ TEST_F(LoadTest, UpdatesCataloguesAloneAndOnlyWhenAsked) {
   EXPECT_EQ(cells(all), "1|MUTUAL|2|Old|3|New|");
 
   // A number that stands twice in the file, and a patient who is there.
-  table("Insurance", "InsuranceCode\tDescription\tBillingInsuranceCode\n1\tA\t\n1\tB\t\n");
-  table("Patient", std::string(kPatientHeader) + "1\tEve\t\t\t1\t0\t0\t0\t\t\n");
+  insurances("1\tA\t\n1\tB\t\n");
+  patients("1\tEve\t\t\t1\t0\t0\t0\t\t\n");
   EXPECT_EQ(load({.update = true}), Exit::refused);
-  EXPECT_NE(out_.str().find("Insurance.tsv, line 3, InsuranceCode"), std::string::npos);
-  EXPECT_NE(out_.str().find("Patient.tsv, line 2, PatientId"), std::string::npos);
+  EXPECT_TRUE(
+      has(out_.str(), {"Insurance.tsv, line 3, InsuranceCode", "Patient.tsv, line 2, PatientId"}));
   EXPECT_EQ(cells(all) + cells("SELECT Names FROM Patient"), "1|MUTUAL|2|Old|3|New|Ada|");
 }
 
@@ -159,26 +139,25 @@ TEST_F(LoadTest, NamesUnknownAndMissingColumns) {
 
 TEST_F(LoadTest, TheListOfTablesTellsWhatFilesMayHold) {
   printTables(out_);
-  for (const char* line :
-       {"\nPatient: patients\n",
-        "\n  PatientId       number: a whole number from -32768 to 32767, not 0; key\n",
-        "\n  DateOfBirth     date of birth: a date like 2021-03-09, or empty\n",
-        "\n  InWardCode      ward of the admission: a whole number from -32768 to 32767; a row of "
-        "FacilityWards, or 0 for none\n",
-        "\n  Description     name: a text in UTF-8 of at most 255 characters\n",
-        "\n  checked       for the program alone: 0; may be left out\n",
-        "\n  PatientId, ChargeDate, ChargeTime: a row of PatientCharges\n"})
-    EXPECT_NE(out_.str().find(line), std::string::npos) << line << out_.str();
+  EXPECT_TRUE(has(
+      out_.str(),
+      {"\nPatient: patients\n",
+       "\n  PatientId       number: a whole number from -32768 to 32767, not 0; key\n",
+       "\n  DateOfBirth     date of birth: a date like 2021-03-09, or empty\n",
+       "\n  InWardCode      ward of the admission: a whole number from -32768 to 32767; a row of "
+       "FacilityWards, or 0 for none\n",
+       "\n  Description     name: a text in UTF-8 of at most 255 characters\n",
+       "\n  checked       for the program alone: 0; may be left out\n",
+       "\n  PatientId, ChargeDate, ChargeTime: a row of PatientCharges\n"}));
 }
 
 TEST_F(LoadTest, StopsListingAfterFiftyRefusals) {
-  std::string text = "DoctorCode\tDescription\tBillingDoctorCode\n";
-  for (int i = 0; i < 80; ++i) text += "x\ty\tz\n";
-  table("Doctors", text);
+  std::string rows;
+  for (int i = 0; i < 80; ++i) rows += "x\ty\tz\n";
+  doctors(rows);
   EXPECT_EQ(load(), Exit::refused);
-  EXPECT_NE(out_.str().find("line 51, "), std::string::npos);
-  EXPECT_EQ(out_.str().find("line 52, "), std::string::npos);
-  EXPECT_NE(out_.str().find("stopped after 50"), std::string::npos);
+  EXPECT_TRUE(has(out_.str(), {"line 51, ", "stopped after 50"}));
+  EXPECT_FALSE(has(out_.str(), {"line 52, "}));
 }
 
 TEST_F(LoadTest, RefusesFoldersAndStationsThatItCannotLoadFrom) {
@@ -187,22 +166,21 @@ TEST_F(LoadTest, RefusesFoldersAndStationsThatItCannotLoadFrom) {
   EXPECT_THROW(load(), Refused);
   std::filesystem::remove(folder_ / "tables/Paitent.tsv");
   EXPECT_THROW(load(), Refused);  // no files
-  table("Doctors", "DoctorCode\tDescription\tBillingDoctorCode\n1\tOne\t\n");
+  doctors("");
   EXPECT_THROW(loadTables(folder_ / "none.db", folder_ / "tables", out_, nullptr), RuntimeError);
+  {
+    const std::unique_ptr<Engine> other = openSqlite(file_);
+    const EngineTransaction held(*other, TransactionKind::writing);
+    EXPECT_THROW(load(), RuntimeError) << "before the first row";
+  }
+  doctors("1\tOne\t\n");
   ASSERT_EQ(load(), Exit::done);
   EXPECT_EQ(load(), Exit::refused);  // the row stands already
 }
 
-TEST_F(LoadTest, AStationThatWritesIsToldBeforeTheFirstRow) {
-  table("Doctors", "DoctorCode\tDescription\tBillingDoctorCode\n");
-  const std::unique_ptr<Engine> other = openSqlite(database_);
-  const EngineTransaction held(*other, TransactionKind::writing);
-  EXPECT_THROW(load(), RuntimeError);
-}
-
 TEST_F(LoadTest, TheCheckFindsWhatTheEngineWouldRefuse) {
   {
-    const std::unique_ptr<Engine> engine = openSqlite(database_);
+    const std::unique_ptr<Engine> engine = openSqlite(file_);
     for (const char* damage :
          {"PRAGMA foreign_keys=OFF", "PRAGMA ignore_check_constraints=ON",
           "INSERT INTO Patient (PatientId, Names, DateOfBirth, InsuranceCode, InFacilityCode) "
@@ -212,27 +190,22 @@ TEST_F(LoadTest, TheCheckFindsWhatTheEngineWouldRefuse) {
           "DROP VIEW Coverage", "CREATE VIEW Coverage AS SELECT 1 AS DoctorCode"})
       engine->execute(damage);
   }
-  out_.str("");
-  EXPECT_EQ(checkDatabase(database_, out_), Exit::findings);
-  for (const char* sentence :
-       {"Frequency has no rows", "Patient: DateOfBirth holds no date (rows: 1, first: PatientId 1)",
-        "Patient: InsuranceCode names no row of Insurance (rows: 1, first: PatientId 1)",
-        "Doctors: DoctorCode holds no number, or one out of range (rows: 1",
-        "ChargeDiagnosis: DiagnosisCode names no row of Diagnosis",
-        "ChargeDiagnosis: PatientId, ChargeDate, ChargeTime names no row of PatientCharges",
-        "Coverage declares another type for the column DoctorCode",
-        "Coverage lacks the column CoveringDoctorCode"})
-    EXPECT_NE(out_.str().find(sentence), std::string::npos) << sentence << "\n" << out_.str();
+  EXPECT_TRUE(has(
+      checked(Exit::findings),
+      {"Frequency has no rows", "Patient: DateOfBirth holds no date (rows: 1, first: PatientId 1)",
+       "Patient: InsuranceCode names no row of Insurance (rows: 1, first: PatientId 1)",
+       "Doctors: DoctorCode holds no number, or one out of range (rows: 1",
+       "ChargeDiagnosis: DiagnosisCode names no row of Diagnosis",
+       "ChargeDiagnosis: PatientId, ChargeDate, ChargeTime names no row of PatientCharges",
+       "Coverage declares another type for the column DoctorCode",
+       "Coverage lacks the column CoveringDoctorCode"}));
 
   std::filesystem::remove(folder_ / "office.dw");
-  std::filesystem::permissions(database_, std::filesystem::perms::group_read,
+  std::filesystem::permissions(file_, std::filesystem::perms::group_read,
                                std::filesystem::perm_options::add);
-  openSqlite(database_)->execute("DROP TABLE PatientHistory");
-  out_.str("");
-  EXPECT_EQ(checkDatabase(database_, out_), Exit::findings);
-  for (const char* sentence :
-       {"The workgroup file cannot be read: ", "Other users", "PatientHistory cannot be read: "})
-    EXPECT_NE(out_.str().find(sentence), std::string::npos) << sentence << "\n" << out_.str();
+  run("DROP TABLE PatientHistory");
+  EXPECT_TRUE(has(checked(Exit::findings), {"The workgroup file cannot be read: ", "Other users",
+                                            "PatientHistory cannot be read: "}));
 }
 
 }  // namespace

@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cstdlib>
-#include <sstream>
 
 #include "core/MachineSettings.h"
-#include "tests/tools/TemporaryFolder.h"
+#include "tests/tools/ToolsTest.h"
 #include "text/RuntimeError.h"
-#include "tools/Commands.h"
 
 namespace bw {
 namespace {
@@ -16,56 +12,46 @@ constexpr const char* kKey = "SOFTWARE\\Fenmoor Systems\\Brantiwell PC";
 constexpr const char* kFile = "Fenmoor Systems/Brantiwell PC.ini";
 
 // Machine settings in two folders of the test.
-class RegisterTest : public testing::Test {
+class RegisterTest : public ToolsTest {
  protected:
   RegisterTest() {
-    if (const char* set = std::getenv("XDG_CONFIG_DIRS")) before_ = set;
     const std::string dirs =
         "relative:" + (folder_ / "first").string() + "::" + (folder_ / "second").string();
     setenv("XDG_CONFIG_DIRS", dirs.c_str(), 1);
   }
-  ~RegisterTest() override {
-    if (before_)
-      setenv("XDG_CONFIG_DIRS", before_->c_str(), 1);
-    else
-      unsetenv("XDG_CONFIG_DIRS");
-  }
+  ~RegisterTest() override { unsetenv("XDG_CONFIG_DIRS"); }
   static std::string text(const char* name, const char* key = kKey) {
     const auto value = readMachineSetting(key, name);
     return value ? std::get<std::string>(*value) : "(none)";
   }
-
-  TemporaryFolder folder_;
-  std::optional<std::string> before_;
 };
 
 TEST_F(RegisterTest, WritesTheAbsolutePathForAllToRead) {
-  std::ostringstream out;
-  createDatabase(folder_ / "office.db", out);
+  createDatabase(file_, out_);
   const std::filesystem::path crooked =
-      std::filesystem::relative(folder_ / "office.db").parent_path() / "." / "office.db";
-  ASSERT_EQ(registerDatabase(crooked, out), Exit::done);
-  EXPECT_EQ(text("Database"), (folder_ / "office.db").string());
+      std::filesystem::relative(file_).parent_path() / "." / "office.db";
+  ASSERT_EQ(registerDatabase(crooked, out_), Exit::done);
+  EXPECT_EQ(text("Database"), file_);
   using enum std::filesystem::perms;
-  EXPECT_EQ(status(folder_ / "first" / kFile).permissions(),
-            owner_read | owner_write | group_read | others_read);
-  EXPECT_EQ(status((folder_ / "first" / kFile).parent_path()).permissions(),
+  const std::filesystem::path setting = folder_ / "first" / kFile;
+  EXPECT_EQ(status(setting).permissions(), owner_read | owner_write | group_read | others_read);
+  EXPECT_EQ(status(setting.parent_path()).permissions(),
             owner_all | group_read | group_exec | others_read | others_exec);
+}
 
-  EXPECT_THROW(registerDatabase(folder_ / "none.db", out), RuntimeError);
+TEST_F(RegisterTest, WhatTheProgramWouldNotOpenIsNotRegistered) {
+  for (const char* name : {"office.db", "a;b.db", "other.db", "lone.db"})
+    createDatabase(folder_ / name, out_);
+  registerDatabase(file_, out_);
   folder_.write("foreign.db", "");
   folder_.write("foreign.dw", "");
-  EXPECT_THROW(registerDatabase(folder_ / "foreign.db", out), Refused);
-  // Whatever the program would not open.
-  EXPECT_THROW(registerDatabase(folder_.path(), out), RuntimeError);
-  createDatabase(folder_ / "a;b.db", out);
-  EXPECT_THROW(registerDatabase(folder_ / "a;b.db", out), Refused);
-  createDatabase(folder_ / "other.db", out);
   folder_.write("other.dw", "rubbish");
-  EXPECT_THROW(registerDatabase(folder_ / "other.db", out), Refused);
-  std::filesystem::remove(folder_ / "office.dw");
-  EXPECT_THROW(registerDatabase(folder_ / "office.db", out), Refused);
-  EXPECT_EQ(text("Database"), (folder_ / "office.db").string());
+  std::filesystem::remove(folder_ / "lone.dw");
+  for (const char* name : {"none.db", "."})
+    EXPECT_THROW(registerDatabase(folder_ / name, out_), RuntimeError) << name;
+  for (const char* name : {"foreign.db", "a;b.db", "other.db", "lone.db"})
+    EXPECT_THROW(registerDatabase(folder_ / name, out_), Refused) << name;
+  EXPECT_EQ(text("Database"), file_);
 }
 
 TEST_F(RegisterTest, ReadsWithoutRegardToCaseFromTheFirstFolderThatHasIt) {

@@ -72,14 +72,6 @@ bool besideEachOther(const QRectF& a, const QRectF& b) {
   return both > 0.4 * std::min(a.height(), b.height());
 }
 
-FittedDocument golden(const std::string& name) {
-  std::error_code error;
-  const auto path = fs::path(GOLDEN_FOLDER) / name / "expected.myv";
-  auto document = Document::open(path.string(), error);
-  EXPECT_FALSE(error) << path;
-  return {std::move(document), paintedLetters()};
-}
-
 FittedDocument fitted(const std::string& text) {
   return {std::make_shared<const Document>(DocumentBytes(text)), paintedLetters()};
 }
@@ -87,11 +79,15 @@ FittedDocument fitted(const std::string& text) {
 class GoldenPaper : public ::testing::TestWithParam<std::string> {
  protected:
   GoldenPaper() {
-    for (std::size_t page = 1; page <= document_.document().pageCount(); ++page)
-      pages_.push_back(document_.make(page));
+    std::error_code error;
+    const auto path = fs::path(GOLDEN_FOLDER) / GetParam() / "expected.myv";
+    const FittedDocument document(Document::open(path.string(), error), paintedLetters());
+    paper_ = QRectF(0, 0, document.fit().paperWidth(), document.fit().paperHeight());
+    for (std::size_t page = 1; page <= document.document().pageCount(); ++page)
+      pages_.push_back(document.make(page));
   }
 
-  FittedDocument document_ = golden(GetParam());
+  QRectF paper_;
   std::vector<FittedPage> pages_;
 };
 
@@ -112,12 +108,11 @@ double shareCut(const std::vector<FittedPage>& pages) {
 }  // namespace
 
 TEST_P(GoldenPaper, NoTextReachesAnotherOrLeavesThePage) {
-  const QRectF paper(0, 0, document_.fit().paperWidth(), document_.fit().paperHeight());
   for (const FittedPage& page : pages_) {
     const auto texts = drawn(page);
     ASSERT_GT(texts.size(), 20U);
     for (auto a = texts.begin(); a != texts.end(); ++a) {
-      EXPECT_TRUE(paper.contains(a->rect)) << a->text.toStdString();
+      EXPECT_TRUE(paper_.contains(a->rect)) << a->text.toStdString();
       for (auto b = a + 1; b != texts.end(); ++b) {
         const double across = a->rect.intersected(b->rect).width();
         EXPECT_FALSE(across > 2 && besideEachOther(a->rect, b->rect))
@@ -154,9 +149,8 @@ TEST_P(GoldenPaper, LettersStayReadable) {
     for (std::size_t i = 0; i < page.items.size(); ++i) {
       const PageItem& item = page.page->items[i];
       const bool shortCode = item.text.size() <= 8 && item.text.find(' ') == item.text.npos;
-      if (shortCode && item.fontSize >= 8 && !item.text.empty()) {
+      if (shortCode && item.fontSize >= 8 && !item.text.empty())
         EXPECT_GE(page.items[i].size, 8 * 20) << item.text;
-      }
     }
   }
 }
@@ -167,38 +161,39 @@ INSTANTIATE_TEST_SUITE_P(Reports, GoldenPaper,
                          [](const auto& test) { return test.param; });
 
 TEST(PageFit, PagesComeOnPaperThatExists) {
-  struct Case {
+  const PageSize letter{8.5, 11};
+  const PageSize letterAcross{11, 8.5};
+  const double turned = 8.5 / 11;
+  const struct {
     PageSize page;
     double rightEdge;  // inches
     PageSize paper;
     double across;
     double down;
     const char* sentence;
+  } cases[] = {
+      {{8, 11}, 7.6, letter, 1, 1, ""},
+      {{8, 11}, 8.2, letter, 1, 1, ""},
+      {{11, 8.2}, 10.6, letterAcross, 1, 1, ""},
+      {{8, 12}, 7.6, {210 / 25.4, 297 / 25.4}, 1, 1, ""},
+      {{8, 11}, 10.6, letter, 8.25 / 10.6, 1, "Drawn at 77 %, so that all columns fit"},
+      {{8, 11},
+       12.6,
+       letterAcross,
+       turned,
+       turned,
+       "Turned, drawn at 77 %, so that all columns fit"},
+      {{34, 22}, 20, {17, 11}, 0.5, 0.5, ""},
   };
-  const PageSize letter{8.5, 11};
-  const PageSize letterAcross{11, 8.5};
-  const double turned = 8.5 / 11;
-  for (const Case& c : {
-           Case{{8, 11}, 7.6, letter, 1, 1, ""},
-           Case{{8, 11}, 8.2, letter, 1, 1, ""},
-           Case{{11, 8.2}, 10.6, letterAcross, 1, 1, ""},
-           Case{{8, 12}, 7.6, {210 / 25.4, 297 / 25.4}, 1, 1, ""},
-           Case{{8, 11}, 10.6, letter, 8.25 / 10.6, 1, "Drawn at 77 %, so that all columns fit"},
-           Case{{8, 11},
-                12.6,
-                letterAcross,
-                turned,
-                turned,
-                "Turned, drawn at 77 %, so that all columns fit"},
-           Case{{34, 22}, 20, {17, 11}, 0.5, 0.5, ""},
-       }) {
-    const PageFit fit = fitToPaper(c.page, c.rightEdge * kTwipsPerInch);
-    EXPECT_NEAR(fit.paper.width, c.paper.width, 1e-9) << c.page.width << ' ' << c.rightEdge;
-    EXPECT_NEAR(fit.paper.height, c.paper.height, 1e-9) << c.page.width << ' ' << c.rightEdge;
-    EXPECT_NEAR(fit.across, c.across, 1e-9) << c.page.width << ' ' << c.rightEdge;
-    EXPECT_NEAR(fit.down, c.down, 1e-9) << c.page.width << ' ' << c.rightEdge;
-    EXPECT_EQ(sentence(fit), c.sentence);
-    EXPECT_EQ(naturalFit(c.page, c.rightEdge * kTwipsPerInch).bodyRight, 0);
+  for (const auto& [page, rightEdge, paper, across, down, words] : cases) {
+    SCOPED_TRACE(std::to_string(page.width) + ' ' + std::to_string(rightEdge));
+    const PageFit fit = fitToPaper(page, rightEdge * kTwipsPerInch);
+    EXPECT_NEAR(fit.paper.width, paper.width, 1e-9);
+    EXPECT_NEAR(fit.paper.height, paper.height, 1e-9);
+    EXPECT_NEAR(fit.across, across, 1e-9);
+    EXPECT_NEAR(fit.down, down, 1e-9);
+    EXPECT_EQ(sentence(fit), words);
+    EXPECT_EQ(naturalFit(page, rightEdge * kTwipsPerInch).bodyRight, 0);
   }
 }
 
