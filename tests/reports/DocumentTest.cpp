@@ -1,11 +1,12 @@
-#include <sys/stat.h>
+#include <sys/resource.h>
 #include <unistd.h>
+
+#include <csignal>
 
 #include "core/Principal.h"
 #include "reports/ApoyoImpresion.h"
 #include "reports/ApoyoMyView.h"
 #include "tests/data/DataFixture.h"
-#include "tests/tools/FullDisk.h"
 #include "tests/tools/TemporaryFolder.h"
 
 namespace bw {
@@ -57,10 +58,13 @@ TEST_F(DocumentTest, WithoutRecordsNothingIsWrittenOrStarted) {
 
 TEST_F(DocumentTest, ADiskThatIsFullLeavesTheOldDocument) {
   folder.write("documents/DoctorsView.myv", "before");
-  {
-    const FullDisk full(1000);
-    writeDoctors();
-  }
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit full{.rlim_cur = 1000, .rlim_max = before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &full);
+  writeDoctors();
+  setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_EQ(takeMessages(), Strings{"The document cannot be written: " + document.string() +
                                     ": File too large. The document that was there before is "
                                     "unchanged."});

@@ -1,14 +1,10 @@
 #include "viewer/Document.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <string>
-#include <vector>
 
+#include "tests/tools/TemporaryFolder.h"
 #include "tests/viewer/SampleDocument.h"
 #include "viewer/TextRows.h"
 #include "viewer/Windows1252.h"
@@ -26,18 +22,6 @@ std::string textsOf(const Document& document, std::size_t page) {
 std::string cell(int page, const std::string& text) {
   return sampleText({.page = page, .text = text});
 }
-
-class FileDocument : public ::testing::Test {
- protected:
-  void write(const std::string& text) {
-    std::ofstream(path_, std::ios::binary | std::ios::trunc) << text;
-  }
-  void TearDown() override { std::filesystem::remove(path_); }
-
-  std::string path_ = (std::filesystem::temp_directory_path() /
-                       ("document-test-" + std::to_string(::getpid()) + ".myv"))
-                          .string();
-};
 
 std::string manyPages(int count) {
   std::string text = sampleHead();
@@ -169,23 +153,24 @@ TEST(TextRows, OrderOfReadingWithoutCaptionsAndShapes) {
   EXPECT_EQ(textsOf(document, 1), "left\tright\nbelow\n");
 }
 
-TEST_F(FileDocument, BigFileThatShrinksWhileItIsShown) {
+TEST(Document, BigFileThatShrinksWhileItIsShown) {
+  const TemporaryFolder folder;
   const std::string text = sampleList(20'000);
   ASSERT_GT(text.size(), DocumentBytes::kInMemory);
-  write(text);
+  folder.write("list.myv", text);
   std::error_code error;
-  const auto document = Document::open(path_, error);
+  const auto document = Document::open(folder / "list.myv", error);
   ASSERT_TRUE(document) << error.message();
-  const std::size_t last = document->pageCount();
-  write("MYVIEWER10,8,11\r\n");
-  EXPECT_NE(textsOf(*document, last).find("120000\t"), std::string::npos);
+  folder.write("list.myv", "MYVIEWER10,8,11\r\n");
+  EXPECT_NE(textsOf(*document, document->pageCount()).find("120000\t"), std::string::npos);
 }
 
-TEST_F(FileDocument, WhatIsNoRegularFileIsRefused) {
+TEST(Document, WhatIsNoRegularFileIsRefused) {
+  const TemporaryFolder folder;
   std::error_code error;
-  EXPECT_EQ(Document::open(path_ + ".none", error), nullptr);
+  EXPECT_EQ(Document::open(folder / "none", error), nullptr);
   EXPECT_EQ(error, std::errc::no_such_file_or_directory);
-  EXPECT_EQ(Document::open(std::filesystem::temp_directory_path().string(), error), nullptr);
+  EXPECT_EQ(Document::open(folder.path(), error), nullptr);
   EXPECT_EQ(error, std::errc::is_a_directory);
   EXPECT_EQ(Document::open("/dev/zero", error), nullptr);
   EXPECT_TRUE(error);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
-#include <QFile>
 #include <QFontMetricsF>
 #include <QImage>
 #include <QLineEdit>
@@ -12,8 +11,8 @@
 #include <QPrinter>
 #include <QRadioButton>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
+#include "tests/tools/TemporaryFolder.h"
 #include "tests/viewer/SampleDocument.h"
 #include "viewer/FittedDocument.h"
 #include "viewer/PagePainter.h"
@@ -34,17 +33,11 @@ class Printed : public ::testing::Test {
  protected:
   Printed() {
     printer_.setOutputFormat(QPrinter::PdfFormat);
-    printer_.setOutputFileName(folder_.filePath("out.pdf"));
+    printer_.setOutputFileName(QString::fromStdString(folder_ / "out.pdf"));
     printer_.setPageSize(QPageSize(QPageSize::Letter));
   }
 
-  QByteArray result() {
-    QFile file(folder_.filePath("out.pdf"));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-  }
-
-  QTemporaryDir folder_;
+  TemporaryFolder folder_;
   QPrinter printer_{QPrinter::HighResolution};
   Document document_{DocumentBytes(sampleList(57 * 5))};  // five pages
 };
@@ -57,7 +50,7 @@ TEST_F(Printed, PagesOfTheRangeTimesTheCopies) {
   printer_.setCopyCount(2);
   EXPECT_EQ(printPages(printer_, document_, chosenPages(printer_, 5, 4), goOn), Outcome::done);
   const int copiesMade = printer_.supportsMultipleCopies() ? 1 : 2;
-  EXPECT_EQ(pagesIn(result()), 3 * copiesMade);
+  EXPECT_EQ(pagesIn(QByteArray::fromStdString(folder_.read("out.pdf"))), 3 * copiesMade);
 }
 
 TEST_F(Printed, ChoiceOfPages) {

@@ -7,7 +7,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,12 +15,11 @@
 #include <QPointingDevice>
 #include <QScrollBar>
 #include <QSpinBox>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
 #include <algorithm>
-#include <map>
 
+#include "tests/tools/TemporaryFolder.h"
 #include "tests/viewer/SampleDocument.h"
 #include "viewer/Saving.h"
 
@@ -41,20 +39,10 @@ class Viewer : public ::testing::Test {
     window_.show();
   }
 
-  QString path(const char* name = "list.myv") const { return folder_.filePath(name); }
-
-  void write(const std::string& text) {
-    QFile file(path());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(text.data(), static_cast<qint64>(text.size())),
-              static_cast<qint64>(text.size()));
+  QString path(const char* name = "list.myv") const {
+    return QString::fromStdString(folder_ / name);
   }
-
-  QByteArray read(const QString& name) {
-    QFile file(name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-  }
+  void write(const std::string& text) { folder_.write("list.myv", text); }
 
   template <class T>
   T* part(const char* name) {
@@ -93,7 +81,7 @@ class Viewer : public ::testing::Test {
 
   PageView* view() { return part<PageView>("pageView"); }
 
-  QTemporaryDir folder_;
+  TemporaryFolder folder_;
   ViewerWindow window_;
 };
 
@@ -305,33 +293,27 @@ TEST_F(Viewer, DocumentWithoutPagesOffersNothing) {
 
 TEST_F(Viewer, SavedFilesAreWholeAndPrivate) {
   ASSERT_TRUE(window_.savePdfAs(path("out.pdf")));
-  EXPECT_TRUE(read(path("out.pdf")).startsWith("%PDF-"));
+  EXPECT_TRUE(folder_.read("out.pdf").starts_with("%PDF-"));
   ASSERT_TRUE(window_.exportCsvTo(path("out.csv")));
-  const QByteArray csv = read(path("out.csv"));
-  EXPECT_TRUE(csv.contains("100001,\"Aldern, Moira 1\",6/15/1961~"));
-  const auto others = QFile::ReadGroup | QFile::ReadOther;
-  EXPECT_FALSE(QFile::permissions(path("out.csv")) & others);
+  EXPECT_NE(folder_.read("out.csv").find("100001,\"Aldern, Moira 1\",6/15/1961~"),
+            std::string::npos);
+  EXPECT_FALSE(QFile::permissions(path("out.csv")) & (QFile::ReadGroup | QFile::ReadOther));
 }
 
 TEST_F(Viewer, WhatCannotBeWrittenSaysWhyAndLeavesWhatIsThere) {
-  const QString pipe = path("pipe.csv");
-  ASSERT_EQ(::mkfifo(qPrintable(pipe), S_IRUSR | S_IWUSR), 0);
-  ASSERT_TRUE(QDir(folder_.path()).mkdir("folder.csv"));
-  ASSERT_TRUE(QFile::link("/dev/full", path("link.csv")));
-  const std::map<QString, QString> reasons = {{"no/such/folder.csv", "No such file"},
-                                              {"folder.csv", "a folder"},
-                                              {"pipe.csv", "no file"},
-                                              {"link.csv", "no file"}};
-  for (const auto& [name, reason] : reasons) {
+  ASSERT_EQ(::mkfifo((folder_ / "pipe.csv").c_str(), S_IRUSR | S_IWUSR), 0);
+  std::filesystem::create_directory(folder_ / "folder.csv");
+  std::filesystem::create_symlink("/dev/full", folder_ / "link.csv");
+  for (const auto& [name, reason] : {std::pair{"no/such/folder.csv", "No such file"},
+                                     {"folder.csv", "a folder"},
+                                     {"pipe.csv", "no file"},
+                                     {"link.csv", "no file"}})
     for (const auto save : {&ViewerWindow::exportCsvTo, &ViewerWindow::savePdfAs}) {
-      EXPECT_FALSE((window_.*save)(folder_.filePath(name)));
+      EXPECT_FALSE((window_.*save)(path(name)));
       EXPECT_TRUE(trouble().contains(name) && trouble().contains(reason))
           << trouble().toStdString();
     }
-  }
-  struct stat status = {};
-  ASSERT_EQ(::stat(qPrintable(pipe), &status), 0);
-  EXPECT_TRUE(S_ISFIFO(status.st_mode));
+  EXPECT_TRUE(std::filesystem::is_fifo(folder_ / "pipe.csv"));
 }
 
 TEST_F(Viewer, FilesAreNamedByWhatTheReportSays) {
