@@ -1,23 +1,22 @@
 #include "review/BeforePosting.h"
 
-#include <algorithm>
-
-#include "tests/review/RandomOffice.h"
-#include "text/Text.h"
+#include "data/Tables.h"
+#include "tests/review/ReviewTest.h"
 
 namespace bw {
 namespace {
 
-class BeforePostingTest : public RandomOfficeTest {
+class BeforePostingTest : public ReviewTest {
  protected:
-  // An office with one ready charge that lacks nothing.
+  // One ready charge that lacks nothing.
   static void makeReady() {
-    clear();
+    const auto tables = schemaTables();
+    for (auto table = tables.rbegin(); table != tables.rend(); ++table)
+      if (!table->isLookup) run(concat("DELETE FROM [", table->name, "]"));
     seedOffice();
     run("UPDATE Diagnosis SET BillingDiagnosisCode = 'X'");
     run("UPDATE Procedures SET BillingProcedureCode = 'X'");
   }
-  PostingQuestion all() const { return {.today = now.date}; }
 };
 
 constexpr const char* kOutpatient = "UPDATE EvaluationManagement SET ChargeTypeCode = 2";
@@ -73,48 +72,49 @@ TEST_F(BeforePostingTest, EachCauseIsFoundAtItsBoundsAndNoOther) {
     SCOPED_TRACE(changes.front());
     makeReady();
     for (const std::string& change : changes) run(change);
-    const PostingFindings found = findBeforePosting(readReadyOffice(), all());
+    const PostingFindings found = findBeforePosting(readReadyOffice(), {.today = now.date});
     EXPECT_EQ(linesOf(*found.charges, {"Cause", "What"}), expected);
     EXPECT_EQ(found.faulty, expected.empty() ? 0U : 1U);
     EXPECT_EQ(concat(found.ready), rows("SELECT count(*) FROM PatientCharges WHERE Status = 0"));
   }
 }
 
-TEST_F(BeforePostingTest, AnInsuranceAndADayLeaveTheirPartOfAll) {
-  makeOffice(3);
+TEST_F(BeforePostingTest, InsuranceDayAndTicksSayWhatIsShownAndTheCausesCountIt) {
+  makeReady();
+  run("INSERT INTO Insurance VALUES (2, 'Other', '')");
+  run("UPDATE Patient SET InsuranceCode = 2, InFacilityCode = 1 WHERE PatientId = 25001");
+  charge({.care = "06/02/2003", .doctor = 3});
+  charge({.patient = 25001, .care = "06/03/2003", .doctor = 4});
+  run("DELETE FROM PatientCharges WHERE ChargeDate = #06/01/2003#");
   const ReadyOffice office = readReadyOffice();
-  const auto lines = [&](const PostingQuestion& question) {
-    return linesOf(*findBeforePosting(office, question).charges,
-                   {"Cause", "Names", "What", "ChargeRealDate", "Insurance"});
+  const std::string smith = "Smith, Ann|6/2/2003|Mutual|", jones = "Jones, Bob|6/3/2003|Other|";
+  const auto notCode = [](std::string_view cause) { return cause != "DoctorCode"; };
+  const struct {
+    PostingQuestion question;
+    Strings charges;
+    Strings causes;
+  } cases[] = {
+      {{.today = now.date},
+       {smith + "No diagnosis", smith + "Doctor without billing code", jones + "No diagnosis",
+        jones + "Doctor without billing code"},
+       {"0|All causes|4|1", "1|No diagnosis|2|1", "2|Doctor without billing code|2|1"}},
+      {{.insurance = 2, .today = now.date},
+       {jones + "No diagnosis", jones + "Doctor without billing code"},
+       {"0|All causes|2|1", "1|No diagnosis|1|1", "2|Doctor without billing code|1|1"}},
+      {{.day = day(2003, 6, 2), .today = now.date},
+       {smith + "No diagnosis", smith + "Doctor without billing code"},
+       {"0|All causes|2|1", "1|No diagnosis|1|1", "2|Doctor without billing code|1|1"}},
+      {{.today = now.date, .isOn = notCode},
+       {smith + "No diagnosis", jones + "No diagnosis"},
+       {"0|All causes|2|0", "1|No diagnosis|2|1", "2|Doctor without billing code|2|0"}},
   };
-  const auto part = [&](const std::string& wanted) {
-    Strings found = lines(all());
-    std::erase_if(found, [&](const std::string& line) { return line.find(wanted) == line.npos; });
-    EXPECT_FALSE(found.empty());
-    return found;
-  };
-  EXPECT_EQ(lines({.insurance = 2, .today = now.date}), part("|Mutual 2"));
-  EXPECT_EQ(lines({.day = now.date, .today = now.date}), part("|6/15/2003|"));
-}
-
-TEST_F(BeforePostingTest, CausesCountTheirLinesAndOneThatIsOffKeepsItsNumber) {
-  makeOffice(3);
-  const ReadyOffice office = readReadyOffice();
-  const Strings lines = linesOf(*findBeforePosting(office, all()).charges, {"Part", "Cause"});
-  PostingQuestion question = all();
-  question.isOn = [](std::string_view cause) { return cause != "DoctorCode"; };
-  const PostingFindings found = findBeforePosting(office, question);
-  const std::string off = "2|Doctor without billing code";
-  const auto shown = std::ssize(lines) - std::ranges::count(lines, off);
-  EXPECT_EQ(std::ssize(linesOf(*found.charges, {"Part"})), shown);
-  EXPECT_LT(shown, std::ssize(lines));
-  Strings expected{concat("0|All causes|", shown, "|0")};
-  Strings causes = linesOf(*found.causes, {"Part", "Cause"});
-  causes.erase(causes.begin());
-  for (const std::string& cause : causes)
-    expected.push_back(
-        concat(cause, "|", std::ranges::count(lines, cause), cause == off ? "|0" : "|1"));
-  EXPECT_EQ(linesOf(*found.causes, {"Part", "Cause", "Charges", "checked"}), expected);
+  for (const auto& [question, charges, causes] : cases) {
+    const PostingFindings found = findBeforePosting(office, question);
+    EXPECT_EQ(linesOf(*found.charges, {"Names", "ChargeRealDate", "Insurance", "Cause"}), charges);
+    Strings lines = linesOf(*found.causes, {"Part", "Cause", "Charges", "checked"});
+    lines.resize(causes.size());
+    EXPECT_EQ(lines, causes);
+  }
 }
 
 }  // namespace

@@ -1,106 +1,67 @@
 #include "review/Figures.h"
 
-#include <algorithm>
-#include <set>
-
+#include "review/OfficeSnapshot.h"
 #include "review/Statements.h"
-#include "tests/review/RandomOffice.h"
-#include "text/Text.h"
+#include "tests/review/ReviewTest.h"
 
 namespace bw {
 namespace {
 
-class FiguresTest : public RandomOfficeTest {
+class FiguresTest : public ReviewTest {
  protected:
   enum Division : std::size_t { month, doctor, facility, insurance, concept_, delay };
   enum Measure : std::size_t { charges, patients, ready, posted };
-
-  static std::string captionOf(const TableRow& charge, std::size_t division) {
-    const Civil care = civil(*dateOf(charge.at("ChargeRealDate")));
-    const int days =
-        dateOf(charge.at("ChargeDate"))->day - dateOf(charge.at("ChargeRealDate"))->day;
-    switch (division) {
-      case month:
-        return concat(care.year, care.month < 10 ? "-0" : "-", care.month);
-      case doctor:
-        return "Doctor " + charge.at("DoctorCode");
-      case facility:
-        return "Facility " + charge.at("FacilityCode");
-      case insurance:
-        return "Mutual " +
-               find(table("Patient"), "PatientId", charge.at("PatientId")).at("InsuranceCode");
-      case concept_:
-        return "Concept " + charge.at("EMCode");
-      default:
-        if (days < 0) return "Before the care";
-        if (days == 0) return "The same day";
-        if (days <= 3) return concat(days, days == 1 ? " day" : " days");
-        if (days <= 7) return "4 to 7 days";
-        if (days <= 14) return "8 to 14 days";
-        return days <= 30 ? "15 to 30 days" : "Later";
-    }
-  }
-
-  static bool isCounted(const TableRow& charge, const FigureQuestion& question) {
-    const Date care = *dateOf(charge.at("ChargeRealDate"));
-    const std::string& status = charge.at("Status");
-    return (!question.from || care >= *question.from) && (!question.to || care <= *question.to) &&
-           (question.measure != ready || status == "0") &&
-           (question.measure != posted || status == "1");
-  }
 
   static Figures figures(const FigureQuestion& question) {
     OfficeSnapshot snapshot(1);
     return findFigures(*snapshot.read(statements::kCharges), question);
   }
-
-  void compare(const FigureQuestion& question) {
-    std::map<std::string, std::multiset<std::string>> groups;
-    std::multiset<std::string> all;
-    for (const TableRow& charge : table("PatientCharges")) {
-      if (!isCounted(charge, question)) continue;
-      groups[captionOf(charge, question.division)].insert(charge.at("PatientId"));
-      all.insert(charge.at("PatientId"));
-    }
-    const auto count = [&](const std::multiset<std::string>& ids) {
-      return question.measure == patients ? std::set(ids.begin(), ids.end()).size() : ids.size();
-    };
-    Strings expected;
-    for (const auto& [caption, ids] : groups) expected.push_back(concat(caption, "|", count(ids)));
-    const Figures found = figures(question);
-    Strings lines = linesOf(*found.rows, {"Caption", "Count"});
-    std::sort(lines.begin(), lines.end());
-    std::sort(expected.begin(), expected.end());
-    EXPECT_EQ(lines, expected);
-    EXPECT_EQ(found.all, count(all));
-  }
 };
 
-TEST_F(FiguresTest, EveryNumberOfAnOfficeOfChanceIsThatOfItsRows) {
-  for (unsigned seed = 1; seed <= 6; ++seed) {
-    makeOffice(seed);
-    for (std::size_t division = 0; division < divisionNames().size(); ++division)
-      for (std::size_t measure = 0; measure < measureNames().size(); ++measure) {
-        SCOPED_TRACE(concat("office ", seed, ", ", measureNames()[measure], " by ",
-                            divisionNames()[division]));
-        compare({.division = division, .measure = measure});
-        compare({.division = division,
-                 .measure = measure,
-                 .from = Date{now.date.day - 20},
-                 .to = Date{now.date.day - 3}});
-      }
+TEST_F(FiguresTest, ChargesAndPatientsAreCountedByWhatIsAskedFor) {
+  for (const char* statement :
+       {"INSERT INTO Insurance VALUES (2, 'Other', '')",
+        "UPDATE Patient SET InsuranceCode = 2 WHERE PatientId = 25001",
+        "INSERT INTO Facility VALUES (2, 'Oakhill', 1, '', '')",
+        "INSERT INTO EvaluationManagement VALUES (2, 'Call', 1, 2, 2, '', '', 1, 1, 2)"})
+    run(statement);
+  charge({.care = "06/10/2003", .doctor = 2, .status = 1});
+  charge({25001, "06/30/2003", 2, 1, "17", 2, 2});
+  charge({25001, "12/31/2002", 2, 0});
+  charge({25001, "07/01/2003", 3, 2});
+  const Date from = day(2003, 6, 1);
+  const Date to = day(2003, 6, 30);
+  const struct {
+    FigureQuestion question;
+    std::size_t all;
+    Strings lines;
+  } cases[] = {
+      {{month}, 5, {"2003-07|1|20 %", "2003-06|3|60 %", "2002-12|1|20 %"}},
+      {{doctor}, 5, {"Bell|3|60 %", "Ames|1|20 %", "Cole|1|20 %"}},
+      {{facility}, 5, {"General|4|80 %", "Oakhill|1|20 %"}},
+      {{insurance}, 5, {"Other|3|60 %", "Mutual|2|40 %"}},
+      {{concept_}, 5, {"Visit|4|80 %", "Call|1|20 %"}},
+      {{doctor, patients}, 2, {"Bell|2|50 %", "Ames|1|25 %", "Cole|1|25 %"}},
+      {{doctor, ready}, 2, {"Ames|1|50 %", "Bell|1|50 %"}},
+      {{doctor, posted}, 2, {"Bell|2|100 %"}},
+      {{doctor, charges, from, to}, 3, {"Bell|2|66.7 %", "Ames|1|33.3 %"}},
+  };
+  for (const auto& [question, all, lines] : cases) {
+    SCOPED_TRACE(concat(question.division, " ", question.measure));
+    const Figures found = figures(question);
+    EXPECT_EQ(linesOf(*found.rows, {"Caption", "Count", "Share"}), lines);
+    EXPECT_EQ(found.all, all);
   }
 }
 
-TEST_F(FiguresTest, TheLatestMonthAndTheDoctorWithTheMostComeFirst) {
-  makeOffice(2);
-  const Strings months = linesOf(*figures({.division = month}).rows, {"Caption"});
-  EXPECT_TRUE(std::is_sorted(months.rbegin(), months.rend()));
-  EXPECT_GT(months.size(), 1U);
-  std::vector<int> counts;
-  for (const std::string& count : linesOf(*figures({.division = doctor}).rows, {"Count"}))
-    counts.push_back(std::stoi(count));
-  EXPECT_TRUE(std::is_sorted(counts.rbegin(), counts.rend()));
+TEST_F(FiguresTest, DaysFromCareToWritingFallIntoTheirSpans) {
+  for (const char* care :
+       {"06/02/2003", "05/31/2003", "05/30/2003", "05/29/2003", "05/28/2003", "05/25/2003",
+        "05/24/2003", "05/18/2003", "05/17/2003", "05/02/2003", "05/01/2003"})
+    charge({.care = care, .entered = "06/01/2003"});
+  EXPECT_EQ(linesOf(*figures({delay}).rows, {"Caption", "Count"}),
+            (Strings{"Before the care|1", "The same day|1", "1 day|1", "2 days|1", "3 days|1",
+                     "4 to 7 days|2", "8 to 14 days|2", "15 to 30 days|2", "Later|1"}));
 }
 
 }  // namespace

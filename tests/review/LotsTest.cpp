@@ -1,11 +1,7 @@
 #include "review/Lots.h"
 
-#include <algorithm>
-#include <set>
-
 #include "review/Statements.h"
-#include "tests/review/RandomOffice.h"
-#include "text/Text.h"
+#include "tests/review/ReviewTest.h"
 
 namespace bw {
 namespace {
@@ -18,101 +14,48 @@ TEST(DayOfLotTest, ANumberSpellsADayOrNone) {
     EXPECT_EQ(dayOfLot(lot), std::nullopt) << lot;
 }
 
-class LotsTest : public RandomOfficeTest {
- protected:
-  void readTables() {
-    charges_ = table("PatientCharges");
-    patients_ = table("Patient");
-  }
+using LotsTest = ReviewTest;
 
-  std::map<int, std::vector<TableRow>, std::greater<>> lots() const {
-    std::map<int, std::vector<TableRow>, std::greater<>> lots;
-    for (const TableRow& charge : charges_)
-      if (!charge.at("PrintLot").empty()) lots[std::stoi(charge.at("PrintLot"))].push_back(charge);
-    return lots;
-  }
-
-  std::string lineOf(int lot, const std::vector<TableRow>& charges) const {
-    std::set<std::string> patients;
-    std::set<std::string> insurances;
-    std::set<int> days;
-    int ready = 0;
-    for (const TableRow& charge : charges) {
-      const TableRow patient = find(patients_, "PatientId", charge.at("PatientId"));
-      patients.insert(charge.at("PatientId"));
-      insurances.insert("Mutual " + patient.at("InsuranceCode"));
-      days.insert(dateOf(charge.at("ChargeRealDate"))->day);
-      ready += charge.at("Status") == "0" ? 1 : 0;
-    }
-    return concat(lot, "|", lot > 1000 ? concat("6/", lot % 1000 / 10, "/2003") : "", "|",
-                  joined(insurances, ", ", [](const std::string& name) { return name; }), "|",
-                  charges.size(), "|", patients.size(), "|", textOf(Value(Date{*days.begin()})),
-                  "|", textOf(Value(Date{*days.rbegin()})), "|", ready);
-  }
-
-  // The codes of a charge's details in the order of their numbers.
-  static std::string codes(const TableRow& charge, const std::string& details,
-                           const std::string& catalogue, const std::string& key,
-                           const std::string& code) {
-    const std::vector<TableRow> items = table(catalogue);
-    std::string text;
-    for (const TableRow& detail : table(details))
-      if (detail.at("PatientId") == charge.at("PatientId") &&
-          detail.at("ChargeDate") == charge.at("ChargeDate") &&
-          detail.at("ChargeTime") == charge.at("ChargeTime"))
-        text += find(items, key, detail.at(key)).at(code) + ";";
-    if (!text.empty()) text.pop_back();
-    return text;
-  }
-
- private:
-  std::vector<TableRow> charges_, patients_;
-};
-
-TEST_F(LotsTest, EveryLotOfAnOfficeOfChanceHasItsSums) {
-  for (unsigned seed = 1; seed <= kOffices; ++seed) {
-    SCOPED_TRACE(concat("office ", seed));
-    makeOffice(seed);
-    readTables();
-    Strings expected;
-    for (const auto& [lot, charges] : lots()) expected.push_back(lineOf(lot, charges));
-    OfficeSnapshot snapshot(1);
-    EXPECT_EQ(linesOf(*findLots(*snapshot.read(statements::kCharges)),
-                      {"PrintLot", "Day", "Insurances", "Charges", "Patients", "FirstDay",
-                       "LastDay", "ReadyAgain"}),
-              expected);
-  }
+TEST_F(LotsTest, EachLotHasItsSumsAndTheLatestComesFirst) {
+  run("INSERT INTO Insurance VALUES (2, 'Ash', ''), (3, 'Beech', ''), (4, 'Elm', '')");
+  run("INSERT INTO Patient (PatientId, Names, InsuranceCode) VALUES (25002, 'a', 2), "
+      "(25003, 'b', 3), (25004, 'c', 4)");
+  for (const int patient : {25001, 25002, 25003, 25004})
+    charge({.patient = patient, .status = 1, .lot = "17"});
+  charge({25000, "06/20/2003", 1, 1, "200306151"});
+  charge({25000, "06/12/2003", 1, 1, "200306151"});
+  charge({25002, "06/10/2003", 1, 0, "200306151"});
+  charge({25002, "06/14/2003", 1, 3, "200306151"});
+  OfficeSnapshot snapshot(1);
+  EXPECT_EQ(linesOf(*findLots(*snapshot.read(statements::kCharges)),
+                    {"PrintLot", "Day", "Insurances", "Charges", "Patients", "FirstDay", "LastDay",
+                     "ReadyAgain"}),
+            (Strings{"200306151|6/15/2003|Ash, Mutual|4|2|6/10/2003|6/20/2003|1",
+                     "17||Ash, Beech, Elm and 1 more|4|4|6/1/2003|6/1/2003|0"}));
 }
 
-TEST_F(LotsTest, TheBillersTableHasALineAChargeWithAllCodes) {
-  makeOffice(3);
-  readTables();
-  const auto all = lots();
-  const auto& [lot, charges] = *all.begin();
-  const std::vector<TableRow> patients = table("Patient");
-  const std::vector<TableRow> concepts = table("EvaluationManagement");
-  const std::vector<TableRow> facilities = table("Facility");
-  Strings expected;
-  for (const TableRow& charge : charges) {
-    const TableRow patient = find(patients, "PatientId", charge.at("PatientId"));
-    const TableRow kind = find(concepts, "EMCode", charge.at("EMCode"));
-    const TableRow facility = find(facilities, "FacilityCode", charge.at("FacilityCode"));
-    const bool inside = kind.at("ChargeTypeCode") == "1";
-    expected.push_back(concat(
-        patient.at("AccountNumber"), "|", charge.at("ChargeRealDate"), "|",
-        facility.at(inside ? "BillingFacilityCode" : "BillingFacilityCodeOut"), "|",
-        kind.at("RealEMCode"), "|", kind.at("BillingEMCode"), "|",
-        codes(charge, "ChargeDiagnosis", "Diagnosis", "DiagnosisCode", "RealDiagnosisCode"), "|",
-        codes(charge, "ChargeDiagnosis", "Diagnosis", "DiagnosisCode", "BillingDiagnosisCode"), "|",
-        codes(charge, "ChargeProcedures", "Procedures", "ProcedureCode", "BillingProcedureCode")));
-  }
-  Strings lines =
-      linesOf(*readLotTable(lot), {"Account", "Date of service", "Facility billing code",
-                                   "E&M real code", "E&M billing code", "Diagnosis real codes",
-                                   "Diagnosis billing codes", "Procedure billing codes"});
-  std::sort(expected.begin(), expected.end());
-  std::sort(lines.begin(), lines.end());
-  EXPECT_EQ(lines, expected);
+TEST_F(LotsTest, TheBillersTableHasALineAChargeWithAllCodesByTheirNumbers) {
+  for (const char* statement :
+       {"UPDATE Diagnosis SET RealDiagnosisCode = 'R' || DiagnosisCode, "
+        "BillingDiagnosisCode = 'B' || DiagnosisCode",
+        "UPDATE Procedures SET RealProcedureCode = 'Q' || ProcedureCode, "
+        "BillingProcedureCode = 'C' || ProcedureCode",
+        "INSERT INTO EvaluationManagement VALUES (2, 'Call', 1, 2, 2, 'BC', '99001', 1, 1, 2)",
+        "UPDATE PatientCharges SET PrintLot = 17",
+        "INSERT INTO ChargeDiagnosis VALUES (25000, #06/01/2003#, #08:30:00#, 11)",
+        "INSERT INTO ChargeDiagnosis VALUES (25000, #06/01/2003#, #08:30:00#, 3)",
+        "INSERT INTO ChargeProcedures VALUES (25000, #06/01/2003#, #08:30:00#, 21)"})
+    run(statement);
+  charge({25000, "06/03/2003", 1, 1, "18"});
+  charge({25001, "06/02/2003", 1, 1, "17", 1, 2});
+  run("INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 2 FROM PatientCharges "
+      "WHERE ChargeDate = #06/02/2003#");
+  EXPECT_EQ(linesOf(*readLotTable(17),
+                    {"Account", "Date of service", "Patient status", "Facility billing code",
+                     "E&M real code", "E&M billing code", "Diagnosis real codes",
+                     "Diagnosis billing codes", "Procedure real codes", "Procedure billing codes"}),
+            (Strings{"A1|6/1/2003|Inpatient|GI|99231|BV|R1;R3;R11|B1;B3;B11|Q1;Q21|C1;C21",
+                     "A2|6/2/2003|Outpatient|GO|99001|BC|R2|B2||"}));
 }
 
 }  // namespace

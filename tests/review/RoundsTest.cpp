@@ -1,147 +1,76 @@
 #include "review/Rounds.h"
 
-#include <algorithm>
-#include <set>
-
-#include "tests/review/RandomOffice.h"
-#include "text/Text.h"
+#include "tests/review/ReviewTest.h"
 
 namespace bw {
 namespace {
 
-class RoundsTest : public RandomOfficeTest {
+// Patients of three wards; Jones is not admitted.
+class RoundsTest : public ReviewTest {
  protected:
   using Show = RoundsQuestion::Show;
 
-  void readTables() {
-    patients_ = table("Patient");
-    visits_ = table("PatientDoctors");
-    charges_ = table("PatientCharges");
+  RoundsTest() {
+    for (const char* statement :
+         {"INSERT INTO Facility VALUES (2, 'Alder', 1, '', '')",
+          "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (2, 1, 'West')",
+          "INSERT INTO Patient (PatientId, Names, InsuranceCode, InFacilityCode, InWardCode, "
+          "InDoctorCode) VALUES (25002, 'Abel', 1, 1, 2, 2), (25003, 'Brown', 1, 2, 0, 0), "
+          "(25004, 'Clark', 1, 1, 1, 2), (25005, 'Adams', 1, 2, 0, 2)",
+          "INSERT INTO PatientDoctors VALUES (25001, 1, 1, 1), (25003, 3, 1, 2), (25003, 4, 1, 1), "
+          "(25004, 2, 1, 1), (25004, 3, 1, 1)"})
+      run(statement);
+    charge({25000, "05/20/2003", 1});  // before the day of the first one
+    charge({25000, "06/10/2003", 2});
+    charge({25002, "05/16/2003", 3});
+    charge({25003, "06/01/2003", 3});
+    charge({25003, "06/09/2003", 4});
+    charge({25004, "06/07/2003", 2});
+    charge({25005, "05/17/2003", 2});
+    run("DELETE FROM PatientCharges WHERE PatientId = 25001");
   }
 
-  // Of care by a doctor, or by anybody ("").
-  std::optional<Date> lastCare(const std::string& patient, const std::string& doctor) const {
-    std::optional<Date> last;
-    for (const TableRow& charge : charges_)
-      if (charge.at("PatientId") == patient &&
-          (doctor.empty() || charge.at("DoctorCode") == doctor))
-        last = std::max(last, dateOf(charge.at("ChargeRealDate")));
-    return last;
+  Strings visits(const RoundsQuestion& question) const {
+    return linesOf(*find(question).visits, {"Facility", "Ward", "Names", "Doctor", "Role",
+                                            "LastVisit", "DueSince", "State"});
+  }
+  RoundsFound find(RoundsQuestion question) const {
+    question.today = now.date;
+    return findRounds(readRoundsOffice(), question);
   }
 
-  static std::string textOf(std::optional<Date> date) {
-    return date ? bw::textOf(Value(*date)) : "";
-  }
-
-  std::string lineOf(const TableRow& patient, const std::string& doctor,
-                     const std::string& frequency, std::optional<Date> last,
-                     const RoundsQuestion& question) const {
-    std::string due = "|";
-    if (!frequency.empty() && question.days.contains(std::stoi(frequency))) {
-      const int days = static_cast<int>(question.days.at(std::stoi(frequency)));
-      if (!last)
-        due = "|no visit yet";
-      else {
-        const int late = question.today.day - last->day - days;
-        due = textOf(Date{last->day + days}) + "|" +
-              (late < 0    ? ""
-               : late == 0 ? "today"
-                           : concat(late, late == 1 ? " day late" : " days late"));
-      }
-    }
-    const bool isDue = due.back() != '|';
-    if (question.show == Show::due && !isDue) return {};
-    const TableRow facility = find(table("Facility"), "FacilityCode", patient.at("InFacilityCode"));
-    return concat(patient.at("PatientId"), "|", facility.at("Description"), "|",
-                  doctor == "0" ? "" : doctor, "|",
-                  doctor == "0"                          ? ""
-                  : doctor == patient.at("InDoctorCode") ? "Attending"
-                                                         : "Visiting",
-                  "|", textOf(last), "|", due);
-  }
-
-  Strings expect(const RoundsQuestion& question) const {
-    Strings lines;
-    const auto add = [&](const std::string& doctor, const std::string& line) {
-      if (!line.empty() && (question.doctor == 0 || doctor == concat(question.doctor)))
-        lines.push_back(line);
-    };
-    for (const TableRow& patient : patients_) {
-      if (patient.at("InFacilityCode") == "0") continue;
-      const std::string& id = patient.at("PatientId");
-      const std::string& attending = patient.at("InDoctorCode");
-      if (question.show == Show::noCharge) {
-        const auto last = lastCare(id, "");
-        if (!last || question.today.day - last->day >= 30)
-          add(attending, lineOf(patient, attending, "", last, question));
-        continue;
-      }
-      std::map<std::string, std::string> doctors;  // with their frequency
-      if (attending != "0") doctors[attending] = "";
-      for (const TableRow& visit : visits_)
-        if (visit.at("PatientId") == id) doctors[visit.at("DoctorCode")] = visit.at("Frequency");
-      for (const auto& [doctor, frequency] : doctors)
-        add(doctor, lineOf(patient, doctor, frequency, lastCare(id, doctor), question));
-    }
-    std::sort(lines.begin(), lines.end());
-    return lines;
-  }
-
-  void compare(const RoundsQuestion& question) {
-    const RoundsFound found = findRounds(readRoundsOffice(), question);
-    Strings lines = linesOf(
-        *found.visits, {"Names", "Facility", "Doctor", "Role", "LastVisit", "DueSince", "State"});
-    std::sort(lines.begin(), lines.end());
-    EXPECT_EQ(lines, expect(question));
-    comparePlaces(found);
-  }
-
-  // A place says what its rows come to.
-  static void comparePlaces(const RoundsFound& found) {
-    std::map<std::string, int> visits;
-    std::map<std::string, std::set<std::string>> patients;
-    for (const std::string& line : linesOf(*found.visits, {"Part", "Names"})) {
-      const std::string part = line.substr(0, line.find('|'));
-      for (const std::string& place : {part, std::string("0")}) {
-        ++visits[place];
-        patients[place].insert(line);
-      }
-    }
-    for (const std::string& line : linesOf(*found.places, {"Part", "Patients", "Visits"})) {
-      const std::string part = line.substr(0, line.find('|'));
-      EXPECT_EQ(line, concat(part, "|", patients[part].size(), "|", visits[part]));
-    }
-  }
-
- private:
-  std::vector<TableRow> patients_, visits_, charges_;
+  const std::map<std::int64_t, std::int64_t> days_{{1, 7}, {2, 14}};
 };
 
-TEST_F(RoundsTest, EveryVisitOfAnOfficeOfChanceIsThereWithItsDay) {
-  for (unsigned seed = 1; seed <= kOffices; ++seed) {
-    SCOPED_TRACE(concat("office ", seed));
-    makeOffice(seed);
-    // Told apart by their names alone, and doctors named by their numbers.
-    run("UPDATE Patient SET Names = PatientId");
-    run("UPDATE Doctors SET Description = DoctorCode");
-    readTables();
-    const std::map<std::int64_t, std::int64_t> days{{1, 1}, {2, 7 + seed % 7}};
-    for (const Show show : {Show::due, Show::all, Show::noCharge}) {
-      compare({.show = show, .today = now.date, .days = days});
-      compare({.show = show, .doctor = 1 + seed % 5, .today = now.date, .days = days});
-    }
-    compare({.show = Show::due, .today = now.date});
-  }
+const Strings kDue{
+    "Alder||Brown|Cole|Visiting|6/1/2003|6/15/2003|today",
+    "General|East|Clark|Bell|Attending|6/7/2003|6/14/2003|1 day late",
+    "General|East|Clark|Cole|Visiting|||no visit yet",
+    "General|East|Smith, Ann|Ames|Attending|6/1/2003|6/8/2003|7 days late",
+};
+
+TEST_F(RoundsTest, WhoIsDueIsCountedFromTheDoctorsOwnLastCare) {
+  EXPECT_EQ(visits({.days = days_}), kDue);
+  EXPECT_EQ(visits({.doctor = 3, .days = days_}), (Strings{kDue[0], kDue[2]}));
+  EXPECT_EQ(visits({}), Strings{}) << "no days are set";
 }
 
-TEST_F(RoundsTest, RowsStandByFacilityWardAndPatient) {
-  makeOffice(7);
-  Strings places =
-      linesOf(*findRounds(readRoundsOffice(), {.show = Show::all, .today = now.date}).visits,
-              {"Facility", "Ward", "Names"});
-  EXPECT_GT(places.size(), 5U);
-  for (std::string& line : places) std::ranges::replace(line, '|', '\1');  // ends before a blank
-  EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
+TEST_F(RoundsTest, AllVisitsAndTheirPlacesStandByFacilityWardPatientAndDoctor) {
+  const RoundsQuestion all{.show = Show::all, .days = days_};
+  EXPECT_EQ(visits(all), (Strings{"Alder||Adams|Bell|Attending|5/17/2003||", kDue[0],
+                                  "Alder||Brown|Dunn|Visiting|6/9/2003|6/16/2003|", kDue[1],
+                                  kDue[2], kDue[3], "General|West|Abel|Bell|Attending|||"}));
+  EXPECT_EQ(linesOf(*find(all).places, {"Part", "Facility", "Ward", "Patients", "Visits"}),
+            (Strings{"0|All facilities||5|7", "1|Alder||2|3", "2|General|East|2|3",
+                     "3|General|West|1|1"}));
+}
+
+TEST_F(RoundsTest, PatientsWithoutAChargeForThirtyDaysStandUnderWhoAttendsThem) {
+  run("INSERT INTO Patient (PatientId, Names, InsuranceCode, InFacilityCode, InWardCode, "
+      "InDoctorCode) VALUES (25006, 'Dyer', 1, 2, 0, 0)");
+  const Strings quiet{"Alder||Dyer|||||", "General|West|Abel|Bell|Attending|5/16/2003||"};
+  EXPECT_EQ(visits({.show = Show::noCharge, .days = days_}), quiet);
+  EXPECT_EQ(visits({.show = Show::noCharge, .doctor = 2}), Strings{quiet[1]});
 }
 
 }  // namespace
