@@ -22,21 +22,20 @@
 #include "review/OfficeSnapshot.h"
 #include "review/Page.h"
 #include "review/Statements.h"
-#include "tests/data/DataFixture.h"
 #include "tests/forms/ModalScript.h"
+#include "tests/review/ReviewTest.h"
 #include "tests/server/TestDatabase.h"
 
 namespace bw {
 namespace {
 
-class ReviewWindowTest : public DataTest {
+class ReviewWindowTest : public ReviewTest {
  protected:
   ReviewWindowTest() {
     services().settingsFolder = [this] { return below("settings"); };
     services().documentFolder = [this] { return below("documents"); };
     services().view = [this](const std::filesystem::path& document) { viewed.push_back(document); };
     unhandledError() = [](const std::exception& error) { ADD_FAILURE() << error.what(); };
-    seedOffice();
   }
 
   std::filesystem::path below(const char* name) const { return fromQt(folder_.filePath(name)); }
@@ -59,27 +58,23 @@ class ReviewWindowTest : public DataTest {
     return texts;
   }
 
+  // Nothing lacks but the billing codes of doctors 3 and 4: a ready charge of 3 on 6/2, and one of
+  // 4 on 6/3.
+  void addUncodedCharges() {
+    run("UPDATE Diagnosis SET BillingDiagnosisCode = 'X'");
+    run("UPDATE Procedures SET BillingProcedureCode = 'X'");
+    charge({.care = "06/02/2003", .doctor = 3});
+    charge({.care = "06/03/2003", .doctor = 4});
+    run("INSERT INTO ChargeDiagnosis SELECT PatientId, ChargeDate, ChargeTime, 2 FROM "
+        "PatientCharges WHERE ChargeDate = #06/02/2003#");
+  }
+
   std::vector<std::filesystem::path> viewed;
   ModalScript script;
 
  private:
   QTemporaryDir folder_;
 };
-
-// Nothing lacks but the billing codes of doctors 3 and 4: a ready charge of 3 on 6/2, and one of 4
-// on 6/3.
-void addUncodedCharges() {
-  for (const char* statement :
-       {"UPDATE Diagnosis SET BillingDiagnosisCode = 'X'",
-        "UPDATE Procedures SET BillingProcedureCode = 'X'",
-        "INSERT INTO PatientCharges VALUES (25000, #06/02/2003#, #08:30:00#, #06/02/2003#, 1, 1, "
-        "3, 2, 0, NULL)",
-        "INSERT INTO ChargeDiagnosis VALUES (25000, #06/02/2003#, #08:30:00#, 2)",
-        "INSERT INTO PatientCharges VALUES (25000, #06/03/2003#, #08:30:00#, #06/03/2003#, 1, 1, "
-        "4, 2, 0, NULL)",
-        "INSERT INTO ChargeDiagnosis VALUES (25000, #06/03/2003#, #08:30:00#, 2)"})
-    DatabaseConnection.Execute(statement);
-}
 
 TEST_F(ReviewWindowTest, RowsAreFoundByLettersAndEnterCopiesWhatFindsThemAgain) {
   addUncodedCharges();

@@ -13,7 +13,7 @@ class RoundsTest : public ReviewTest {
   RoundsTest() {
     for (const char* statement :
          {"INSERT INTO Facility VALUES (2, 'Alder', 1, '', '')",
-          "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (2, 1, 'West')",
+          "INSERT INTO FacilityWards (WardCode, FacilityCode, Description) VALUES (2, 1, 'Attic')",
           "INSERT INTO Patient (PatientId, Names, InsuranceCode, InFacilityCode, InWardCode, "
           "InDoctorCode) VALUES (25002, 'Abel', 1, 1, 2, 2), (25003, 'Brown', 1, 2, 0, 0), "
           "(25004, 'Clark', 1, 1, 1, 2), (25005, 'Adams', 1, 2, 0, 2)",
@@ -57,18 +57,19 @@ TEST_F(RoundsTest, WhoIsDueIsCountedFromTheDoctorsOwnLastCare) {
 
 TEST_F(RoundsTest, AllVisitsAndTheirPlacesStandByFacilityWardPatientAndDoctor) {
   const RoundsQuestion all{.show = Show::all, .days = days_};
-  EXPECT_EQ(visits(all), (Strings{"Alder||Adams|Bell|Attending|5/17/2003||", kDue[0],
-                                  "Alder||Brown|Dunn|Visiting|6/9/2003|6/16/2003|", kDue[1],
-                                  kDue[2], kDue[3], "General|West|Abel|Bell|Attending|||"}));
+  EXPECT_EQ(visits(all),
+            (Strings{"Alder||Adams|Bell|Attending|5/17/2003||", kDue[0],
+                     "Alder||Brown|Dunn|Visiting|6/9/2003|6/16/2003|",
+                     "General|Attic|Abel|Bell|Attending|||", kDue[1], kDue[2], kDue[3]}));
   EXPECT_EQ(linesOf(*find(all).places, {"Part", "Facility", "Ward", "Patients", "Visits"}),
-            (Strings{"0|All facilities||5|7", "1|Alder||2|3", "2|General|East|2|3",
-                     "3|General|West|1|1"}));
+            (Strings{"0|All facilities||5|7", "1|Alder||2|3", "2|General|Attic|1|1",
+                     "3|General|East|2|3"}));
 }
 
 TEST_F(RoundsTest, PatientsWithoutAChargeForThirtyDaysStandUnderWhoAttendsThem) {
   run("INSERT INTO Patient (PatientId, Names, InsuranceCode, InFacilityCode, InWardCode, "
       "InDoctorCode) VALUES (25006, 'Dyer', 1, 2, 0, 0)");
-  const Strings quiet{"Alder||Dyer|||||", "General|West|Abel|Bell|Attending|5/16/2003||"};
+  const Strings quiet{"Alder||Dyer|||||", "General|Attic|Abel|Bell|Attending|5/16/2003||"};
   EXPECT_EQ(visits({.show = Show::noCharge, .days = days_}), quiet);
   EXPECT_EQ(visits({.show = Show::noCharge, .doctor = 2}), Strings{quiet[1]});
 }

@@ -1,9 +1,9 @@
 #include <QAction>
+#include <QEventLoop>
 #include <QFile>
 #include <QLabel>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTest>
 
 #include "core/MachineSettings.h"
 #include "shell/frmBrowser.h"
@@ -62,8 +62,16 @@ class PageServer {
   QStringList asked_;
 };
 
+// Runs the event loop until the condition holds; the engine's work is spread over many events.
 bool waitUntil(const std::function<bool()>& condition) {
-  return QTest::qWaitFor(condition, kDeadline);
+  QEventLoop loop;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+    if (condition()) loop.exit(1);
+  });
+  poll.start(1);
+  QTimer::singleShot(kDeadline, &loop, &QEventLoop::quit);
+  return loop.exec() == 1;
 }
 
 // The web view in the main window, its start page served by the test.
