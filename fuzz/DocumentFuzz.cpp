@@ -2,9 +2,6 @@
 // away.
 
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
 
 #include "fuzz/Check.h"
 #include "viewer/CsvExport.h"

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -71,25 +70,16 @@ class FindAsYouTypeTest : public ::testing::Test {
 };
 
 TEST_F(FindAsYouTypeTest, ABeginningGoesBeforeAWordAndThatBeforeAPartAndTheSelectedRowCounts) {
-  struct Case {
+  const struct {
     const char* typed;
     int from;
     int row;
-  };
-  for (const Case& test : {Case{"gar", 0, 1},
-                           {"gar", 1, 1},
-                           {"gar", 2, 3},
-                           {"GARCIA", 2, 3},
-                           {"garcía, e", 0, 3},
-                           {"gary", 0, 2},
-                           {"gale", 1, 4},
-                           {"gale", 5, 0},
-                           {"ull", 3, 1},
-                           {"b", 0, 4},
-                           {"low ", 5, 5},
-                           {"low b", 5, 4},
-                           {"an", 2, 0}})
-    EXPECT_EQ(rowFor(test.typed, test.from), test.row) << test.typed << " from " << test.from;
+  } cases[] = {{"gar", 0, 1},       {"gar", 1, 1},  {"gar", 2, 3},  {"GARCIA", 2, 3},
+               {"garcía, e", 0, 3}, {"gary", 0, 2}, {"gale", 1, 4}, {"gale", 5, 0},
+               {"ull", 3, 1},       {"b", 0, 4},    {"low ", 5, 5}, {"low b", 5, 4},
+               {"an", 2, 0}};
+  for (const auto& [typed, from, row] : cases)
+    EXPECT_EQ(rowFor(typed, from), row) << typed << " from " << from;
 }
 
 // The row that one letter less has found is not what was meant.

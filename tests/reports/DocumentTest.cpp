@@ -35,8 +35,6 @@ class DocumentTest : public DataTest {
   int viewed = 0;
 };
 
-int modeOf(const fs::path& path) { return static_cast<int>(fs::status(path).permissions()); }
-
 TEST_F(DocumentTest, IsTheUsersAloneAndReplacesTheOneBefore) {
   folder.write("documents/DoctorsView.myv", "before");
   fs::remove_all(document.parent_path());
@@ -44,8 +42,8 @@ TEST_F(DocumentTest, IsTheUsersAloneAndReplacesTheOneBefore) {
   // What a process of this number left when it was ended.
   folder.write("documents/DoctorsView.myv." + std::to_string(getpid()), "half");
   writeDoctors();
-  EXPECT_EQ(modeOf(document), 0600);
-  EXPECT_EQ(modeOf(document.parent_path()), 0700);
+  EXPECT_EQ(fs::status(document).permissions(), fs::perms{0600});
+  EXPECT_EQ(fs::status(document.parent_path()).permissions(), fs::perms{0700});
   EXPECT_EQ(files(), 1);
   EXPECT_EQ(viewed, 2);
 }

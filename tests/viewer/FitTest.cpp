@@ -4,7 +4,6 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
-#include <filesystem>
 
 #include "tests/viewer/SampleDocument.h"
 #include "viewer/FittedDocument.h"
@@ -13,8 +12,6 @@
 namespace bw {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 struct DrawnText {
   QRectF rect;  // twips of paper
@@ -80,8 +77,8 @@ class GoldenPaper : public ::testing::TestWithParam<std::string> {
  protected:
   GoldenPaper() {
     std::error_code error;
-    const auto path = fs::path(GOLDEN_FOLDER) / GetParam() / "expected.myv";
-    const FittedDocument document(Document::open(path.string(), error), paintedLetters());
+    const std::string path = GOLDEN_FOLDER "/" + GetParam() + "/expected.myv";
+    const FittedDocument document(Document::open(path, error), paintedLetters());
     paper_ = QRectF(0, 0, document.fit().paperWidth(), document.fit().paperHeight());
     for (std::size_t page = 1; page <= document.document().pageCount(); ++page)
       pages_.push_back(document.make(page));

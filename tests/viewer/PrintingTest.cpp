@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
-#include <QFontMetricsF>
 #include <QImage>
 #include <QLineEdit>
 #include <QPageRanges>
@@ -35,9 +34,11 @@ class Printed : public ::testing::Test {
     printer_.setOutputFormat(QPrinter::PdfFormat);
     printer_.setOutputFileName(QString::fromStdString(folder_ / "out.pdf"));
     printer_.setPageSize(QPageSize(QPageSize::Letter));
+    buffer_.open(QIODevice::WriteOnly);
   }
 
   TemporaryFolder folder_;
+  QBuffer buffer_;
   QPrinter printer_{QPrinter::HighResolution};
   Document document_{DocumentBytes(sampleList(57 * 5))};  // five pages
 };
@@ -88,16 +89,12 @@ TEST_F(Printed, PaperIsTheOneThatTheDocumentWasMadeFor) {
 TEST_F(Printed, StoppedWorkSaysSo) {
   const auto stopAtTwo = [](std::size_t done, std::size_t) { return done < 2; };
   EXPECT_EQ(printPages(printer_, document_, {1, 2, 3}, stopAtTwo), Outcome::stopped);
-  QBuffer buffer;
-  ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
-  EXPECT_EQ(writePdf(buffer, document_, "x", stopAtTwo), Outcome::stopped);
+  EXPECT_EQ(writePdf(buffer_, document_, "x", stopAtTwo), Outcome::stopped);
 }
 
 TEST_F(Printed, PdfHasAllPagesOnTheirPaperAndItsFontsWithin) {
-  QBuffer buffer;
-  ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
-  ASSERT_EQ(writePdf(buffer, document_, "Patients", goOn), Outcome::done);
-  const QByteArray pdf = buffer.data();
+  ASSERT_EQ(writePdf(buffer_, document_, "Patients", goOn), Outcome::done);
+  const QByteArray pdf = buffer_.data();
   EXPECT_EQ(pagesIn(pdf), 5);
   EXPECT_TRUE(pdf.contains("/MediaBox [0 0 612 792]") || pdf.contains("612.000000 792.000000"))
       << pdf.mid(pdf.indexOf("/MediaBox"), 60).toStdString();

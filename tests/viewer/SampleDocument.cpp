@@ -38,9 +38,8 @@ void addPageHead(std::string& out, int page) {
   add("720,720,10080,288", ",0,1,0", "14,1,1", "Patients (All)");
   for (const Column& column : kColumns) {
     out += sampleShape(page, boxOf(column, 1800, 0));
-    Column head = column;
-    head.width += 72;
-    add(boxOf(head, 1800, 72).c_str(), ",0,0,1", "10,1,1", column.head);
+    const std::string box = boxOf({column.head, column.x, column.width + 72}, 1800, 72);
+    add(box.c_str(), ",0,0,1", "10,1,1", column.head);
   }
 }
 

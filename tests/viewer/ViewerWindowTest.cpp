@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QNativeGestureEvent>
 #include <QPointingDevice>
 #include <QScrollBar>
