@@ -76,15 +76,14 @@ FittedDocument fitted(const std::string& text) {
 class GoldenPaper : public ::testing::TestWithParam<std::string> {
  protected:
   GoldenPaper() {
-    std::error_code error;
-    const std::string path = GOLDEN_FOLDER "/" + GetParam() + "/expected.myv";
-    const FittedDocument document(Document::open(path, error), paintedLetters());
-    paper_ = QRectF(0, 0, document.fit().paperWidth(), document.fit().paperHeight());
-    for (std::size_t page = 1; page <= document.document().pageCount(); ++page)
-      pages_.push_back(document.make(page));
+    for (std::size_t page = 1; page <= document_.document().pageCount(); ++page)
+      pages_.push_back(document_.make(page));
   }
 
-  QRectF paper_;
+  std::error_code error_;
+  FittedDocument document_{Document::open(GOLDEN_FOLDER "/" + GetParam() + "/expected.myv", error_),
+                           paintedLetters()};
+  const QRectF paper_{0, 0, document_.fit().paperWidth(), document_.fit().paperHeight()};
   std::vector<FittedPage> pages_;
 };
 
