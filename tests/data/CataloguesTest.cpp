@@ -99,6 +99,21 @@ TEST_F(CatalogueReadsTest, ListsCanBeWrittenToAndTellTheirFailuresOrNot) {
   EXPECT_EQ(takeMessages(), Strings{kClosed});
 }
 
+TEST_F(CatalogueReadsTest, EachValueOfAServiceStandsInItsColumn) {
+  std::int32_t code = 0;
+  const auto stored = [&] {
+    return rows(concat(
+        "SELECT Description, FacilityTypeCode, ChargeTypeCode, AttentionTypeCode, BillingEMCode, "
+        "RealEMCode, ShowOnFirst, ShowOnNext, IsDischarge FROM EvaluationManagement "
+        "WHERE EMCode = ",
+        code));
+  };
+  EXPECT_EQ(told(EMCodeInsert(code, "New", 3, 2, 1, "b", "r", 4, 5, 6, message)), "0");
+  EXPECT_EQ(stored(), "New|3|2|1|b|r|4|5|6");
+  EXPECT_EQ(told(EMCodeUpdate(code, "Old", 3, 1, 2, "B", "R", 6, 4, 5, message)), "0");
+  EXPECT_EQ(stored(), "Old|3|1|2|B|R|6|4|5");
+}
+
 TEST_F(CatalogueReadsTest, ServiceCodesAre32BitsWideButAllocatedIn16) {
   for (const int code : {32767, 70001}) {
     run("DELETE FROM EvaluationManagement WHERE EMCode > 1");

@@ -131,6 +131,19 @@ class LookedUpChargesTest : public DataTest {
       {'t', [this] { return concat("'", word(), "'"); }}};
 };
 
+TEST_F(LookedUpChargesTest, EachTextIsThatOfItsOwnRecord) {
+  seedOffice();
+  seedLife();
+  DatabaseConnection.Execute(
+      "INSERT INTO PatientCharges "
+      "VALUES (25001, #06/02/2003#, #09:00:00#, #05/31/2003#, 3, 1221, 5, 8, 1, 17)");
+  EXPECT_EQ(rows("SELECT * FROM ChargesDescriptive WHERE PatientId = 25001"),
+            "25001|6/2/2003|9:00:00 AM|5/31/2003|3|1221|5|8|1|17|Posted|"
+            "Jones, Bob|12/31/1961|A2|1|Mutual|"
+            "Hospital outpatient visit, first, short|99121|E1221-012|2|"
+            "St. Joseph Hospital|SJ3|SJ-000000000003|Garcia, Luis|GL5|St. John, Ian|SJ8");
+}
+
 TEST_F(LookedUpChargesTest, DifferInNothingFromTheEnginesOwn) {
   for (int office = 0; office < 12; ++office) {
     makeOffice();
