@@ -11,6 +11,7 @@
 #include "core/Services.h"
 #include "files/Files.h"
 #include "files/WholeFile.h"
+#include "records/KeyIndex.h"
 #include "text/Conversions.h"
 #include "text/Formats.h"
 #include "text/Text.h"
@@ -77,10 +78,15 @@ struct Cell {
   std::size_t field = 0;
   std::string left;   // ",X,"
   std::string right;  // ",W,H" and everything up to the text
-  // The text written last, which often repeats.
+  std::string_view shown;
+  // The text made last, which often repeats.
   std::int64_t raw = Column::kNull;
   std::string text;
-  std::array<std::int64_t, kRowsAhead> ahead{};  // raw values of the next rows
+  // Texts that are looked up, by the row in which they are found, made when first met.
+  std::vector<std::optional<std::string>> foundTexts;
+  // Of the next rows the rows in which they find their texts, or else the raw values.
+  bool isFound = false;
+  std::array<std::int64_t, kRowsAhead> ahead{};
 };
 
 // How a table's rows are laid out: kept from row to row, for a report writes thousands alike.
@@ -191,23 +197,39 @@ RowLayout layOutRows(std::shared_ptr<const RowStore> store, const std::string& c
 
 // Under a sort the rows lie apart in memory, and read one after the other each value is waited for
 // by itself. Of many rows at once, column by column, the waits overlap.
+void readAhead(Cell& cell, const Column& column, std::span<const std::uint32_t> rows) {
+  const RowLookUp* lookUp = column.isText() && column.written().empty() ? column.lookUp() : nullptr;
+  cell.isFound = lookUp != nullptr;
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    cell.ahead[i] = cell.isFound ? lookUp->row(rows[i]) : column.raw(rows[i]);
+}
+
 void readAhead(RowLayout& rows, const RecordSet& recordset, std::ptrdiff_t position) {
   const auto first = static_cast<std::size_t>(position - 1);
   const std::span all(recordset.view());
   const std::span next = all.subspan(first, std::min(kRowsAhead, all.size() - first));
-  for (Cell& cell : rows.cells) {
-    const Column& column = rows.store->columns[cell.field];
-    for (std::size_t i = 0; i < next.size(); ++i) cell.ahead[i] = column.raw(next[i]);
-  }
+  for (Cell& cell : rows.cells) readAhead(cell, rows.store->columns[cell.field], next);
   rows.aheadFrom = position;
   rows.aheadTo = position + std::ssize(next);
 }
 
-void takeText(Cell& cell, const Column& column, std::int64_t raw, std::uint32_t row) {
-  if (raw == cell.raw && raw != Column::kNull) return;
+std::string fileText(const Column& column, std::int64_t raw) {
+  return raw == Column::kNull ? std::string() : fileText(column.textOfRaw(raw));
+}
+
+std::string_view foundText(Cell& cell, const Column& column, std::uint32_t found) {
+  if (found == KeyIndex::kNone) return "";
+  if (found >= cell.foundTexts.size()) cell.foundTexts.resize(std::size_t{found} + 1);
+  std::optional<std::string>& text = cell.foundTexts[found];
+  if (!text) text = fileText(column, column.rawFound(found));
+  return *text;
+}
+
+std::string_view rawText(Cell& cell, const Column& column, std::int64_t raw, std::uint32_t row) {
+  if (raw == cell.raw && raw != Column::kNull) return cell.text;
   cell.raw = raw;
-  cell.text = column.isText() && raw != Column::kNull ? fileText(column.textOfRaw(raw))
-                                                      : textOrEmpty(column.value(row));
+  cell.text = column.isText() ? fileText(column, raw) : textOrEmpty(column.value(row));
+  return cell.text;
 }
 
 // The texts of the record set's current row.
@@ -219,13 +241,18 @@ void readCells(RowLayout& rows, const RecordSet& recordset) {
     for (Cell& cell : rows.cells) {
       cell.raw = Column::kNull;
       cell.text = fileText(recordset.textOrEmpty(cell.field));
+      cell.shown = cell.text;
     }
     return;
   }
   if (position < rows.aheadFrom || position >= rows.aheadTo) readAhead(rows, recordset, position);
   const auto place = static_cast<std::size_t>(position - rows.aheadFrom);
-  for (Cell& cell : rows.cells)
-    takeText(cell, rows.store->columns[cell.field], cell.ahead[place], *row);
+  for (Cell& cell : rows.cells) {
+    const Column& column = rows.store->columns[cell.field];
+    const std::int64_t ahead = cell.ahead[place];
+    cell.shown = cell.isFound ? foundText(cell, column, static_cast<std::uint32_t>(ahead))
+                              : rawText(cell, column, ahead, *row);
+  }
 }
 
 }  // namespace
@@ -327,7 +354,7 @@ void ViewerRowCells(const RecordSetRef& recordset, double xStart, double y, doub
   const Number pageText(page);
   const Number top(twipsOf(y));
   for (const Cell& cell : open.rows.cells)
-    put(open.file, pageText, cell.left, top, cell.right, cell.text, "\r\n");
+    put(open.file, pageText, cell.left, top, cell.right, cell.shown, "\r\n");
 }
 
 }  // namespace bw

@@ -64,8 +64,8 @@ void ViewerColumnHeads(double xStart, double y, double h, double lineWidth,
                        std::int32_t firstColour, std::int32_t secondColour, std::int32_t textColour,
                        std::int16_t size, double margin, std::string columns, std::int32_t page);
 // In rows it is a field of the record set, whose current record is written; an unknown one raises
-// 3265. No value prints as empty. The records behind it are read ahead: while a table is written,
-// none but the current one may be written to.
+// 3265. No value prints as empty. Records are read ahead: while a table is written they stay as
+// they are, but for an edit that is pending on the current one.
 void ViewerRowCells(const RecordSetRef& recordset, double xStart, double y, double h,
                     std::int32_t textColour, std::int16_t size, double margin,
                     const std::string& columns, std::int32_t page);

@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include "core/Principal.h"
+#include "data/SavedQueries.h"
 #include "reports/ApoyoImpresion.h"
 #include "reports/ApoyoMyView.h"
 #include "tests/data/DataFixture.h"
@@ -118,6 +119,38 @@ TEST_F(DocumentTest, ARowThatIsBeingEditedShowsItsNewValuesAndNoValueIsEmpty) {
   for (const char* text : {"Ames", "changed", "changed", "again", ""})
     expected += std::string("1,0,0,1440,1440,,0,0,1,,,0,,Times New Roman,10,0,1,,") + text + "\r\n";
   EXPECT_EQ(document_(), expected);
+}
+
+TEST_F(DocumentTest, TextsThatAreLookedUpPrintAsThoseThatTheEngineDelivered) {
+  run("PRAGMA foreign_keys=OFF");
+  run("INSERT INTO Doctors VALUES (5, 'Núñez-Lindqvist, María Josefa', '')");
+  run("INSERT INTO PatientCharges VALUES "
+      "(25000, #06/03/2003#, #08:00:00#, #06/02/2003#, 1, 1, 9, 5, 1, 7), "
+      "(25001, #06/02/2003#, #08:00:00#, #06/02/2003#, 1, 1, 5, 2, 3, NULL)");
+  const auto printed = [this](std::span<const LookedUpQuery> lookedUp) {
+    DatabaseConnection.lookedUpQueries = lookedUp;
+    const RecordSetRef charges = DatabaseConnection.Read("SELECT * FROM ChargesDescriptive");
+    charges->setSort("ChargeDate DESC");
+    ViewerDocument open(document, 8, 11);
+    for (const char* columns :
+         {"Names,1;DateOfBirth,1;Doctor,2;ReferDoctor,2;StatusDescription,1;PrintLot,1;",
+          "Doctor,2;Names,2;"}) {
+      for (charges->MoveFirst(); !charges->EOF_(); charges->MoveNext())
+        ViewerRowCells(charges, 0, 0, 1, kBlack, 10, 0, columns, 1);
+      charges->MoveFirst();
+      charges->set("Doctor", "written");
+      charges->Update();
+    }
+    open.close();
+    return document_();
+  };
+  const std::string expected = printed({});
+  EXPECT_NE(expected.find("N\xFA\xF1"
+                          "ez-Lindqvist, Mar\xED"
+                          "a Josefa"),
+            expected.npos);
+  EXPECT_NE(expected.find("written"), expected.npos);
+  EXPECT_EQ(printed(lookedUpQueries()), expected);
 }
 
 TEST_F(DocumentTest, LongWorkIsShownAndEndsAlsoWhenItFails) {
