@@ -11,7 +11,7 @@
 #include "core/Services.h"
 #include "files/Files.h"
 #include "files/WholeFile.h"
-#include "records/KeyIndex.h"
+#include "reports/CellTexts.h"
 #include "text/Conversions.h"
 #include "text/Formats.h"
 #include "text/Text.h"
@@ -21,21 +21,6 @@ namespace {
 
 constexpr std::string_view kTextItem = ",,0,";
 constexpr std::string_view kPageTotalItem = ",1,0,";
-
-// Most texts stand in the file as they are.
-bool needsNoChange(std::string_view text) noexcept {
-  return std::none_of(text.begin(), text.end(),
-                      [](char c) { return (c & 0x80) != 0 || c == '\n' || c == '\r'; });
-}
-
-// How a text of a document stands in its file.
-std::string fileText(std::string_view text) {
-  if (needsNoChange(text)) return std::string(text);
-  std::string out = toWindows1252(text);
-  std::replace(out.begin(), out.end(), '\r', ' ');
-  std::replace(out.begin(), out.end(), '\n', ' ');
-  return out;
-}
 
 // Inches in twips, as a number of single precision. The product is made in double: 0.65 inches are
 // 936 twips and not 935.9999.
@@ -71,22 +56,12 @@ class Number {
   std::size_t length_ = 0;
 };
 
-constexpr std::size_t kRowsAhead = 64;
-
 // A cell of a table row: all of its line that is the same in every row.
 struct Cell {
   std::size_t field = 0;
   std::string left;   // ",X,"
   std::string right;  // ",W,H" and everything up to the text
-  std::string_view shown;
-  // The text made last, which often repeats.
-  std::int64_t raw = Column::kNull;
-  std::string text;
-  // Texts that are looked up, by the row in which they are found, made when first met.
-  std::vector<std::optional<std::string>> foundTexts;
-  // Of the next rows the rows in which they find their texts, or else the raw values.
-  bool isFound = false;
-  std::array<std::int64_t, kRowsAhead> ahead{};
+  CellTexts texts;
 };
 
 // How a table's rows are laid out: kept from row to row, for a report writes thousands alike.
@@ -195,64 +170,25 @@ RowLayout layOutRows(std::shared_ptr<const RowStore> store, const std::string& c
   return rows;
 }
 
-// Under a sort the rows lie apart in memory, and read one after the other each value is waited for
-// by itself. Of many rows at once, column by column, the waits overlap.
-void readAhead(Cell& cell, const Column& column, std::span<const std::uint32_t> rows) {
-  const RowLookUp* lookUp = column.isText() && column.written().empty() ? column.lookUp() : nullptr;
-  cell.isFound = lookUp != nullptr;
-  for (std::size_t i = 0; i < rows.size(); ++i)
-    cell.ahead[i] = cell.isFound ? lookUp->row(rows[i]) : column.raw(rows[i]);
-}
-
 void readAhead(RowLayout& rows, const RecordSet& recordset, std::ptrdiff_t position) {
   const auto first = static_cast<std::size_t>(position - 1);
   const std::span all(recordset.view());
-  const std::span next = all.subspan(first, std::min(kRowsAhead, all.size() - first));
-  for (Cell& cell : rows.cells) readAhead(cell, rows.store->columns[cell.field], next);
+  const std::span next = all.subspan(first, std::min(CellTexts::kRows, all.size() - first));
+  for (Cell& cell : rows.cells) cell.texts.read(rows.store->columns[cell.field], next);
   rows.aheadFrom = position;
   rows.aheadTo = position + std::ssize(next);
 }
 
-std::string fileText(const Column& column, std::int64_t raw) {
-  return raw == Column::kNull ? std::string() : fileText(column.textOfRaw(raw));
-}
-
-std::string_view foundText(Cell& cell, const Column& column, std::uint32_t found) {
-  if (found == KeyIndex::kNone) return "";
-  if (found >= cell.foundTexts.size()) cell.foundTexts.resize(std::size_t{found} + 1);
-  std::optional<std::string>& text = cell.foundTexts[found];
-  if (!text) text = fileText(column, column.rawFound(found));
-  return *text;
-}
-
-std::string_view rawText(Cell& cell, const Column& column, std::int64_t raw, std::uint32_t row) {
-  if (raw == cell.raw && raw != Column::kNull) return cell.text;
-  cell.raw = raw;
-  cell.text = column.isText() ? fileText(column, raw) : textOrEmpty(column.value(row));
-  return cell.text;
-}
-
-// The texts of the record set's current row.
-void readCells(RowLayout& rows, const RecordSet& recordset) {
-  const std::optional<std::uint32_t> row = recordset.currentRow();
+// The place among the rows read ahead of the record set's current one; nothing for a row that is
+// being written.
+std::optional<std::size_t> currentPlace(RowLayout& rows, const RecordSet& recordset) {
   const std::ptrdiff_t position = recordset.AbsolutePosition();
-  if (!row || position < 1) {
+  if (!recordset.currentRow() || position < 1) {
     rows.aheadTo = rows.aheadFrom;  // what is being written may be among them
-    for (Cell& cell : rows.cells) {
-      cell.raw = Column::kNull;
-      cell.text = fileText(recordset.textOrEmpty(cell.field));
-      cell.shown = cell.text;
-    }
-    return;
+    return std::nullopt;
   }
   if (position < rows.aheadFrom || position >= rows.aheadTo) readAhead(rows, recordset, position);
-  const auto place = static_cast<std::size_t>(position - rows.aheadFrom);
-  for (Cell& cell : rows.cells) {
-    const Column& column = rows.store->columns[cell.field];
-    const std::int64_t ahead = cell.ahead[place];
-    cell.shown = cell.isFound ? foundText(cell, column, static_cast<std::uint32_t>(ahead))
-                              : rawText(cell, column, ahead, *row);
-  }
+  return static_cast<std::size_t>(position - rows.aheadFrom);
 }
 
 }  // namespace
@@ -350,11 +286,17 @@ void ViewerRowCells(const RecordSetRef& recordset, double xStart, double y, doub
   std::shared_ptr<const RowStore> store = recordset->rows();
   if (!laidOutAlready(open.rows, *store, columns, measures))
     open.rows = layOutRows(std::move(store), columns, measures);
-  readCells(open.rows, *recordset);
+  const std::optional<std::size_t> place = currentPlace(open.rows, *recordset);
   const Number pageText(page);
   const Number top(twipsOf(y));
-  for (const Cell& cell : open.rows.cells)
-    put(open.file, pageText, cell.left, top, cell.right, cell.shown, "\r\n");
+  for (Cell& cell : open.rows.cells) {
+    put(open.file, pageText, cell.left, top, cell.right);
+    if (place)
+      open.file.append(cell.texts.text(*place));
+    else
+      putText(open.file, recordset->textOrEmpty(cell.field));
+    open.file.append("\r\n");
+  }
 }
 
 }  // namespace bw
