@@ -8,6 +8,7 @@
 #include "reports/ApoyoImpresion.h"
 #include "reports/ApoyoMyView.h"
 #include "tests/data/DataFixture.h"
+#include "tests/server/TestDatabase.h"
 #include "tests/tools/TemporaryFolder.h"
 
 namespace bw {
@@ -122,7 +123,7 @@ TEST_F(DocumentTest, ARowThatIsBeingEditedShowsItsNewValuesAndNoValueIsEmpty) {
 }
 
 TEST_F(DocumentTest, TextsThatAreLookedUpPrintAsThoseThatTheEngineDelivered) {
-  run("PRAGMA foreign_keys=OFF");
+  run(relationsOff());
   run("INSERT INTO Doctors VALUES (5, 'Núñez-Lindqvist, María Josefa', '')");
   run("INSERT INTO PatientCharges VALUES "
       "(25000, #06/03/2003#, #08:00:00#, #06/02/2003#, 1, 1, 9, 5, 1, 7), "
