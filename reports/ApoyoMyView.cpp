@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
-#include <span>
 
 #include "core/AsisRutinasApoyo.h"
 #include "core/Services.h"
@@ -70,9 +69,9 @@ struct RowLayout {
   std::string columns;
   std::array<double, 5> measures{};
   std::vector<Cell> cells;
-  // Positions in the record set of the rows whose values the cells have.
+  // The rows whose values the cells have, from that position in the record set on.
+  std::vector<std::uint32_t> ahead;
   std::ptrdiff_t aheadFrom = 0;
-  std::ptrdiff_t aheadTo = 0;
 };
 
 struct Open {
@@ -171,24 +170,26 @@ RowLayout layOutRows(std::shared_ptr<const RowStore> store, const std::string& c
 }
 
 void readAhead(RowLayout& rows, const RecordSet& recordset, std::ptrdiff_t position) {
-  const auto first = static_cast<std::size_t>(position - 1);
-  const std::span all(recordset.view());
-  const std::span next = all.subspan(first, std::min(CellTexts::kRows, all.size() - first));
-  for (Cell& cell : rows.cells) cell.texts.read(rows.store->columns[cell.field], next);
+  const auto first = recordset.view().begin() + (position - 1);
+  const std::ptrdiff_t count = recordset.RecordCount() - (position - 1);
+  rows.ahead.assign(first, first + std::min(std::ptrdiff_t{CellTexts::kRows}, count));
   rows.aheadFrom = position;
-  rows.aheadTo = position + std::ssize(next);
+  for (Cell& cell : rows.cells) cell.texts.read(rows.store->columns[cell.field], rows.ahead);
 }
 
 // The place among the rows read ahead of the record set's current one; nothing for a row that is
 // being written.
 std::optional<std::size_t> currentPlace(RowLayout& rows, const RecordSet& recordset) {
+  const std::optional<std::uint32_t> row = recordset.currentRow();
   const std::ptrdiff_t position = recordset.AbsolutePosition();
-  if (!recordset.currentRow() || position < 1) {
-    rows.aheadTo = rows.aheadFrom;  // what is being written may be among them
+  if (!row || position < 1) {
+    rows.ahead.clear();  // what is being written may be among them
     return std::nullopt;
   }
-  if (position < rows.aheadFrom || position >= rows.aheadTo) readAhead(rows, recordset, position);
-  return static_cast<std::size_t>(position - rows.aheadFrom);
+  const auto place = static_cast<std::size_t>(position - rows.aheadFrom);
+  if (place < rows.ahead.size() && rows.ahead[place] == *row) return place;
+  readAhead(rows, recordset, position);
+  return 0;
 }
 
 }  // namespace
@@ -292,7 +293,7 @@ void ViewerRowCells(const RecordSetRef& recordset, double xStart, double y, doub
   for (Cell& cell : open.rows.cells) {
     put(open.file, pageText, cell.left, top, cell.right);
     if (place)
-      open.file.append(cell.texts.text(*place));
+      open.file.append(cell.texts.text(*place, open.rows.ahead[*place]));
     else
       putText(open.file, recordset->textOrEmpty(cell.field));
     open.file.append("\r\n");

@@ -25,17 +25,16 @@ void CellTexts::read(const Column& column, std::span<const std::uint32_t> rows) 
   const RowLookUp* lookUp = column.isText() && column.written().empty() ? column.lookUp() : nullptr;
   column_ = &column;
   isFound_ = lookUp != nullptr;
-  std::ranges::copy(rows, rows_.begin());
   for (std::size_t i = 0; i < rows.size(); ++i)
     values_[i] = isFound_ ? lookUp->row(rows[i]) : column.raw(rows[i]);
 }
 
-std::string_view CellTexts::text(std::size_t place) {
+std::string_view CellTexts::text(std::size_t place, std::uint32_t row) {
   const std::int64_t value = values_[place];
   if (isFound_) return found(static_cast<std::uint32_t>(value));
   if (value == raw_) return text_;
   raw_ = value;
-  text_ = column_->isText() ? ofRaw(value) : textOrEmpty(column_->value(rows_[place]));
+  text_ = column_->isText() ? ofRaw(value) : textOrEmpty(column_->value(row));
   return text_;
 }
 

@@ -27,8 +27,8 @@ class CellTexts {
 
   // Reads kRows values at most. The column must stay until the next call.
   void read(const Column& column, std::span<const std::uint32_t> rows);
-  // Of one of the rows read, from 0; good until the next call.
-  std::string_view text(std::size_t place);
+  // Of the row at that place among those read, from 0; good until the next call.
+  std::string_view text(std::size_t place, std::uint32_t row);
 
  private:
   std::string ofRaw(std::int64_t raw) const;
@@ -36,7 +36,6 @@ class CellTexts {
 
   const Column* column_ = nullptr;
   bool isFound_ = false;
-  std::array<std::uint32_t, kRows> rows_{};
   std::array<std::int64_t, kRows> values_{};  // the rows where texts are found, or raw values
   std::vector<std::optional<std::string>> foundTexts_;  // by those rows
   std::int64_t raw_ = Column::kNull;                    // of the text made last: it often repeats
