@@ -97,7 +97,6 @@ int main(int argc, char** argv) {
   bench::Bare bare(path);
 
   frmMain window;
-  MainWindow = &window;
   window.load();
   window.resize(1100, 600);
   window.show();

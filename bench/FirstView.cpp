@@ -15,10 +15,11 @@
 namespace {
 
 // Opaque controls can cover a view, so that it is never painted itself.
-bool belongsToView(const QObject* object) {
+bool belongsToViewOnShow(const QObject* object) {
   while (object != nullptr && dynamic_cast<const bw::View*>(object) == nullptr)
     object = object->parent();
-  return object != nullptr;
+  const auto* view = dynamic_cast<const bw::View*>(object);
+  return view != nullptr && view->isVisible();
 }
 
 }  // namespace
@@ -26,7 +27,7 @@ bool belongsToView(const QObject* object) {
 int main(int argc, char** argv) {
   bw::keepFreedMemory();
   QApplication application(argc, argv);
-  FirstPaint watch(belongsToView);
+  FirstPaint watch(belongsToViewOnShow);
   application.installEventFilter(&watch);
   bw::installDarkOutlines();
   bw::services().message = [](const std::string&) { std::_Exit(EXIT_FAILURE); };

@@ -125,7 +125,6 @@ int main(int argc, char** argv) {
   bench::Bare bare(path);
 
   frmMain window;
-  MainWindow = &window;
   measureView(bare);
   measureMerge(bare);
   CurrentPatientId = 1;

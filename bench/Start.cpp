@@ -1,6 +1,7 @@
 // From the start of the process to the first view, and what memory that takes, against an empty
 // window.
 
+#include <poll.h>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -24,7 +25,7 @@ namespace fs = std::filesystem;
 
 constexpr double kMostTimesBare = 1.5;
 constexpr double kMostTimesBareMemory = 1.6;
-constexpr double kTitle = 2000;  // ms that the title window stays
+constexpr int kTitle = 2000;  // ms that the title window stays
 
 struct Cost {
   double milliseconds = 0;
@@ -43,6 +44,11 @@ Cost run(const char* name) {
       throw std::runtime_error(program + " failed.");
   });
   return {time, static_cast<double>(used.ru_maxrss) / 1024};
+}
+
+// ms that a wait for the title takes here: the system may end one a thousandth late.
+double waitForTitle() {
+  return bench::milliseconds([] { poll(nullptr, 0, kTitle); });
 }
 
 // A practice database, registered for the processes that are started, and settings of nobody.
@@ -69,7 +75,7 @@ int main() {
                   kMostTimesBareMemory * bareMemory);
     bench::compare(
         "start to the first view", kMostTimesBare,
-        [] { return run("first_view").milliseconds - kTitle; },
+        [] { return run("first_view").milliseconds - waitForTitle(); },
         [] { return run("bare_window").milliseconds; });
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

@@ -22,10 +22,11 @@ bool start() {
   }
   DatabaseConnection.lookedUpQueries = lookedUpQueries();
   std::unique_ptr<frmMain> window;
-  showSplash([&window] { window = std::make_unique<frmMain>(); });
-  // Before it loads: while it does, the tree switches views through MainWindow.
+  showSplash([&window] {
+    window = std::make_unique<frmMain>();
+    window->prepare();
+  });
   frmMain& opened = *(window ? window.release() : new frmMain);
-  MainWindow = &opened;
   opened.setAttribute(Qt::WA_DeleteOnClose);
   opened.load();
   opened.show();

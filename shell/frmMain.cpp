@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "controls/BusyCursor.h"
 #include "controls/Dialog.h"
 #include "controls/EventGuard.h"
 #include "controls/Icons.h"
@@ -47,6 +48,7 @@ void store(const char* key, std::int64_t number) {
 }  // namespace
 
 frmMain::frmMain() {
+  MainWindow = this;
   setObjectName("frmMain");
   setWindowTitle("Brantiwell");
   setWindowIcon(icon("Brantiwell"));
@@ -66,6 +68,14 @@ frmMain::~frmMain() {
   if (MainWindow == this) MainWindow = nullptr;
 }
 
+void frmMain::prepare() {
+  const BusyCursor busy;
+  frmBanner();
+  frmShorcuts();
+  viewOf(recordKind(storedNumber("ActiveView", "0")));
+  grab();
+}
+
 void frmMain::load() {
   bannerHeight_ = 500;
   // Asking for the printer waits for the print service: the first view goes first.
@@ -75,6 +85,7 @@ void frmMain::load() {
   menus_.goToMenu()->setVisible(false);  // the tree stands in for it
   VistaActualNumero = FiltroActualNumero = -1;
   frmShorcuts().FuerzaNodeClick(storedNumber("ActiveView", "0"), storedNumber("ActiveFilter", "0"));
+  placeAll();  // a window of the stored size already gets no resize
   focusView();
 }
 

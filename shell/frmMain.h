@@ -17,11 +17,14 @@ namespace bw {
 // commands to the active view by name.
 class frmMain : public MainFrame {
  public:
+  // MainWindow points here from now on.
   frmMain();
   ~frmMain() override;
 
+  // What the first view's paint would wait for: makes the views and draws everything once, unseen,
+  // which loads fonts and pictures. load() does without.
+  void prepare();
   // Restores the window and selects the stored view and filter, which fills the first view.
-  // MainWindow must point here already.
   void load();
 
   void CambiaAVista(std::int16_t Vista, std::int16_t Filtro) override;

@@ -48,7 +48,6 @@ void FormsTest::seedCharges() {
 
 frmMain& FormsTest::openMainWindow() {
   window_ = new frmMain;
-  MainWindow = window_;
   window_->load();
   window_->show();
   QApplication::processEvents();

@@ -2,10 +2,12 @@
 #include <QRegularExpression>
 #include <fstream>
 
+#include "controls/ListView.h"
 #include "core/MachineSettings.h"
 #include "data/Schema.h"
 #include "engine/SqliteEngine.h"
 #include "engine/Workgroup.h"
+#include "lists/Settings.h"
 #include "shell/Start.h"
 #include "shell/frmGeneralInfo.h"
 #include "tests/forms/FormsFixture.h"
@@ -58,13 +60,22 @@ TEST_F(StartTest, WithoutASessionThereIsTheMessageAndNoWindow) {
 
 TEST_F(StartTest, TheTitleStandsTwoSecondsBeforeTheFirstViewIsRead) {
   const std::string file = path("office.db");
-  createSchema(*createSqlite(file));
+  const auto database = createSqlite(file);
+  createSchema(*database);
+  database->execute({"INSERT INTO Doctors VALUES (1, 'Ashby', '')"});
+  SaveSetting(kApplicationTitle, "Settings", "ActiveView", "2");
   write("office.dw", workgroupText("Kelps", "Kelps"));
   set("Database", file);
   QElapsedTimer clock;
   clock.start();
-  script.in("frmSplash", [](QWidget&) { EXPECT_EQ(MainWindow, nullptr); });
+  const auto rows = [] { return MainWindow->findChild<ListView*>()->count(); };
+  script.in("frmSplash", [&rows](QWidget&) {
+    ASSERT_NE(MainWindow, nullptr);
+    EXPECT_FALSE(MainWindow->isVisible());
+    EXPECT_EQ(rows(), 0);
+  });
   ASSERT_TRUE(start());
+  EXPECT_EQ(rows(), 1);
   EXPECT_GE(clock.elapsed(), 2000);
   ASSERT_NE(MainWindow, nullptr);
   EXPECT_TRUE(MainWindow->isVisible());
