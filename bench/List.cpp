@@ -126,7 +126,7 @@ void measureMerge(Connection& connection, const RecordSetRef& rows) {
   std::ptrdiff_t position = 10;
   const double took = bench::median([&] {
     rows->setAbsolutePosition(position);
-    position += 200000;
+    position = (position + 200000) % rows->RecordCount();
     const std::int16_t patient = rows->code("PatientId");
     const Date day = rows->date("ChargeDate");
     const TimeOfDay time = rows->time("ChargeTime");

@@ -3,10 +3,12 @@
 #include <malloc.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <vector>
+
+#include "bench/Quiet.h"
 
 namespace bw::bench {
 namespace {
@@ -19,6 +21,34 @@ struct Pair {
   double ratio() const noexcept { return ours / limit; }
 };
 
+using Clock = std::chrono::steady_clock;
+
+// Runs of a quiet machine, or of one that was not quiet long enough all of them. What takes a
+// millisecond is taken often: five such runs differ by more than a limit may leave.
+template <class Take>
+auto takeRuns(Take take) {
+  constexpr std::size_t kFewest = 5;
+  constexpr std::chrono::milliseconds kLeast{200};
+  constexpr std::chrono::seconds kPatience{10};
+  static Quiet quiet;
+  std::vector<decltype(take())> counted;
+  std::vector<decltype(take())> disturbed;
+  const auto begin = Clock::now();
+  while (counted.size() < kFewest || Clock::now() - begin < kLeast) {
+    quiet.await(begin + kPatience);
+    const auto run = take();
+    (quiet.isNow() ? counted : disturbed).push_back(run);
+    if (counted.size() + disturbed.size() < kFewest || Clock::now() - begin < kPatience) continue;
+    if (counted.size() < kFewest) {
+      std::fprintf(stderr, "The machine was busy: %zu of these runs are slowed.\n",
+                   disturbed.size());
+      counted.insert(counted.end(), disturbed.begin(), disturbed.end());
+    }
+    break;
+  }
+  return counted;
+}
+
 }  // namespace
 
 double allocatedBytes() {
@@ -27,10 +57,9 @@ double allocatedBytes() {
 }
 
 double median(const std::function<double()>& measure) {
-  std::array<double, kRuns> runs{};
-  for (double& run : runs) run = measure();
+  std::vector<double> runs = takeRuns(measure);
   std::sort(runs.begin(), runs.end());
-  return runs[kRuns / 2];
+  return runs[runs.size() / 2];
 }
 
 void report(const std::string& name, const char* unit, double ours, double limit) {
@@ -41,14 +70,14 @@ void report(const std::string& name, const char* unit, double ours, double limit
 
 void compare(const std::string& name, double factor, const std::function<double()>& ours,
              const std::function<double()>& other) {
-  std::array<Pair, kRuns> pairs{};
-  for (Pair& pair : pairs) {
-    pair.limit = factor * other();
-    pair.ours = ours();
-  }
+  std::vector<Pair> pairs = takeRuns([&] {
+    const double limit = factor * other();
+    return Pair{ours(), limit};
+  });
   std::sort(pairs.begin(), pairs.end(),
             [](const Pair& a, const Pair& b) { return a.ratio() < b.ratio(); });
-  report(name, "ms", pairs[kRuns / 2].ours, pairs[kRuns / 2].limit);
+  const Pair& middle = pairs[pairs.size() / 2];
+  report(name, "ms", middle.ours, middle.limit);
 }
 
 int verdict() noexcept { return missed ? EXIT_FAILURE : EXIT_SUCCESS; }

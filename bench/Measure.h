@@ -10,8 +10,6 @@ namespace bw::bench {
 // A measure is a line: name, ours, limit, ratio of the two, parted by tabs. A ratio above 1 is a
 // limit missed.
 
-inline constexpr int kRuns = 5;
-
 // Milliseconds that a call takes.
 template <class F>
 double milliseconds(F f) {
@@ -33,14 +31,15 @@ double processorMilliseconds(F f) {
 // Bytes that are allocated at this moment.
 double allocatedBytes();
 
-// The median of so many calls of `measure`.
+// The median of five calls of `measure` on a quiet machine (see Quiet.h), of more when they are
+// short. Ten seconds without five quiet ones, and all count.
 double median(const std::function<double()>& measure);
 
 // Prints a measure. `unit` stands behind the name.
 void report(const std::string& name, const char* unit, double ours, double limit);
 
 // Takes both in turns, so that a busy machine slows both, and prints the pair with the median
-// ratio; the limit is `factor` times what the other took.
+// ratio, of as many as for a median; the limit is `factor` times what the other took.
 void compare(const std::string& name, double factor, const std::function<double()>& ours,
              const std::function<double()>& other);
 

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "bench/Desk.h"
 #include "bench/Measure.h"
 #include "bench/Office.h"
 #include "core/Principal.h"
-#include "core/Services.h"
 #include "data/BWSQLCharges.h"
 #include "data/BWSQLPatients.h"
 #include "data/SavedQueries.h"
@@ -25,14 +25,13 @@
 namespace {
 
 using namespace bw;
+using bench::Statements;
 
 constexpr double kMostTimesBare = 1.35;
 constexpr double kMostTimesPipeline = 1.1;
 constexpr double kMostOfOneDay = 8;  // milliseconds
 constexpr int kCharges = 1000;
 constexpr bench::OfficeSize kSize{8000, 400000};
-
-using Statements = std::vector<std::string>;
 
 struct Clear {
   void operator()(PGresult* result) const noexcept { PQclear(result); }
@@ -104,62 +103,31 @@ void compareReads(Bare& bare, const std::string& name, const std::string& condit
       [&] { return bench::milliseconds([&] { bare.run(text); }); });
 }
 
-// Stores charges with three details, one a second of a clock.
-class Desk {
- public:
-  Desk() {
-    services().now = [this] { return DateTime{day_, {second_}}; };
+// Gives the charges of a day, one a patient and second, another lot and status.
+void setAll(Date day, std::int32_t lot, std::int16_t status) {
+  RelaxedSync relaxed(DatabaseConnection);
+  for (int i = 0; i < kCharges; ++i) {
+    std::string message;
+    if (ChargeSetPrintLot(static_cast<std::int16_t>(1 + i), day, {i + 1}, lot, status, message) !=
+        0)
+      throw std::runtime_error(message);
   }
+  relaxed.finish();
+}
+void post(Date day) { setAll(day, 7, 1); }
+void archive(Date day) { setAll(day, -1, 3); }
 
-  void store() {
-    for (int i = 0; i < kCharges; ++i) {
-      ++second_;
-      Date date;
-      TimeOfDay time;
-      std::string message;
-      if (ChargeInsert(static_cast<std::int16_t>(1 + i), date, time, day_, 1 + i % 90, 7, 8,
-                       static_cast<std::int16_t>(1 + i % 150), ";12;7;305;", ";", 0, message) != 0)
-        throw std::runtime_error(message);
-    }
+// All charges of a hundred patients to their neighbours, or back.
+void merge(bool back) {
+  for (std::int16_t patient = 2001; patient < 2201;
+       patient = static_cast<std::int16_t>(patient + 2)) {
+    const auto neighbour = static_cast<std::int16_t>(patient + 1);
+    std::string message;
+    if (PatientTransferCharges(back ? patient : neighbour, back ? neighbour : patient, message) !=
+        0)
+      throw std::runtime_error(message);
   }
-  void post() {
-    RelaxedSync relaxed(DatabaseConnection);
-    for (int i = 0; i < kCharges; ++i) {
-      std::string message;
-      if (ChargeSetPrintLot(static_cast<std::int16_t>(1 + i), day_, {i + 1}, 7, 1, message) != 0)
-        throw std::runtime_error(message);
-    }
-    relaxed.finish();
-  }
-  void archive() {
-    RelaxedSync relaxed(DatabaseConnection);
-    for (int i = 0; i < kCharges; ++i) {
-      std::string message;
-      if (ChargeSetPrintLot(static_cast<std::int16_t>(1 + i), day_, {i + 1}, -1, 3, message) != 0)
-        throw std::runtime_error(message);
-    }
-    relaxed.finish();
-  }
-  // All charges of a hundred patients to their neighbours, or back.
-  static void merge(bool back) {
-    for (std::int16_t patient = 2001; patient < 2201;
-         patient = static_cast<std::int16_t>(patient + 2)) {
-      const auto neighbour = static_cast<std::int16_t>(patient + 1);
-      std::string message;
-      if (PatientTransferCharges(back ? patient : neighbour, back ? neighbour : patient, message) !=
-          0)
-        throw std::runtime_error(message);
-    }
-  }
-  void nextDay() {
-    ++day_.day;
-    second_ = 0;
-  }
-
- private:
-  Date day_{40000};
-  std::int32_t second_ = 0;
-};
+}
 
 // What a desk issues, a list for each transaction, each statement but its first behind a savepoint.
 std::vector<Statements> issued(const std::function<void()>& work) {
@@ -176,29 +144,20 @@ std::vector<Statements> issued(const std::function<void()>& work) {
   return lists;
 }
 
-// The same statements on another day, so that the keys are new.
-void onDay(std::vector<Statements>& lists, Date from, Date to) {
-  const std::string before = isoDate(from);
-  for (Statements& list : lists)
-    for (std::string& text : list)
-      for (std::size_t at = text.find(before); at != std::string::npos; at = text.find(before, at))
-        text.replace(at, before.size(), isoDate(to));
-}
-
-void compareWrites(Bare& bare, Desk& desk) {
-  std::vector<Statements> inserts = issued([&] { desk.store(); });
-  std::vector<Statements> posts = issued([&] { desk.post(); });
+void compareWrites(Bare& bare) {
+  bench::Desk desk;
+  std::vector<Statements> inserts = issued([&] { desk.store(kCharges); });
+  const std::vector<Statements> posts = issued([&] { post(desk.day()); });
   Date last{40000};
   Date next{50000};
-  const auto anew = [&](std::vector<Statements>& lists) { onDay(lists, last, next); };
   bench::compare(
       "server: store 1,000 charges", kMostTimesPipeline,
       [&] {
         desk.nextDay();
-        return bench::milliseconds([&] { desk.store(); });
+        return bench::milliseconds([&] { desk.store(kCharges); });
       },
       [&] {
-        anew(inserts);
+        for (Statements& list : inserts) bench::onDay(list, last, next);
         last = next;
         ++next.day;
         return bench::milliseconds([&] {
@@ -218,18 +177,17 @@ void compareWrites(Bare& bare, Desk& desk) {
   };
   bench::compare(
       "server: post 1,000 charges", kMostTimesBare,
-      [&] { return bench::milliseconds([&] { desk.post(); }); },
+      [&] { return bench::milliseconds([&] { post(desk.day()); }); },
       [&] { return againRelaxed(posts); });
-  const std::vector<Statements> archived = issued([&] { desk.archive(); });
+  const std::vector<Statements> archived = issued([&] { archive(desk.day()); });
   bench::compare(
       "server: archive 1,000 charges", kMostTimesBare,
-      [&] { return bench::milliseconds([&] { desk.archive(); }); },
+      [&] { return bench::milliseconds([&] { archive(desk.day()); }); },
       [&] { return againRelaxed(archived); });
-  const std::vector<Statements> merged = issued([] { Desk::merge(true); });
+  const std::vector<Statements> merged = issued([] { merge(true); });
   bench::compare(
       "server: merge 100 patients of 100 charges", kMostTimesBare,
-      [] { return bench::milliseconds([] { Desk::merge(false); }); },
-      [&] { return again(merged); });
+      [] { return bench::milliseconds([] { merge(false); }); }, [&] { return again(merged); });
 }
 
 void measure() {
@@ -250,8 +208,7 @@ void measure() {
                   return bench::milliseconds([&] { DatabaseConnection.Read(statement); });
                 }),
                 kMostOfOneDay);
-  Desk desk;
-  compareWrites(bare, desk);
+  compareWrites(bare);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ void ColumnFeed::null() {
 }
 
 void ColumnFeed::text(std::string_view text) {
-  if (!column_.isText()) return column_.appendText(text);
+  if (!column_.isText() || column_.dictionary().size() < kFewTexts) return column_.appendText(text);
   bytes_ += text;
   sizes_[count_++] = static_cast<std::uint32_t>(text.size());
   if (count_ == kBatch) flush();

@@ -29,6 +29,7 @@ class ColumnFeed {
 
  private:
   static constexpr std::size_t kBatch = Column::kMostTexts;
+  static constexpr std::size_t kFewTexts = 8192;  // so many stay in the cache without help
   static constexpr std::uint32_t kNoValue = 0xffffffffU;
 
   Column& column_;

@@ -88,17 +88,24 @@ void DocumentIndex::readItems(std::string_view bytes, std::size_t at) {
   std::uint32_t number = 2;
   LineEnds ends(bytes, at);
   for (; at < bytes.size(); ++number) {
-    const std::size_t end = ends.next();
-    std::string_view line = withoutCarriageReturn({bytes.data() + at, end - at});
-    if (line.size() > kMaxLine) return add(Fault::tooLong, number);
-    const std::size_t next = std::min(end + 1, bytes.size());
-    if (line.size() >= kLeastLine && start_.begins(line)) {
-      runs_.back().end = next;
-      line.remove_prefix(start_.size());
+    // Most lines go on with the run: nothing is written for them, or the rest would be read anew.
+    const LineStart start = start_;
+    const std::size_t first = at;
+    std::size_t end = 0;
+    std::string_view line;
+    for (; at < bytes.size(); ++number, at = end + 1) {
+      end = ends.next();
+      line = withoutCarriageReturn({bytes.data() + at, end - at});
+      if (line.size() < kLeastLine || line.size() > kMaxLine || !start.begins(line)) break;
+      line.remove_prefix(start.size());
       rightEdge_.take(line);
-    } else if (!line.empty()) {
-      beginRun(bytes, line, {at, next, number});
     }
+    at = std::min(at, bytes.size());
+    if (at > first) runs_.back().end = at;
+    if (at == bytes.size()) break;
+    const std::size_t next = std::min(end + 1, bytes.size());
+    if (line.size() > kMaxLine) return add(Fault::tooLong, number);
+    if (!line.empty()) beginRun(bytes, line, {at, next, number});
     at = next;
   }
   if (!bytes.ends_with('\n')) add(Fault::unended, number - 1);
