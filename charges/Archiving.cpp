@@ -53,7 +53,8 @@ bool archiveCharges(Date until, std::string& message) {
   try {
     relaxed.finish();
   } catch (const RuntimeError& error) {
-    MsgBox(error.text());
+    message = error.text();
+    return false;
   }
   return true;
 }

@@ -37,10 +37,11 @@ Parts forOneTrip(Parts parts) {
   return unreadable == parts.end() ? parts : parts.first(static_cast<std::size_t>(count) + 1);
 }
 
-// Which of them has the statement at that place.
+// Which of them has the statement at that place; the last one for what failed behind them all.
 std::size_t partWith(Parts parts, std::size_t place) {
   std::size_t part = 0;
-  for (; place >= parts[part].statements.size(); ++part) place -= parts[part].statements.size();
+  for (; part + 1 < parts.size() && place >= parts[part].statements.size(); ++part)
+    place -= parts[part].statements.size();
   return part;
 }
 

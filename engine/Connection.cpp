@@ -133,7 +133,11 @@ void Connection::RollbackTrans() {
 
 bool Connection::relaxSync() {
   if (!engine_ || level_ > 0) return false;
-  engine_->relaxSync();
+  try {
+    engine_->relaxSync();
+  } catch (const DatabaseRefusal&) {
+    return false;  // what is wrong the next statement tells
+  }
   return true;
 }
 
@@ -153,6 +157,7 @@ std::int64_t Connection::Execute(std::string_view statement) { return run(statem
 std::int64_t Connection::Write(std::string_view statement) { return run(statement, true); }
 
 Connection::Written Connection::WriteAll(std::span<const std::string> statements, Then then) {
+  if (statements.empty() && then == Then::stay) return {};
   EngineTrips* trips = changeLog_ ? nullptr : engine().trips();
   if (trips != nullptr && level_ == 1) return writeTogether(*trips, statements, then);
   Written written =
@@ -214,7 +219,8 @@ Connection::Written Connection::writeTogether(EngineTrips& trips,
   lost_ = done.refusal && isLoss(done.refusal->why());
   written.rows = std::move(done.rows);
   if (done.refusal) written.refusal = *done.refusal;
-  if (written.refusal && hasCutText(statements[written.rows.size()]))
+  const bool isOfStatement = written.refusal && written.rows.size() < statements.size();
+  if (isOfStatement && hasCutText(statements[written.rows.size()]))
     written.refusal =
         RuntimeError(written.refusal->number(), written.refusal->text() + kApostrophe);
   if (!done.refusal && then == Then::commit) end(written, [&] { endBy(done.commit); });

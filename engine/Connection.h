@@ -73,8 +73,8 @@ class Connection {
   // nobody. What cannot be told now, the next call tells.
   ChangesOfOthers changesOfOthers();
 
-  // See RelaxedSync. False when there is no connection that could be relaxed, or a transaction is
-  // open.
+  // See RelaxedSync. False when there is no connection that could be relaxed now, or a transaction
+  // is open.
   bool relaxSync();
   void restoreSync();
 

@@ -60,7 +60,16 @@ void PostgresSession::requireUp() {
     tellLoss(DatabaseRefusal(Refusal::lost));
   }
   if (relaxed_ && std::exchange(relaxedSession_, link_.session()) != link_.session())
-    link_.query("SET synchronous_commit = off");
+    link_.query(concat("SET synchronous_commit = off; SET lock_timeout = ", lockWait_.count()));
+}
+
+// Whoever holds the lock keeps it longer than a statement takes: a loop of hundreds of rows must
+// not wait in full for each. The next transaction sets it, since this one may be rolled back.
+void PostgresSession::heedLock(const DatabaseRefusal& refusal) {
+  constexpr std::chrono::milliseconds kShort{20};
+  if (!relaxed_ || refusal.why() != Refusal::locked || lockWait_ <= kShort) return;
+  lockWait_ = kShort;
+  relaxedSession_ = 0;
 }
 
 // Rows of several tables keep their order.
@@ -167,9 +176,12 @@ void PostgresSession::run(std::span<const EngineStatement> statements, const OnR
   try {
     requireUp();
     const std::optional<Failed> failed = runAll(statements, Then::stay, onResult);
-    if (failed) throw refusalOf(link_, failed->why, statements[failed->statement].text);
+    if (!failed) return;
+    const bool isOfStatement = failed->statement < statements.size();
+    throw refusalOf(link_, failed->why, isOfStatement ? statements[failed->statement].text : "");
   } catch (const DatabaseRefusal& refusal) {
     if (refusal.why() == Refusal::lost) tellLoss(refusal);
+    heedLock(refusal);
     throw;
   } catch (const BrokenOff&) {
     close();
@@ -300,10 +312,11 @@ void PostgresSession::rollback() {
 }
 
 void PostgresSession::relaxSync() {
+  requireUp();
   hasRelaxed_ = false;
   relaxed_ = true;
-  relaxedSession_ = 0;
-  requireUp();
+  relaxedSession_ = 0;  // the first transaction sets it
+  lockWait_ = options_.busyTimeout;
 }
 
 // One more commit that is synced makes those before it durable, since the log is one. It must have
@@ -314,7 +327,8 @@ void PostgresSession::restoreSync() {
   try {
     requireUp();
     link_.query(concat(
-        "RESET synchronous_commit; BEGIN; SELECT pg_logical_emit_message(true, 'bw_sync', '');",
+        "RESET synchronous_commit; SET lock_timeout = ", options_.busyTimeout.count(),
+        "; BEGIN; SELECT pg_logical_emit_message(true, 'bw_sync', '');",
         news.empty() ? "" : concat("SELECT pg_notify('", kNewsChannel, "', '", news, "');"),
         "COMMIT"));
     hasRelaxed_ = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <span>
 #include <string>
@@ -68,6 +69,7 @@ class PostgresSession {
   CommitResult resultOf(const std::optional<Failed>& failed, bool isCommitted);
   CommitResult outcomeOf(const PostgresLink::Backend& backend);
   [[noreturn]] void tellLoss(const DatabaseRefusal& loss);
+  void heedLock(const DatabaseRefusal& refusal);
 
   PostgresOptions options_;
   PostgresLink link_;
@@ -81,6 +83,7 @@ class PostgresSession {
   bool relaxed_ = false;
   int relaxedSession_ = 0;   // the latest that was told
   bool hasRelaxed_ = false;  // something was committed since
+  std::chrono::milliseconds lockWait_{};  // for each lock, while relaxed
 };
 
 }  // namespace bw

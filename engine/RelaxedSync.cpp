@@ -40,6 +40,7 @@ void RelaxedSync::finish() {
   try {
     connection_.restoreSync();
   } catch (const DatabaseRefusal& refusal) {
+    if (isLoss(refusal.why())) throw DatabaseRefusal(Refusal::lostSome);
     throw RuntimeError(ErrorNumber::database,
                        concat("Everything that was done is stored, but it is not safe from a power "
                               "cut yet: ",

@@ -16,7 +16,7 @@ class RelaxedSync {
 
   // From here on a commit is safe again, and so is everything committed before. Raises error
   // `database` when the disk refuses: what was committed is stored all the same, and the sentence
-  // says what makes it safe.
+  // says what makes it safe. A lost server raises DatabaseRefusal: the latest may be gone.
   void finish();
 
  private:

@@ -30,7 +30,7 @@ namespace fs = std::filesystem;
                      concat(what, file.string(), ": ", std::generic_category().message(errno)));
 }
 
-// Nobody else has the database open, and nobody can open it, as long as this lives.
+// Nobody else has the file of the database open, and nobody can open it, as long as this lives.
 class SoleUse {
  public:
   explicit SoleUse(const fs::path& database) {
@@ -82,9 +82,10 @@ struct Rights {
   mode_t mode = S_IRUSR | S_IWUSR;
 };
 
-// What was there: moved to names with the moment in them, and put back when the copy does not come
-// into its place. The database goes first and comes back last: without it nothing else can be taken
-// for a part of another.
+// What was there: kept under names with the moment in them, and put back when the copy does not
+// come into its place. A database without a log beside it keeps its own name, too, until the copy
+// takes that in one step: whenever the power fails, one of the two stands there. One with a log goes
+// first and comes back last: without it the log cannot be taken for another's.
 class Before {
  public:
   Before(const fs::path& database, const fs::path& kept)
@@ -92,11 +93,11 @@ class Before {
                part(workgroupPathOf(database.string()), workgroupPathOf(kept.string()))},
         sharedMemory_(database.string() + "-shm") {}
 
-  void move() {
+  void keep() {
     for (Part& part : parts_) {
-      if (part.stood && rename(part.place.c_str(), part.kept.c_str()) != 0)
+      if (part.stood && !isLinked(part) && rename(part.place.c_str(), part.kept.c_str()) != 0)
         fail("The file cannot be moved: ", part.place);
-      part.isFree = true;
+      part.isKept = true;
     }
     fs::remove(sharedMemory_);
   }
@@ -106,11 +107,12 @@ class Before {
     std::error_code error;
     // Of the copy nothing may be there when parts of the other come back.
     for (const Part& part : parts_)
-      if (part.isFree) fs::remove(part.place, error);
+      if (part.isKept && (hasLog() || !part.stood)) fs::remove(part.place, error);
     for (auto part = parts_.rbegin(); part != parts_.rend(); ++part) {
-      if (!part->isFree || !part->stood) continue;
+      if (!part->isKept || !part->stood) continue;
       fs::rename(part->kept, part->place, error);
       isBack = isBack && !error;
+      if (!error) fs::remove(part->kept, error);  // two names of one file are left both
     }
     out << (isBack ? "What was there stands as before.\n"
                    : "What was there is kept, and could not be put back:\n");
@@ -127,11 +129,17 @@ class Before {
     fs::path place;
     fs::path kept;
     bool stood;
-    bool isFree = false;  // the place, for the copy's
+    bool isKept = false;  // if it stood; the copy's may take the place
   };
 
   static Part part(const fs::path& place, const fs::path& kept) {
     return {.place = place, .kept = kept, .stood = fs::exists(place)};
+  }
+
+  bool hasLog() const noexcept { return parts_[1].stood; }
+  // Not every file system knows links.
+  bool isLinked(const Part& part) const {
+    return !hasLog() && link(part.place.c_str(), part.kept.c_str()) == 0;
   }
 
   std::array<Part, 3> parts_;
@@ -183,12 +191,13 @@ Exit restoreDatabase(const fs::path& from, const fs::path& given, DateTime now, 
                             now);
   Before before(database, kept.file);
   try {
-    before.move();
+    before.keep();
     writeFileWhole(workgroup, account, fs::perms(rights.mode));
     rights.give(workgroup);
-    nameForGood(prepared.file(), database);
-    if (const auto faults = faultsOf(database, workgroup, prints); !faults.empty())
+    // Before it has its name: from then on programs may write to it.
+    if (const auto faults = faultsOf(prepared.file(), workgroup, prints); !faults.empty())
       refuse(copy.file, faults.front());
+    nameForGood(prepared.file(), database);
   } catch (const std::exception&) {
     before.putBack(out);
     throw;

@@ -55,6 +55,13 @@ class ServerTest : public testing::Test {
     ours.Execute(add(number));
     ours.CommitTrans();
   }
+  void allowConnections(bool whether) {
+    PostgresLink(std::getenv("BRANTIWELL_TEST_SERVER"), {})
+        .query(concat("ALTER DATABASE ", database, " ALLOW_CONNECTIONS ", whether ? "on" : "off"));
+  }
+  std::string setting(const std::string& of) {
+    return ours.Read("SELECT current_setting('" + of + "') AS s")->text("s");
+  }
   std::string refusalOfCommit(int number = 2) {
     return bw::refusalOf([&] { store(number); });
   }
@@ -67,6 +74,7 @@ class ServerTest : public testing::Test {
   Connection ours;
   Connection theirs;
   PostgresLink administrator;
+  std::string database = PQgetvalue(administrator.query("SELECT current_database()").get(), 0, 0);
 };
 
 // What the saved queries compare by.
@@ -125,14 +133,9 @@ TEST_F(ServerTest, ACommitWhoseAnswerWasLostIsToldAsItEnded) {
   EXPECT_EQ(ours.transactionLevel(), 0);
   EXPECT_EQ(stored(), "1");
 
-  const PostgresResult name = administrator.query("SELECT current_database()");
-  const auto allowConnections = [&](const char* whether) {
-    server.query(
-        concat("ALTER DATABASE ", PQgetvalue(name.get(), 0, 0), " ALLOW_CONNECTIONS ", whether));
-  };
-  allowConnections("off");
+  allowConnections(false);
   EXPECT_EQ(refusalOfCommit(), refusalSentence(Refusal::unknown));
-  allowConnections("on");
+  allowConnections(true);
   EXPECT_EQ(ours.Read("SELECT * FROM Insurance")->RecordCount(), 1);
 }
 
@@ -152,16 +155,13 @@ TEST_F(ServerTest, ACommitThatWasNeverSentIsNotFoundStored) {
 // Of what was stored with relaxed syncing some may be gone after a crash of the server.
 TEST_F(ServerTest, RelaxedWorkSaysThatSomeOfItMayBeLost) {
   ASSERT_TRUE(ours.relaxSync());
-  const auto syncing = [this] {
-    return ours.Read("SELECT current_setting('synchronous_commit') AS s")->text("s");
-  };
-  EXPECT_EQ(syncing(), "off");
+  EXPECT_EQ(setting("synchronous_commit"), "off");
   heard();
   store(2);
   EXPECT_FALSE(heard().any) << "told once, at the end";
   ours.restoreSync();
   EXPECT_EQ(heard().tables, std::vector<std::string>{"insurance"});
-  EXPECT_EQ(syncing(), "on");
+  EXPECT_EQ(setting("synchronous_commit"), "on");
   ASSERT_TRUE(ours.relaxSync());
   store(3);
   ours.BeginTrans();
@@ -170,6 +170,21 @@ TEST_F(ServerTest, RelaxedWorkSaysThatSomeOfItMayBeLost) {
   EXPECT_EQ(refusalOf(ours, add(5)), refusalSentence(Refusal::lostSome));
   ours.RollbackTrans();
   EXPECT_EQ(bw::refusalOf([this] { ours.restoreSync(); }), "");
+}
+
+TEST_F(ServerTest, WhileTheServerIsAwayNothingIsWrittenAndNothingRelaxed) {
+  allowConnections(false);
+  cutConnections();
+  EXPECT_FALSE(ours.relaxSync());
+  ours.BeginTrans();
+  EXPECT_FALSE(ours.WriteAll({}).refusal) << "there is nothing to write";
+  const std::vector<std::string> one{add(2)};
+  EXPECT_EQ(ours.WriteAll(one).refusal->text(), refusalSentence(Refusal::lost));
+  ours.RollbackTrans();
+  allowConnections(true);
+  administrator.connect();
+  EXPECT_EQ(setting("synchronous_commit"), "on");
+  EXPECT_EQ(stored(), "1");
 }
 
 TEST_F(ServerTest, LockOfAnotherStationFailsTheStatementAlone) {
@@ -185,6 +200,14 @@ TEST_F(ServerTest, LockOfAnotherStationFailsTheStatementAlone) {
   // A facility to which another station is just admitting a patient.
   EXPECT_EQ(refusalOf(ours, "DELETE FROM Facility WHERE FacilityCode=1"),
             refusalSentence(Refusal::locked));
+  // A loop waits in full for one of many rows.
+  ASSERT_TRUE(ours.relaxSync());
+  EXPECT_EQ(setting("lock_timeout"), "100ms");
+  EXPECT_EQ(refusalOf(ours, "UPDATE Patient SET Names='x' WHERE PatientId=7"),
+            refusalSentence(Refusal::locked));
+  EXPECT_EQ(setting("lock_timeout"), "20ms");
+  ours.restoreSync();
+  EXPECT_EQ(setting("lock_timeout"), "100ms");
   theirs.CommitTrans();
   EXPECT_EQ(refusalOf(ours, "DELETE FROM Facility WHERE FacilityCode=1"),
             "This record cannot be deleted: patients still use it.");
