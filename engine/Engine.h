@@ -36,7 +36,7 @@ class BulkInsert {
 
 enum class TransactionKind : std::uint8_t {
   ordinary,  // what another station has locked fails the statement that needs it
-  writing,   // fails at once when another station keeps everybody from writing
+  writing,   // on a file, fails at once when another station keeps everybody from writing
   snapshot,  // reads as of one moment, and writes nothing
 };
 

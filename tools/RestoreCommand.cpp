@@ -84,8 +84,8 @@ struct Rights {
 
 // What was there: kept under names with the moment in them, and put back when the copy does not
 // come into its place. A database without a log beside it keeps its own name, too, until the copy
-// takes that in one step: whenever the power fails, one of the two stands there. One with a log goes
-// first and comes back last: without it the log cannot be taken for another's.
+// takes that in one step: whenever the power fails, one of the two stands there. One with a log
+// goes first and comes back last: without it the log cannot be taken for another's.
 class Before {
  public:
   Before(const fs::path& database, const fs::path& kept)

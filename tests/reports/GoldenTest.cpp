@@ -73,8 +73,10 @@ class GoldenTest : public DataTest, public ::testing::WithParamInterface<std::st
                       settings["fields"]);
     else if (settings["report"] == "detail")
       ChargesDetailReport(records, document, width, height, "", title, subtitles, real);
-    else
+    else if (settings["report"] == "billing")
       ChargesBillingReport(records, document, width, height, "", title, subtitles, real);
+    else
+      ADD_FAILURE() << "There is no report " << settings["report"];
   }
 
   TemporaryFolder folder;
