@@ -1,7 +1,10 @@
+#include <vector>
+
 #include "charges/frmCharges.h"
 #include "controls/TypedInput.h"
 #include "core/Principal.h"
 #include "data/Literals.h"
+#include "lists/Filters.h"
 #include "printing/ListReports.h"
 #include "printing/frmPrintGeneral.h"
 #include "reports/ApoyoImpresion.h"
@@ -10,30 +13,71 @@
 namespace bw {
 namespace {
 
-constexpr FilterWord kWords[] = {{0, "All"}, {4, "Ready"}, {5, "Posted"}, {13, "Archived"}};
+constexpr FilterWord kWords[] = {{filter::all, "All"},
+                                 {filter::ready, "Ready"},
+                                 {filter::posted, "Posted"},
+                                 {filter::archived, "Archived"}};
 
 using WriteCharges = void (*)(const RecordSetRef&, const std::filesystem::path&, double, double,
                               const std::string&, const std::string&, const std::string&, bool);
 
 struct ChargeReport {
+  const char* entry;  // of the dialog
   const char* title;
   const char* behindTitle;
   const char* document;
-  WriteCharges write;  // none: the list as it stands
+  WriteCharges write = nullptr;  // none: the list as it stands
   bool realCodes = true;
+  bool ofOneInsurance = false;
   bool landscape = false;  // a fixed sheet, whatever the printer
 };
 
-// In the order of the dialog's entries.
-// clang-format off
 constexpr ChargeReport kReports[] = {
-    {"Outstanding Charges (", "", "ChargesView.myv", nullptr},
-    {"Outstanding Charges (", "", "ChargesDetail.myv", ChargesDetailReport, true},
-    {"Outstanding Charges (", "(B)", "ChargesDetailB.myv", ChargesDetailReport, false},
-    {"Billing (", "", "ChargesBilling.myv", ChargesBillingReport, true, true},
-    {"Billing (", "(B)", "ChargesBillingB.myv", ChargesBillingReport, false, true},
+    {.entry = "Current view",
+     .title = "Outstanding Charges (",
+     .behindTitle = "",
+     .document = "ChargesView.myv"},
+    {.entry = "Detailed view",
+     .title = "Outstanding Charges (",
+     .behindTitle = "",
+     .document = "ChargesDetail.myv",
+     .write = ChargesDetailReport},
+    {.entry = "Detailed view with billing codes",
+     .title = "Outstanding Charges (",
+     .behindTitle = "(B)",
+     .document = "ChargesDetailB.myv",
+     .write = ChargesDetailReport,
+     .realCodes = false},
+    {.entry = "For data entry",
+     .title = "Billing (",
+     .behindTitle = "",
+     .document = "ChargesBilling.myv",
+     .write = ChargesBillingReport,
+     .ofOneInsurance = true,
+     .landscape = true},
+    {.entry = "For data entry with billing codes",
+     .title = "Billing (",
+     .behindTitle = "(B)",
+     .document = "ChargesBillingB.myv",
+     .write = ChargesBillingReport,
+     .realCodes = false,
+     .ofOneInsurance = true,
+     .landscape = true},
 };
-// clang-format on
+
+// Has the clerk choose one of those that the filter allows; none when he thinks better of it.
+const ChargeReport* chosenReport(bool isOneInsurance) {
+  std::vector<const ChargeReport*> offered;
+  PrintDialogItems.clear();
+  for (const ChargeReport& report : kReports) {
+    if (report.ofOneInsurance && !isOneInsurance) continue;
+    PrintDialogItems += concat(offered.empty() ? "" : ";", report.entry);
+    offered.push_back(&report);
+  }
+  frmPrintGeneral().showModal();
+  return PrintDialogChoice <= 0 ? nullptr
+                                : offered[static_cast<std::size_t>(PrintDialogChoice) - 1];
+}
 
 }  // namespace
 
@@ -58,12 +102,9 @@ void ChargesView::Imprimir() {
   constexpr double kSheetWidth = 11;
   constexpr double kSheetHeight = 8.2;
   PrintDialogCaption = "Print Charges";
-  PrintDialogItems = "Current view;Detailed view;Detailed view with billing codes";
-  if (!panels_.isAll(PanelKind::insurance))
-    PrintDialogItems += ";For data entry;For data entry with billing codes";
-  frmPrintGeneral().showModal();
-  if (PrintDialogChoice <= 0) return;
-  const ChargeReport& report = kReports[static_cast<std::size_t>(PrintDialogChoice) - 1];
+  const ChargeReport* chosen = chosenReport(!panels_.isAll(PanelKind::insurance));
+  if (chosen == nullptr) return;
+  const ChargeReport& report = *chosen;
   const std::string title = reportTitle(report.title, kWords, ActiveFilter) + report.behindTitle;
   const std::string subtitles = reportSubtitles();
   const double width = report.landscape ? kSheetWidth : PageWidthInches;

@@ -63,16 +63,16 @@ const SearchRow* searchOf(PanelKind kind) {
 }
 
 // Status 3, which the archive run sets, is in the first and in none of the others.
-std::string baseStatement(std::int16_t filter) {
+std::string baseStatement(std::int16_t number) {
   constexpr const char* base = "SELECT * FROM ChargesDescriptive Where [status]";
-  switch (filter) {
-    case 0:
+  switch (number) {
+    case filter::all:
       return concat(base, "<>2");
-    case 4:
+    case filter::ready:
       return concat(base, "=0");
-    case 5:
+    case filter::posted:
       return concat(base, "=1");
-    case 13:
+    case filter::archived:
       return concat(base, "=2");
     default:
       return {};

@@ -37,18 +37,21 @@ struct FilterRow {
 };
 
 constexpr std::array kFilters{
-    FilterRow{0, "SELECT * FROM PatientsDescriptive", "Names"},
-    FilterRow{1, "SELECT * FROM PatientsDescriptiveInconsistent", "Names"},
-    FilterRow{2, "SELECT * FROM PatientsDescriptiveAdmitted", "Names"},
-    FilterRow{3, "SELECT * FROM PatientsDescriptiveNotAdmitted", "Names"},
-    FilterRow{15, "SELECT * FROM PatientsDescriptiveDupDOB", "DateOfBirth"},
-    FilterRow{16, "SELECT * FROM PatientsDescriptiveDupName", "Names"},
-    FilterRow{17, "SELECT * FROM PatientsDescriptiveDupDOBName", "DateOfBirth,Names"},
-    FilterRow{18, "SELECT * FROM PatientsDescriptiveDupAccount", "AccountNumber"},
+    FilterRow{filter::all, "SELECT * FROM PatientsDescriptive", "Names"},
+    FilterRow{filter::incomplete, "SELECT * FROM PatientsDescriptiveInconsistent", "Names"},
+    FilterRow{filter::admitted, "SELECT * FROM PatientsDescriptiveAdmitted", "Names"},
+    FilterRow{filter::notAdmitted, "SELECT * FROM PatientsDescriptiveNotAdmitted", "Names"},
+    FilterRow{filter::sameBirthday, "SELECT * FROM PatientsDescriptiveDupDOB", "DateOfBirth"},
+    FilterRow{filter::sameNames, "SELECT * FROM PatientsDescriptiveDupName", "Names"},
+    FilterRow{filter::sameBirthdayAndNames, "SELECT * FROM PatientsDescriptiveDupDOBName",
+              "DateOfBirth,Names"},
+    FilterRow{filter::sameAccount, "SELECT * FROM PatientsDescriptiveDupAccount", "AccountNumber"},
 };
 
-constexpr FilterWord kWords[] = {
-    {0, "All"}, {1, "Incomplete"}, {2, "Admitted"}, {3, "Not admitted"}};
+constexpr FilterWord kWords[] = {{filter::all, "All"},
+                                 {filter::incomplete, "Incomplete"},
+                                 {filter::admitted, "Admitted"},
+                                 {filter::notAdmitted, "Not admitted"}};
 constexpr ListReport kReport{"Patients (", "PatientView.myv", kWords};
 
 }  // namespace

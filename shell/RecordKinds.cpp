@@ -15,6 +15,7 @@
 #include "data/BWSQLInsurances.h"
 #include "data/BWSQLProcedures.h"
 #include "data/BWSQLSickness.h"
+#include "lists/Filters.h"
 #include "lists/MainFrame.h"
 #include "patients/frmEditPatient.h"
 #include "patients/frmPatients.h"
@@ -35,14 +36,20 @@ int removeCurrent(std::string& message) {
   return routine(current, message);
 }
 
-constexpr FilterWord kCatalogueWords[] = {{0, "All"}, {1, "Incomplete"}};
-constexpr FilterWord kSicknessWords[] = {
-    {0, "All"}, {10, "Allergies"}, {11, "Medical"}, {12, "Surgical"}};
-constexpr FilterWord kEMWords[] = {{0, "All"}, {1, "Incomplete"}, {6, "Hospitals"},
-                                   {7, "B&C"}, {8, "ECF"},        {9, "Home"}};
+constexpr FilterWord kCatalogueWords[] = {{filter::all, "All"}, {filter::incomplete, "Incomplete"}};
+constexpr FilterWord kSicknessWords[] = {{filter::all, "All"},
+                                         {filter::allergies, "Allergies"},
+                                         {filter::medicalHistory, "Medical"},
+                                         {filter::surgicalHistory, "Surgical"}};
+constexpr FilterWord kEMWords[] = {{filter::all, "All"},
+                                   {filter::incomplete, "Incomplete"},
+                                   {filter::hospitals, "Hospitals"},
+                                   {filter::boardAndCare, "B&C"},
+                                   {filter::extendedCare, "ECF"},
+                                   {filter::home, "Home"}};
 
 // Stands in the menu of views that hide the menu.
-constexpr ViewFilter kHidden{1, "", nullptr, ViewFilter::In::menu};
+constexpr ViewFilter kHidden{filter::incomplete, "", nullptr, ViewFilter::In::menu};
 
 // The views of records have no Discharge, and yet offer it: choosing it ends in error 438.
 // "Evaulation", and the missing blank behind "Diagnosis Families", are the titles as printed.
@@ -50,7 +57,7 @@ const std::vector<RecordKind> kKinds{
     {.caption = "Charges",
      .shortcut = "Ctrl+1",
      .view = as<frmCharges>,
-     .filters = {{4}, {5}, {13}},
+     .filters = {{filter::ready}, {filter::posted}, {filter::archived}},
      .group = ToolbarGroup::charges,
      .actions = {kPost},
      .newName = "NewCharge",
@@ -63,13 +70,13 @@ const std::vector<RecordKind> kKinds{
     {.caption = "Patients",
      .shortcut = "Ctrl+2",
      .view = as<frmPatients>,
-     .filters = {{2},
-                 {3},
-                 {1},
-                 {15},
-                 {16},
-                 {17, "", "Duplicated Names+DOB"},
-                 {18, "", "Duplicated Accounts"}},
+     .filters = {{filter::admitted},
+                 {filter::notAdmitted},
+                 {filter::incomplete},
+                 {filter::sameBirthday},
+                 {filter::sameNames},
+                 {filter::sameBirthdayAndNames, "", "Duplicated Names+DOB"},
+                 {filter::sameAccount, "", "Duplicated Accounts"}},
      .group = ToolbarGroup::patients,
      .actions = {kAdmit, kDischarge},
      .newName = "NewPatient",
@@ -81,7 +88,7 @@ const std::vector<RecordKind> kKinds{
          }},
     {.caption = "Doctors",
      .shortcut = "Ctrl+3",
-     .filters = {{1, "where BillingDoctorCode=''"}},
+     .filters = {{filter::incomplete, "where BillingDoctorCode=''"}},
      .actions = {kDischarge},
      .newName = "NewDoctor",
      .newButton = "New Doctor...",
@@ -105,7 +112,7 @@ const std::vector<RecordKind> kKinds{
     // "Facilities": it is always read back as 0. The question's spelling is the users' too.
     {.caption = "Facilities",
      .shortcut = "Ctrl+4",
-     .filters = {{1, "where BillingFacilityCode=''"}},
+     .filters = {{filter::incomplete, "where BillingFacilityCode=''"}},
      .actions = {kDischarge},
      .newName = "NewFacility",
      .newButton = "New Facility...",
@@ -130,7 +137,7 @@ const std::vector<RecordKind> kKinds{
                                    {"BillingFacilityCodeOut", "Billing Code Out", 1440}}}},
     {.caption = "Diagnosis",
      .shortcut = "Ctrl+5",
-     .filters = {{1, "where BillingDiagnosisCode=''"}},
+     .filters = {{filter::incomplete, "where BillingDiagnosisCode=''"}},
      .actions = {kDischarge},
      .newName = "NewDiagnosis",
      .newButton = "New Diagnosis...",
@@ -154,7 +161,7 @@ const std::vector<RecordKind> kKinds{
                                    {"FamilyDesc", "Family", 2880}}}},
     {.caption = "Procedures",
      .shortcut = "Ctrl+6",
-     .filters = {{1, "where BillingProcedureCode=''"}},
+     .filters = {{filter::incomplete, "where BillingProcedureCode=''"}},
      .actions = {kDischarge},
      .newName = "NewProcedure",
      .newButton = "New Procedure...",
@@ -177,7 +184,7 @@ const std::vector<RecordKind> kKinds{
                                    {"RealProcedureCode", "Real Code", 1440}}}},
     {.caption = "Insurances",
      .shortcut = "Ctrl+7",
-     .filters = {{1, "where BillingInsuranceCode=''"}},
+     .filters = {{filter::incomplete, "where BillingInsuranceCode=''"}},
      .actions = {kDischarge},
      .newName = "NewInsurance",
      .newButton = "New Insurance...",
@@ -200,12 +207,12 @@ const std::vector<RecordKind> kKinds{
     {.caption = "Evaluation && Management Concepts",
      .node = "E & M Concepts",
      .shortcut = "Ctrl+8",
-     .filters = {{6, "where FacilityTypeCode=1"},
-                 {7, "where FacilityTypeCode=4"},
-                 {8, "where FacilityTypeCode=2"},
-                 {9, "where FacilityTypeCode=3"},
-                 {14, "where FacilityTypeCode=5"},
-                 {1, "where BillingEMCode=''", nullptr, ViewFilter::In::tree}},
+     .filters = {{filter::hospitals, "where FacilityTypeCode=1"},
+                 {filter::boardAndCare, "where FacilityTypeCode=4"},
+                 {filter::extendedCare, "where FacilityTypeCode=2"},
+                 {filter::home, "where FacilityTypeCode=3"},
+                 {filter::office, "where FacilityTypeCode=5"},
+                 {filter::incomplete, "where BillingEMCode=''", nullptr, ViewFilter::In::tree}},
      .actions = {kDischarge},
      .newName = "NewEMCode",
      .newButton = "New EM concept...",
@@ -232,9 +239,9 @@ const std::vector<RecordKind> kKinds{
                                    {"AttentionTypeDescription", "AttentionType", 1440}}}},
     {.caption = "History Items",
      .shortcut = "Ctrl+9",
-     .filters = {{10, "where SicknessTypeCode=0"},
-                 {11, "where SicknessTypeCode=1", "Past Medical"},
-                 {12, "where SicknessTypeCode=2", "Past Surgical"}},
+     .filters = {{filter::allergies, "where SicknessTypeCode=0"},
+                 {filter::medicalHistory, "where SicknessTypeCode=1", "Past Medical"},
+                 {filter::surgicalHistory, "where SicknessTypeCode=2", "Past Surgical"}},
      .actions = {kDischarge},
      .newName = "NewSickness",
      .newButton = "New History Item",
