@@ -86,7 +86,8 @@ std::int64_t PostgresEngine::executeAlone(const EngineStatement& statement) {
 EngineStatement PostgresEngine::inWholeOrder(EngineStatement statement) {
   if (!saysAnOrder(statement.text)) return statement;
   session_.requireUp();
-  const std::string key = keys_.behindItsOrder(session_.link(), statement.text);
+  const std::string key = session_.asking(
+      [&](PostgresLink& link) { return keys_.behindItsOrder(link, statement.text); });
   statement.text += key;
   if (!statement.shape.empty()) statement.shape += key;
   return statement;
@@ -103,7 +104,8 @@ std::vector<std::shared_ptr<RowStore>> PostgresEngine::readAll(
   for (std::size_t i = 0; i < rows.size(); ++i) {
     std::shared_ptr<RowStore> store = rows[i].finish();
     if (!store) store = std::make_shared<RowStore>();
-    if (!saysAnOrder(statements[i].text)) keys_.order(session_.link(), rows[i], *store);
+    if (!saysAnOrder(statements[i].text))
+      session_.asking([&](PostgresLink& link) { keys_.order(link, rows[i], *store); });
     stores.push_back(std::move(store));
   }
   return stores;

@@ -25,6 +25,16 @@ class PostgresSession {
       : options_(options), link_(address, options) {}
 
   PostgresLink& link() noexcept { return link_; }
+  // For what asks the link by itself: a loss ends the transaction as one that a statement meets.
+  template <class Ask>
+  auto asking(Ask ask) {
+    try {
+      return ask(link_);
+    } catch (const DatabaseRefusal& refusal) {
+      if (refusal.why() == Refusal::lost) tellLoss(refusal);
+      throw;
+    }
+  }
   PostgresNews& news() noexcept { return news_; }
   // Connects anew if need be, outside of a transaction.
   void requireUp();
@@ -81,8 +91,8 @@ class PostgresSession {
   TransactionKind kind_ = TransactionKind::ordinary;
   bool writes_ = false;  // the transaction
   bool relaxed_ = false;
-  int relaxedSession_ = 0;   // the latest that was told
-  bool hasRelaxed_ = false;  // something was committed since
+  int relaxedSession_ = 0;                // the latest that was told
+  bool hasRelaxed_ = false;               // something was committed since
   std::chrono::milliseconds lockWait_{};  // for each lock, while relaxed
 };
 
