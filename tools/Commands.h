@@ -84,7 +84,7 @@ Exit printTables(std::ostream& out);
 Exit printTablesManual(std::ostream& out);
 
 // Copies the office of one database into a new one, from a file to a server, back, or to another
-// file; all or nothing. The rows of both are compared at the end.
+// file, with its log of changes; all or nothing. The rows of both are compared at the end.
 Exit copyDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
                   std::ostream& out, const Access& access = {});
 

@@ -2,8 +2,10 @@
 
 #include <sstream>
 
+#include "engine/ChangeLog.h"
 #include "engine/Connection.h"
 #include "engine/PostgresEngine.h"
+#include "engine/SqliteEngine.h"
 #include "tests/server/TestDatabase.h"
 #include "tests/text/Raised.h"
 #include "tests/tools/TemporaryFolder.h"
@@ -63,6 +65,24 @@ TEST_F(CommandsTest, DesksAddLinesToTheChangeLogWheneverItBeganAndTakeNoneOut) {
     switchChangeLog(address_, false, out_);
     EXPECT_EQ(backUp(), Exit::done) << said();
   }
+}
+
+TEST_F(CommandsTest, TheChangeLogMovesAlongAndGoesOnOrStaysStopped) {
+  const std::string file = folder_ / "office.db";
+  createDatabase(file, out_, {}, {.changeLog = true});
+  for (const int number : {1, 2, 3}) add(openSqlite(file), number);
+  openSqlite(file)->execute("DELETE FROM ChangeLog WHERE Number = 2");
+
+  copyDatabase(file, address_, out_);
+  EXPECT_EQ(history(address_), history(file));
+  add(openPostgres(address_), 4);
+  EXPECT_EQ(office_->read("SELECT Number FROM ChangeLog")->rowCount(), 3U);
+
+  switchChangeLog(address_, false, out_);
+  const std::string back = folder_ / "back.db";
+  copyDatabase(address_, back, out_);
+  EXPECT_EQ(history(back), history(address_));
+  EXPECT_EQ(ChangeLog::of(*openSqlite(back)), nullptr);
 }
 
 }  // namespace
