@@ -116,7 +116,7 @@ Exit printHistory(const std::filesystem::path& path, const HistoryFilter& filter
                   std::ostream& out);
 
 // Takes the lines of the days before `until` out of the log, after they stand in `file`, which must
-// be new. Nothing is taken out when they cannot be written.
+// be new, and no others. Nothing is taken out when they cannot be written.
 Exit pruneHistory(const std::filesystem::path& path, Date until, const std::filesystem::path& file,
                   std::ostream& out);
 

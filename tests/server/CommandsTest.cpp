@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <sstream>
+#include <thread>
 
 #include "engine/ChangeLog.h"
 #include "engine/Connection.h"
 #include "engine/PostgresEngine.h"
+#include "engine/PostgresLink.h"
 #include "engine/SqliteEngine.h"
 #include "tests/server/TestDatabase.h"
 #include "tests/text/Raised.h"
@@ -31,6 +34,11 @@ class CommandsTest : public testing::Test {
   static void add(std::unique_ptr<Engine> to, int number) {
     Connection(std::move(to))
         .Execute(concat("INSERT INTO Insurance VALUES (", number, ", 'Ü ''x'' ', '')"));
+  }
+  static std::string lineOf(const std::string& day) {
+    return concat(
+        "INSERT INTO ChangeLog (Moment, UserName, Station, RowCount, Statement) VALUES ('", day,
+        "', 'u', 's', 1, 'one')");
   }
 
   TemporaryFolder folder_;
@@ -83,6 +91,40 @@ TEST_F(CommandsTest, TheChangeLogMovesAlongAndGoesOnOrStaysStopped) {
   copyDatabase(address_, back, out_);
   EXPECT_EQ(history(back), history(address_));
   EXPECT_EQ(ChangeLog::of(*openSqlite(back)), nullptr);
+}
+
+// Another station has written to the log, and commits once the lines are in the file.
+TEST_F(CommandsTest, PruningTakesOutTheLinesThatStandInTheFileAndNoOther) {
+  createDatabase(address_, out_, {}, {.changeLog = true});
+  const std::string file = folder_ / "lines";
+  const auto pruneWhile = [&](const std::string& theirs) {
+    PostgresLink other(address_, {});
+    other.query(concat("BEGIN; LOCK TABLE ChangeLog IN SHARE MODE; ", theirs));
+    std::atomic<bool> ended = false;
+    std::string refusal;
+    std::thread pruning([&] {
+      try {
+        pruneHistory(address_, *makeDate(2026, 1, 1), file, out_);
+      } catch (const std::exception& error) {
+        refusal = error.what();
+      }
+      ended = true;
+    });
+    const std::string waiting =
+        "SELECT 1 FROM pg_locks WHERE NOT granted AND relation = 'changelog'::regclass";
+    while (!ended && office_->read(waiting)->rowCount() == 0) std::this_thread::yield();
+    other.query("COMMIT");
+    pruning.join();
+    return refusal;
+  };
+  office_->execute(lineOf("2025-01-01"));
+  EXPECT_EQ(pruneWhile(lineOf("2025-02-02")), "");
+  EXPECT_EQ(history(address_).find("2025-01-01"), std::string::npos);
+  EXPECT_NE(history(address_).find("2025-02-02"), std::string::npos) << "it stands in no file";
+
+  std::filesystem::remove(file);
+  EXPECT_TRUE(pruneWhile("DELETE FROM ChangeLog").starts_with("Somebody else"));
+  EXPECT_FALSE(std::filesystem::exists(file));
 }
 
 }  // namespace
