@@ -100,7 +100,7 @@ class Check {
     parts.tell(out_);
     if (parts.isNewer())
       out_ << "Note: a later version of the program has made it.\n";
-    else if (parts.isOld())
+    else if (parts.isOld() && !parts.lacksTables())
       out_ << "Note: the command upgrade brings it to what this version makes.\n";
   }
 

@@ -96,7 +96,8 @@ void refuseBadTarget(const std::filesystem::path& path);
 Exit checkDatabase(const std::filesystem::path& path, std::ostream& out);
 
 // Brings a file that another version made to what this one makes: indexes, saved queries and
-// guards; rows stay as they are. After a copy (see backUpDatabase), all or nothing.
+// guards; rows stay as they are. After a copy (see backUpDatabase), all or nothing. A file that
+// lacks a table is refused.
 Exit upgradeDatabase(const std::filesystem::path& path, DateTime now, std::ostream& out);
 
 // Whether the database is to keep who changed what. Lines that it has stay.

@@ -52,6 +52,19 @@ TEST_F(UpgradeTest, WithoutACopyAndForLaterVersionsNothingIsChanged) {
   EXPECT_THROW(upgradeDatabase(file_, now_, out_), Refused);
   EXPECT_TRUE(has(checked(Exit::done), {"later version"}));
 }
+// No upgrade brings its rows back.
+TEST_F(UpgradeTest, AMissingTableIsNamedAndNothingIsChanged) {
+  const std::string whole = folder_.read("office.db");
+  for (const char* table : {"DoctorCoveringDoctors", "PatientCharges"}) {
+    folder_.write("office.db", whole);
+    run(concat("DROP TABLE ", table));
+    EXPECT_EQ(upgradeDatabase(file_, now_, out_), Exit::refused);
+    EXPECT_TRUE(has(out_.str(), {concat("table ", table, " is missing"), "Restore a copy"}));
+    EXPECT_TRUE(copies().empty());
+    EXPECT_EQ(checked(Exit::findings).find("command upgrade"), std::string::npos) << out_.str();
+  }
+}
+
 
 }  // namespace
 }  // namespace bw
