@@ -138,4 +138,8 @@ void letDesksLog(Engine& engine) {
       engine.execute(statement);
 }
 
+bool keepsChecksums(Engine& engine) {
+  return valueOf(engine, "current_setting('data_checksums')") == "on";
+}
+
 }  // namespace bw

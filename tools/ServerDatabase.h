@@ -19,4 +19,7 @@ void makeServerDatabase(const std::string& address, const std::function<void(Eng
 // it, but take nothing out. Raises DatabaseRefusal.
 void letDesksLog(Engine& engine);
 
+// Whether the server would notice damaged pages of the database.
+bool keepsChecksums(Engine& engine);
+
 }  // namespace bw

@@ -127,5 +127,14 @@ TEST_F(CommandsTest, PruningTakesOutTheLinesThatStandInTheFileAndNoOther) {
   EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+TEST_F(CommandsTest, CheckSaysWhenTheServerKeepsNoChecksums) {
+  createDatabase(address_, out_, {}, {.starter = true});
+  said();
+  EXPECT_EQ(checkDatabase(address_, out_), Exit::done) << out_.str();
+  const bool isLookedAt =
+      office_->read("SELECT 1 WHERE current_setting('data_checksums') = 'on'")->rowCount() == 1;
+  EXPECT_EQ(said().find("checksums") == std::string::npos, isLookedAt);
+}
+
 }  // namespace
 }  // namespace bw
