@@ -116,6 +116,7 @@ bool PostgresEngine::hasTable(std::string_view name) {
          0;
 }
 
+// Without checksums it counts none.
 std::vector<std::string> PostgresEngine::findDamage() {
   session_.requireUp();
   const PostgresResult failures = session_.link().query(

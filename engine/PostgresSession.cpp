@@ -326,11 +326,11 @@ void PostgresSession::restoreSync() {
   const std::string news = news_.noted();
   try {
     requireUp();
-    link_.query(concat(
-        "RESET synchronous_commit; SET lock_timeout = ", options_.busyTimeout.count(),
-        "; BEGIN; SELECT pg_logical_emit_message(true, 'bw_sync', '');",
-        news.empty() ? "" : concat("SELECT pg_notify('", kNewsChannel, "', '", news, "');"),
-        "COMMIT"));
+    link_.query(
+        concat("RESET synchronous_commit; SET lock_timeout = ", options_.busyTimeout.count(),
+               "; BEGIN; SELECT pg_logical_emit_message(true, 'bw_sync', '');",
+               news.empty() ? "" : concat("SELECT pg_notify('", kNewsChannel, "', '", news, "');"),
+               "COMMIT"));
     hasRelaxed_ = false;
     news_.forget();
   } catch (const DatabaseRefusal& loss) {

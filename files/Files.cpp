@@ -33,13 +33,18 @@ int writeAndSync(int file, std::string_view text, mode_t mode) noexcept {
   return fchmod(file, mode) == 0 && fsync(file) == 0 ? 0 : errno;
 }
 
-// Makes the names in a folder survive a power cut. Returns 0, or the error.
-int syncNames(const fs::path& folder) noexcept {
-  const int opened =
-      open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+// Returns 0, or the error.
+int syncPath(const fs::path& path, int flags) noexcept {
+  const int opened = open(path.c_str(), O_RDONLY | O_CLOEXEC | flags);
   if (opened < 0) return errno;
   const int error = fsync(opened) == 0 ? 0 : errno;
   close(opened);
+  return error;
+}
+
+// Makes the names in a folder survive a power cut. Returns 0, or the error.
+int syncNames(const fs::path& folder) noexcept {
+  const int error = syncPath(folder.empty() ? fs::path(".") : folder, O_DIRECTORY);
   // Some file systems keep names by themselves and know of no such call.
   return error == EINVAL || error == EROFS ? 0 : error;
 }
@@ -79,6 +84,14 @@ void makeFolder(const fs::path& folder, fs::perms permissions) {
   // The umask may have taken some away.
   if (chmod(folder.c_str(), static_cast<mode_t>(permissions)) != 0)
     refuse("The folder cannot be made: ", folder, errno);
+}
+
+void syncFolder(const fs::path& folder) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+    if (const int error = syncPath(entry.path(), 0); error != 0)
+      refuse("The file cannot be written: ", entry.path(), error);
+  if (const int error = syncNames(folder); error != 0)
+    refuse("The folder cannot be written: ", folder, error);
 }
 
 void nameForGood(const fs::path& from, const fs::path& to) {

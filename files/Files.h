@@ -19,6 +19,9 @@ std::string textOfFile(const std::filesystem::path& file);
 // Raises error 76.
 void makeFolder(const std::filesystem::path& folder, std::filesystem::perms permissions);
 
+// Puts the files of a folder on the disk, and their names in it. Raises error 76.
+void syncFolder(const std::filesystem::path& folder);
+
 // Gives what was written and synced under one name its own, in the same folder, so that it stands
 // there after a power cut too; a file of that name is replaced. Raises error 76: then the name
 // stands for what it stood for before, or the sentence says that the new one is there.

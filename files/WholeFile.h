@@ -11,9 +11,10 @@ namespace bw {
 
 // A large file that is written piece by piece and appears only when it is complete: until then it
 // has no name, or a temporary one where the file system knows of no nameless files, and what stood
-// in its place before stays untouched. It is gone without a trace when it is not finished; the end of the
-// process leaves nothing of a nameless one. Not synced: for what can be made again.
-// Failures raise error 76 with a sentence that names the file and the reason.
+// in its place before stays untouched. It is gone without a trace when it is not finished; the end
+// of the process leaves nothing of a nameless one. Not synced: for what can be made again, or what
+// its folder syncs (Files.h). Failures raise error 76 with a sentence that names the file and the
+// reason.
 class WholeFile {
  public:
   WholeFile(std::filesystem::path file, std::filesystem::perms permissions);

@@ -12,6 +12,7 @@
 #include "tools/Commands.h"
 #include "tools/Copies.h"
 #include "tools/SchemaAge.h"
+#include "tools/ServerDatabase.h"
 #include "tools/TableFile.h"
 
 namespace bw {
@@ -37,6 +38,9 @@ class Check {
     ++found_;
   }
   int found() const noexcept { return found_; }
+
+  // What is no fault, but should be known.
+  void note(const std::string& sentence) { out_ << "Note: " << sentence << '\n'; }
 
   // Does a part of the check. What the database refuses in it is a finding.
   template <class Part>
@@ -99,9 +103,9 @@ class Check {
     const SchemaAge parts(engine_, model);
     parts.tell(out_);
     if (parts.isNewer())
-      out_ << "Note: a later version of the program has made it.\n";
-    else if (parts.isOld())
-      out_ << "Note: the command upgrade brings it to what this version makes.\n";
+      note("a later version of the program has made it.");
+    else if (parts.isOld() && !parts.lacksTables())
+      note("the command upgrade brings it to what this version makes.");
   }
 
   void relations(const SchemaTable& table) {
@@ -160,12 +164,23 @@ void workgroup(Check& check, const fs::path& path) {
   }
 }
 
+void copies(Check& check, const fs::path& database) {
+  const std::vector<Copy> all = copiesOf(database);
+  const int days = ageInDays(all);
+  if (all.empty())
+    check.note("there is no copy of it in " + copiesFolders(database).front().string() + ".");
+  else if (days < 0)
+    check.find("The newest copy is not whole: its sums cannot be found: " +
+               all.back().sums().string());
+  else if (days >= kOldInDays)
+    check.find(concat("The newest good copy is ", days, " days old."));
+}
+
 // What stands about a file.
 void surroundings(Check& check, const fs::path& path) {
   workgroup(check, path);
   reach(check, path);
-  if (const int days = ageInDays(copiesOf(fs::absolute(path))); days >= kOldInDays)
-    check.find(concat("The newest good copy is ", days, " days old."));
+  copies(check, fs::absolute(path));
 }
 
 void content(Check& check, Engine& model) {
@@ -206,6 +221,10 @@ Exit checkDatabase(const fs::path& path, std::ostream& out) {
   if (isFile) surroundings(check, path);
   check.part("The structure", [&] {
     for (const std::string& sentence : engine->findDamage()) check.find(sentence);
+    if (!isFile && !keepsChecksums(*engine))
+      check.note(
+          "the server keeps no checksums (pg_checksums switches them on), so that damaged pages "
+          "could not be looked for.");
   });
   content(check, *model);
   if (isFile) check.part("The age of the database", [&] { check.age(*model); });

@@ -84,7 +84,7 @@ Exit printTables(std::ostream& out);
 Exit printTablesManual(std::ostream& out);
 
 // Copies the office of one database into a new one, from a file to a server, back, or to another
-// file; all or nothing. The rows of both are compared at the end.
+// file, with its log of changes; all or nothing. The rows of both are compared at the end.
 Exit copyDatabase(const std::filesystem::path& from, const std::filesystem::path& to,
                   std::ostream& out, const Access& access = {});
 
@@ -96,7 +96,8 @@ void refuseBadTarget(const std::filesystem::path& path);
 Exit checkDatabase(const std::filesystem::path& path, std::ostream& out);
 
 // Brings a file that another version made to what this one makes: indexes, saved queries and
-// guards; rows stay as they are. After a copy (see backUpDatabase), all or nothing.
+// guards; rows stay as they are. After a copy (see backUpDatabase), all or nothing. A file that
+// lacks a table is refused.
 Exit upgradeDatabase(const std::filesystem::path& path, DateTime now, std::ostream& out);
 
 // Whether the database is to keep who changed what. Lines that it has stay.
@@ -116,7 +117,7 @@ Exit printHistory(const std::filesystem::path& path, const HistoryFilter& filter
                   std::ostream& out);
 
 // Takes the lines of the days before `until` out of the log, after they stand in `file`, which must
-// be new. Nothing is taken out when they cannot be written.
+// be new, and no others. Nothing is taken out when they cannot be written.
 Exit pruneHistory(const std::filesystem::path& path, Date until, const std::filesystem::path& file,
                   std::ostream& out);
 

@@ -64,7 +64,8 @@ bool drop(const Copy& copy);
 // Drops what a new copy makes too many, and tells what stays all the same.
 void dropOutlived(const std::vector<Copy>& copies, std::ostream& out);
 
-// Whole days since the newest copy was last known to be up to date; -1 when there is none.
+// Whole days since the newest copy was last known to be up to date; -1 when there is none, or when
+// it lacks its sums.
 int ageInDays(const std::vector<Copy>& copies);
 
 }  // namespace bw

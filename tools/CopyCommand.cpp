@@ -1,5 +1,8 @@
+#include <array>
 #include <ostream>
 
+#include "data/Schema.h"
+#include "engine/ChangeLog.h"
 #include "engine/EngineMakers.h"
 #include "engine/EngineTransaction.h"
 #include "text/RuntimeError.h"
@@ -10,6 +13,16 @@
 
 namespace bw {
 namespace {
+
+constexpr std::array kLineColumns{SchemaColumn{.name = "Moment"}, SchemaColumn{.name = "UserName"},
+                                  SchemaColumn{.name = "Station"}, SchemaColumn{.name = "RowCount"},
+                                  SchemaColumn{.name = "Statement"}};
+constexpr SchemaTable kLines{.name = kChangeLogTable, .about = "", .columns = kLineColumns};
+
+std::shared_ptr<RowStore> linesOf(Engine& engine) {
+  return engine.read(
+      concat("SELECT ", listOf(kLineColumns), " FROM ", kChangeLogTable, " ORDER BY Number"));
+}
 
 void copyRows(const RowStore& rows, Engine& to, const SchemaTable& table) {
   std::vector<std::string> columns;
@@ -23,6 +36,21 @@ void copyRows(const RowStore& rows, Engine& to, const SchemaTable& table) {
   }
 }
 
+void refuse(const std::string& difference) {
+  if (!difference.empty()) throw Refused(difference);
+}
+
+// The log of changes as it is kept or was stopped. Its lines are numbered anew, in their order.
+void copyLog(Engine& from, Engine& to, std::ostream& out) {
+  if (!from.hasTable(kChangeLogTable)) return;
+  keepChangeLog(to, true);
+  const std::shared_ptr<RowStore> lines = linesOf(from);
+  copyRows(*lines, to, kLines);
+  refuse(differenceOf(*lines, *linesOf(to), kLines));
+  keepChangeLog(to, !from.hasTable(kChangeLogStopped));
+  out << "Copied and compared the log of changes, " << lines->rowCount() << " lines.\n";
+}
+
 // Into a new database, which has lookup rows of its own.
 void copyAll(Engine& from, Engine& to, std::ostream& out) {
   EngineTransaction snapshot(from, TransactionKind::snapshot);
@@ -33,11 +61,10 @@ void copyAll(Engine& from, Engine& to, std::ostream& out) {
   for (const SchemaTable& table : tables) {
     const std::shared_ptr<RowStore> rows = rowsOf(from, table);
     copyRows(*rows, to, table);
-    if (const std::string difference = differenceOf(*rows, *rowsOf(to, table), table);
-        !difference.empty())
-      throw Refused(difference);
+    refuse(differenceOf(*rows, *rowsOf(to, table), table));
     total += rows->rowCount();
   }
+  copyLog(from, to, out);
   snapshot.end();
   out << "Copied and compared " << total << " rows.\n";
 }

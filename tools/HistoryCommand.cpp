@@ -74,13 +74,13 @@ bool isAskedFor(const HistoryFilter& filter, std::string_view user, std::string_
          (!filter.patient || logged.concerns(*filter.patient));
 }
 
-// Calls `tell` with the text of each line that is asked for, oldest first.
+// Calls `tell` with the text and the number of each line that is asked for, oldest first.
 template <class Tell>
 void forEachLine(Engine& engine, const HistoryFilter& filter, Tell tell) {
   if (!engine.hasTable(kChangeLogTable))
     throw Refused("This database has no log of changes. `changelog on` begins one.");
   const std::shared_ptr<RowStore> rows =
-      engine.read(concat("SELECT Moment, UserName, Station, RowCount, Statement FROM ",
+      engine.read(concat("SELECT Moment, UserName, Station, RowCount, Statement, Number FROM ",
                          kChangeLogTable, " WHERE ", dayCondition(filter), " ORDER BY Number"));
   const auto cell = [&rows](std::size_t column, std::size_t row) {
     return rows->columns[column].value(row);
@@ -91,15 +91,50 @@ void forEachLine(Engine& engine, const HistoryFilter& filter, Tell tell) {
     if (isAskedFor(filter, user, statement))
       tell(concat(isoDateTime(std::get<DateTime>(cell(0, row))), "  ", user, " at ",
                   textOrEmpty(cell(2, row)), ", rows: ", textOrEmpty(cell(3, row)), "\n  ",
-                  statement, "\n"));
+                  statement, "\n"),
+           rows->columns[5].raw(row));
   }
 }
+
+// The lines of a log on their way into a file.
+class LinesTakenOut {
+ public:
+  LinesTakenOut(Engine& engine, const HistoryFilter& filter) : engine_(engine) {
+    forEachLine(engine, filter, [this](const std::string& line, std::int64_t number) {
+      text_ += line;
+      numbers_.push_back(number);
+    });
+  }
+
+  const std::string& text() const noexcept { return text_; }
+  std::size_t count() const noexcept { return numbers_.size(); }
+
+  // Those that were read and no others: on a server some may have been added since.
+  void remove() const {
+    std::int64_t removed = 0;
+    for (auto first = numbers_.begin(); first != numbers_.end();) {
+      auto last = first;
+      while (last + 1 != numbers_.end() && *(last + 1) == *last + 1) ++last;
+      removed += engine_.execute(concat("DELETE FROM ", kChangeLogTable, " WHERE Number BETWEEN ",
+                                        *first, " AND ", *last));
+      first = last + 1;
+    }
+    if (removed != std::ssize(numbers_))
+      throw Refused(
+          "Somebody else has just taken lines out of the log. Nothing was changed: try again.");
+  }
+
+ private:
+  Engine& engine_;
+  std::string text_;
+  std::vector<std::int64_t> numbers_;  // rising
+};
 
 }  // namespace
 
 Exit printHistory(const fs::path& path, const HistoryFilter& filter, std::ostream& out) {
   bool found = false;
-  forEachLine(*openEngine(path.string()), filter, [&](const std::string& line) {
+  forEachLine(*openEngine(path.string()), filter, [&](const std::string& line, std::int64_t) {
     out << line;
     found = true;
   });
@@ -113,24 +148,23 @@ Exit pruneHistory(const fs::path& path, Date until, const fs::path& file, std::o
     throw Refused("There is a file already, and it is left as it is: " + file.string());
   const std::unique_ptr<Engine> engine = openEngine(path.string());
   EngineTransaction transaction(*engine, TransactionKind::writing);
-  const HistoryFilter before{.to = Date{until.day - 1}};
-  std::string lines;
-  forEachLine(*engine, before, [&](const std::string& line) { lines += line; });
-  writeFileWhole(file, lines, owner_read | owner_write);
-  std::int64_t removed = 0;
+  const LinesTakenOut lines(*engine, {.to = Date{until.day - 1}});
+  writeFileWhole(file, lines.text(), owner_read | owner_write);
+  std::error_code ignored;
   try {
-    removed =
-        engine->execute(concat("DELETE FROM ", kChangeLogTable, " WHERE ", dayCondition(before)));
+    lines.remove();
     transaction.commit();
   } catch (const DatabaseRefusal& refusal) {
     // Unless they may be gone from the log.
-    std::error_code ignored;
     if (refusal.why() != Refusal::unconfirmed && refusal.why() != Refusal::unknown)
       fs::remove(file, ignored);
     throw;
+  } catch (const Refused&) {
+    fs::remove(file, ignored);
+    throw;
   }
-  out << "Took " << static_cast<long>(removed) << " lines out of the log. They stand in "
-      << file.string() << ".\n";
+  out << "Took " << lines.count() << " lines out of the log. They stand in " << file.string()
+      << ".\n";
   return Exit::done;
 }
 

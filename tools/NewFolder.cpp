@@ -33,6 +33,9 @@ NewFolder::~NewFolder() {
   fs::remove_all(draft_, ignored);
 }
 
-void NewFolder::finish() const { nameForGood(draft_, folder_); }
+void NewFolder::finish() const {
+  syncFolder(draft_);
+  nameForGood(draft_, folder_);
+}
 
 }  // namespace bw

@@ -4,8 +4,8 @@
 
 namespace bw {
 
-// A folder that appears with all of its files or not at all: they are written under a temporary
-// name beside it. Only its owner can read it.
+// A folder that appears with all of its files or not at all, a power cut included: they are written
+// under a temporary name beside it. Only its owner can read it.
 class NewFolder {
  public:
   // Raises Refused when something stands there that is not an empty folder, or when it would not be
@@ -17,6 +17,7 @@ class NewFolder {
 
   // Where its files are written until it is finished.
   const std::filesystem::path& draft() const noexcept { return draft_; }
+  // Raises error 76.
   void finish() const;
 
  private:

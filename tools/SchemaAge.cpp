@@ -75,13 +75,18 @@ bool SchemaAge::isOld() const noexcept {
   return version_ < wanted_ || otherHints_ || !parts_.empty();
 }
 
+bool SchemaAge::lacksTables() const noexcept {
+  return !std::ranges::all_of(tables_, &Part::stands);
+}
+
 void SchemaAge::tell(std::ostream& out) const {
+  for (const Part& table : tables_)
+    out << "Note: the table " << table.name
+        << (table.stands ? " was made by another version; it stays so.\n"
+                         : " is missing. Restore a copy that has it.\n");
   for (const Part& part : parts_)
     out << "Note: the " << wordOf(part.kind) << ' ' << part.name
         << (part.stands ? " has the form of another version of the program.\n" : " is missing.\n");
-  for (const Part& table : tables_)
-    if (table.stands)
-      out << "Note: the table " << table.name << " was made by another version; it stays so.\n";
 }
 
 void SchemaAge::bringUpToDate(Engine& file) const {

@@ -18,6 +18,8 @@ class SchemaAge {
   // Whether something of it has to be made anew.
   bool isOld() const noexcept;
   bool isNewer() const noexcept { return version_ > wanted_; }
+  // Of the tables, which are not made anew: nobody but a copy has their rows.
+  bool lacksTables() const noexcept;
 
   // A line for each difference.
   void tell(std::ostream& out) const;

@@ -1,8 +1,11 @@
 #include "tools/ServerDatabase.h"
 
+#include <algorithm>
+#include <iterator>
 #include <ostream>
 #include <vector>
 
+#include "engine/ChangeLog.h"
 #include "engine/EngineMakers.h"
 #include "engine/EngineTransaction.h"
 #include "text/Text.h"
@@ -20,6 +23,20 @@ std::string quoted(std::string name) {
   for (std::size_t at = name.find('"'); at != std::string::npos; at = name.find('"', at + 2))
     name.insert(at, 1, '"');
   return concat("\"", name, "\"");
+}
+
+// What a role needs of the log of changes, as far as there is one. A copy by the server's own
+// program reads all that there is.
+std::vector<std::string> logStatements(Engine& engine, const std::string& role) {
+  std::vector<std::string> statements;
+  if (engine.hasTable(kChangeLogTable))
+    for (const char* right :
+         {"REVOKE ALL ON ChangeLog FROM ", "GRANT SELECT, INSERT ON ChangeLog TO ",
+          "GRANT SELECT ON SEQUENCE changelog_number_seq TO "})
+      statements.push_back(right + role);
+  if (engine.hasTable(kChangeLogStopped))
+    statements.push_back("GRANT SELECT ON ChangeLogStopped TO " + role);
+  return statements;
 }
 
 class NewOffice {
@@ -85,6 +102,7 @@ class NewOffice {
     statements.push_back(concat("GRANT USAGE ON SCHEMA public TO ", role));
     statements.push_back(
         concat("GRANT SELECT, INSERT, UPDATE, DELETE ON ALL TABLES IN SCHEMA public TO ", role));
+    std::ranges::move(logStatements(engine_, role), std::back_inserter(statements));
     return statements;
   }
   static std::string escaped(std::string text) {
@@ -107,6 +125,21 @@ void makeServerDatabase(const std::string& address, const std::function<void(Eng
   office.refuseUnfit();
   make(*engine);
   office.tellWhatIsLeft(out, office.makeRole());
+}
+
+void letDesksLog(Engine& engine) {
+  const std::shared_ptr<RowStore> roles = engine.read(
+      "SELECT DISTINCT CASE grantee WHEN 0 THEN 'PUBLIC' ELSE grantee::regrole::text END"
+      " FROM pg_class, aclexplode(relacl) WHERE oid = 'patientcharges'::regclass"
+      " AND privilege_type = 'INSERT' AND grantee <> relowner");
+  for (std::size_t row = 0; row < roles->rowCount(); ++row)
+    for (const std::string& statement :
+         logStatements(engine, textOrEmpty(roles->columns.front().value(row))))
+      engine.execute(statement);
+}
+
+bool keepsChecksums(Engine& engine) {
+  return valueOf(engine, "current_setting('data_checksums')") == "on";
 }
 
 }  // namespace bw

@@ -15,4 +15,11 @@ namespace bw {
 void makeServerDatabase(const std::string& address, const std::function<void(Engine&)>& make,
                         std::ostream& out);
 
+// Lets whoever may write the rows of an office on a server add lines to its log of changes and read
+// it, but take nothing out. Raises DatabaseRefusal.
+void letDesksLog(Engine& engine);
+
+// Whether the server would notice damaged pages of the database.
+bool keepsChecksums(Engine& engine);
+
 }  // namespace bw

@@ -34,6 +34,11 @@ Exit upgradeDatabase(const std::filesystem::path& path, DateTime now, std::ostre
   const SchemaAge age(*file, *model);
   if (age.isNewer())
     throw Refused("A later version of the program has made this database. Install that version.");
+  if (age.lacksTables()) {
+    age.tell(out);
+    out << "Nothing was changed: no upgrade brings back a table with its rows.\n";
+    return Exit::refused;
+  }
   if (!age.isOld()) {
     out << "It is what this version makes already: " << path.string() << ".\n";
     return Exit::done;

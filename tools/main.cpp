@@ -73,7 +73,7 @@ constexpr const char* kRestoreHelp =
     "name with date and time. On a server the database must be a new, empty one.";
 constexpr const char* kCopyHelp =
     "Copy an office into a new database: from a file to a server, back, or to another file.\n"
-    "All or nothing; the rows of both are compared at the end.";
+    "All or nothing, the log of changes too; the rows of both are compared at the end.";
 constexpr const char* kTablesHelp =
     "Tell what the columns of each table take, for the files of `load`.";
 constexpr const char* kUpgradeHelp =

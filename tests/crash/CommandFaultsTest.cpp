@@ -1,4 +1,5 @@
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -190,6 +191,24 @@ TEST_F(CommandFaultsTest, WhatIsNotDoneLeavesAllAsItWas) {
   }
   std::cout << tried << " faults\n";
   EXPECT_GT(tried, 99);
+}
+
+// Or a power cut could leave the name with empty files behind it.
+TEST_F(CommandFaultsTest, FilesOfAFolderAreOnTheDiskBeforeItHasItsName) {
+  fillAnew();
+  std::vector<Deed> deeds;
+  std::ostringstream out;
+  recordDeeds(&deeds);
+  exportTables(work_ / "office.db", work_ / "out", TableForm::tabs, out);
+  recordDeeds(nullptr);
+  const std::string begun = concat((work_ / "out").string(), ".", getpid(), ".new");
+  const auto isSynced = [&](const std::string& path) {
+    return std::ranges::any_of(
+        deeds, [&](const Deed& deed) { return deed.call == Call::sync && deed.path == path; });
+  };
+  EXPECT_TRUE(isSynced(begun));
+  for (const fs::directory_entry& entry : fs::directory_iterator(work_ / "out"))
+    EXPECT_TRUE(isSynced(concat(begun, "/", entry.path().filename().string()))) << entry;
 }
 
 TEST_F(CommandFaultsTest, AKillLeavesEveryFileAsItWasOrAsItIsToBe) {

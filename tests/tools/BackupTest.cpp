@@ -99,6 +99,17 @@ TEST_F(BackupTest, TwentyStayAndTheLastOfEachMonth) {
             "11-19 11-18 11-17 11-16 11-15 11-14 11-13 11-12 11-11 11-10 ");
 }
 
+TEST_F(BackupTest, CheckTellsOfCopiesThatAreMissingOldOrNotWhole) {
+  EXPECT_TRUE(has(checked(Exit::done), {"no copy"}));
+  backUp();
+  EXPECT_EQ(checked(Exit::done).find("copy"), std::string::npos);
+  const fs::path sums = copies().front().sums();
+  fs::last_write_time(sums, fs::file_time_type::clock::now() - std::chrono::hours(24 * 8));
+  EXPECT_TRUE(has(checked(Exit::findings), {"copy is 8 days old"}));
+  fs::remove(sums);
+  EXPECT_TRUE(has(checked(Exit::findings), {"not whole", sums}));
+}
+
 TEST_F(BackupTest, MakesNoMoreThanOneFolder) {
   EXPECT_EQ(backUpDatabase(file_, folder_ / "mistyped/copies", now_, out_), Exit::unavailable);
   EXPECT_FALSE(fs::exists(folder_ / "mistyped"));
