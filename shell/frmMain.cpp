@@ -73,7 +73,6 @@ void frmMain::prepare() {
   frmBanner();
   frmShorcuts();
   viewOf(recordKind(storedNumber("ActiveView", "0")));
-  grab();
 }
 
 void frmMain::load() {

@@ -21,8 +21,7 @@ class frmMain : public MainFrame {
   frmMain();
   ~frmMain() override;
 
-  // What the first view's paint would wait for: makes the views and draws everything once, unseen,
-  // which loads fonts and pictures. load() does without.
+  // Makes what the first view would wait for. load() does without.
   void prepare();
   // Restores the window and selects the stored view and filter, which fills the first view.
   void load();
