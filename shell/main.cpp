@@ -11,6 +11,7 @@
 #include "controls/MessageBox.h"
 #include "controls/NoDisplay.h"
 #include "controls/ProgressWindow.h"
+#include "controls/TypedAhead.h"
 #include "core/Services.h"
 #include "printing/StartViewer.h"
 #include "records/KeptMemory.h"
@@ -53,6 +54,7 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName("brantiwell");
   bw::installSessionEnd();
   bw::installDarkOutlines();
+  bw::keepTypedAhead();
   bw::installMessageBoxes();
   bw::installProgressWindow();
   bw::services().view = bw::startViewer;
