@@ -207,6 +207,7 @@ void ComboBox::sayHint() {
 bool ComboBox::stopOnce() {
   if (!search_.failed() || stopped_) return false;
   stopped_ = true;
+  search_.selectText();
   sayHint();
   return true;
 }

@@ -29,7 +29,10 @@ std::string wantedOf(QString text) {
 
 TypedSearch::Key TypedSearch::takeKey(const QKeyEvent& event) {
   if (isModifier(event.key())) return Key::passing;
-  if (typesText(event) && takeText(event.text())) return Key::taken;
+  if (typesText(event)) {
+    if (selected_ && event.text() != " ") close(false);
+    if (takeText(event.text())) return Key::taken;
+  }
   if (!isOpen()) return Key::passing;
   switch (event.key()) {
     case Qt::Key_Backspace:
@@ -59,6 +62,7 @@ bool TypedSearch::takeText(const QString& text) {
 }
 
 void TypedSearch::shorten() {
+  selected_ = false;
   const int last = text_.back().isLowSurrogate() ? 2 : 1;
   if (text_.size() == last) return close(true);
   text_.chop(last);
@@ -98,6 +102,7 @@ void TypedSearch::close(bool givenUp) {
   if (!isOpen()) return;
   text_.clear();
   found_.reset();
+  selected_ = false;
   rows_.endSearch(givenUp);
 }
 

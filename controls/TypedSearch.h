@@ -58,6 +58,8 @@ class TypedSearch {
   const QString& text() const { return text_; }
   std::optional<int> found() const { return found_; }
 
+  // As if the text were selected: another one that is typed takes its place.
+  void selectText() { selected_ = true; }
   // Forgets the text; the control stays where it is.
   void end() { close(false); }
 
@@ -73,6 +75,7 @@ class TypedSearch {
   Rows::Near near_;
   Hit best_ = Hit::none;
   std::optional<int> found_;
+  bool selected_ = false;
 };
 
 // Scrolls to a row that was found; the hint at the view's edge does not cover it.

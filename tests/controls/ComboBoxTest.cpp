@@ -146,6 +146,11 @@ TEST_F(ComboBoxTest, ATextWithoutItemKeepsTheChoiceAndIsStoppedOnce) {
     EXPECT_EQ(box.ListIndex(), 3);
     EXPECT_EQ(QApplication::focusWidget() == &box, stays);
   }
+  box.setFocus();
+  letters("nobody");
+  press(Qt::Key_Return);
+  letters("smith, bo");
+  EXPECT_EQ(hint(), "Find: smith, bo") << "in place of what is not there";
 }
 
 class LongComboBoxTest : public ComboBoxTest {
