@@ -149,8 +149,8 @@ class CommandFaultsTest : public CrashTest {
     }
     // Another file may be on its way to another name.
     for (const auto& [name, content] : before_)
-      if (!found.contains(name) && (name.ends_with(".db") ||
-                                    std::ranges::count(std::views::values(found), content) == 0))
+      if (!found.contains(name) &&
+          (name.ends_with(".db") || std::ranges::count(std::views::values(found), content) == 0))
         return "gone: " + name;
     return "";
   }
