@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <fstream>
 #include <limits>
 
 #include "bench/Measure.h"
+#include "bench/Office.h"
 
 namespace bw::bench {
 namespace {
@@ -25,7 +27,12 @@ void compute() {
 
 Quiet::Quiet() : fastest_(std::numeric_limits<double>::max()) {
   constexpr std::chrono::milliseconds kLearning{300};
+  const std::filesystem::path kept = folder() / "bench-fastest";
+  std::ifstream(kept) >> fastest_;
+  if (fastest_ <= 0) fastest_ = std::numeric_limits<double>::max();
+  const double known = fastest_;
   for (const auto end = Clock::now() + kLearning; Clock::now() < end;) look();
+  if (fastest_ < known) std::ofstream(kept) << fastest_;
 }
 
 double Quiet::look() {

@@ -10,7 +10,8 @@ namespace bw::bench {
 // never decides whether it counts.
 class Quiet {
  public:
-  // Looks for the speed of the processor alone: 300 ms.
+  // Looks for the speed of the processor alone, 300 ms. The fastest look of all runs is kept in the
+  // folder of the runs: a machine may be busy as long as one of them lasts.
   Quiet();
 
   // One look, of less than a millisecond.
@@ -21,7 +22,7 @@ class Quiet {
  private:
   double look();
 
-  double fastest_;  // ms
+  double fastest_;  // ms, of a look
 };
 
 }  // namespace bw::bench
