@@ -29,7 +29,7 @@ template <class Take>
 auto takeRuns(Take take) {
   constexpr std::size_t kFewest = 5;
   constexpr std::chrono::milliseconds kLeast{200};
-  constexpr std::chrono::seconds kPatience{10};
+  constexpr std::chrono::seconds kPatience{20};
   static Quiet quiet;
   std::vector<decltype(take())> counted;
   std::vector<decltype(take())> disturbed;

@@ -32,7 +32,7 @@ double processorMilliseconds(F f) {
 double allocatedBytes();
 
 // The median of five calls of `measure` on a quiet machine (see Quiet.h), of more when they are
-// short. Ten seconds without five quiet ones, and all count.
+// short. Twenty seconds without five quiet ones, and all count.
 double median(const std::function<double()>& measure);
 
 // Prints a measure. `unit` stands behind the name.
