@@ -15,11 +15,10 @@
 namespace {
 
 // Opaque controls can cover a view, so that it is never painted itself.
-bool belongsToViewOnShow(const QObject* object) {
+bool belongsToView(const QObject* object) {
   while (object != nullptr && dynamic_cast<const bw::View*>(object) == nullptr)
     object = object->parent();
-  const auto* view = dynamic_cast<const bw::View*>(object);
-  return view != nullptr && view->isVisible();
+  return object != nullptr;
 }
 
 }  // namespace
@@ -27,7 +26,7 @@ bool belongsToViewOnShow(const QObject* object) {
 int main(int argc, char** argv) {
   bw::keepFreedMemory();
   QApplication application(argc, argv);
-  FirstPaint watch(belongsToViewOnShow);
+  FirstPaint watch(belongsToView);
   application.installEventFilter(&watch);
   bw::installDarkOutlines();
   bw::services().message = [](const std::string&) { std::_Exit(EXIT_FAILURE); };

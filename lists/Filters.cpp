@@ -1,5 +1,6 @@
 #include "lists/Filters.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -44,6 +45,7 @@ constexpr std::array kFilterCaptions = captionsOf<filter::sameAccount + 1>({
     {filter::sameAccount, "Duplicated Account"},
 });
 // clang-format on
+static_assert(std::ranges::none_of(kFilterCaptions, &std::string_view::empty));
 
 }  // namespace
 
