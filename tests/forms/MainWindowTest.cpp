@@ -56,8 +56,8 @@ TEST_F(MainWindowTest, PlacementViewAndFilterComeBack) {
   EXPECT_EQ(setting("Settings", "ActiveFilter"), "4");
 }
 
-// A window of the system that is there before its place gets that without a frame, and climbs by its
-// title bar from start to start.
+// A window of the system that is there before its place gets that without a frame, and climbs by
+// its title bar from start to start.
 TEST_F(MainWindowTest, PreparedItHasNoWindowOfTheSystemYet) {
   frmMain prepared;
   prepared.prepare();
